@@ -1,0 +1,32 @@
+#include "asn/qasn_err_info.h"
+
+#include "asn/value_type_descriptions.h"
+#include "platform/refl/object_functions.h"
+
+namespace qcommon {
+void QAsnErrInfo::RegisterAttributes(refl::CClassInfor& infor, refl::Enum::AccessSpecifierEnum access) {
+  using Record = QAsnErrInfo;
+  const Record probe;
+  infor.AddAttribInfor(access, MemberPosition(probe, &Record::objID), "objID", -1)
+      .ChangeTypeTo_CustomType("qcommon::QAsnTinyIntList", sizeof(QAsnTinyIntList),
+                               &refl::CreateObject<QAsnTinyIntList>, &refl::DestroyObject<QAsnTinyIntList>,
+                               kAsnSeqOfClassId);
+  infor.AddAttribInfor(access, MemberPosition(probe, &Record::objName), "objName", 0)
+      .CaptureTypeInfor<refl::MayNullPointer<AsnOcts>>();
+  infor.AddAttribInfor(access, MemberPosition(probe, &Record::errCode), "errCode", -1).CaptureTypeInfor<AsnTinyInt>();
+  infor.AddAttribInfor(access, MemberPosition(probe, &Record::strOperDesc), "strOperDesc", 1)
+      .CaptureTypeInfor<refl::MayNullPointer<AsnOcts>>();
+}
+
+const refl::CClassInfor& QAsnErrInfo::GetClassInfor() {
+  return *refl::CClassInfor::GetClassInforImpl<QAsnErrInfo>("QAsnErrInfo", &refl::CreateObject<QAsnErrInfo>,
+                                                            &refl::DestroyObject<QAsnErrInfo>, &RegisterAttributes);
+}
+
+AsnType* QAsnErrInfo::Clone() const { return new QAsnErrInfo(*this); }
+
+bool QAsnErrInfo::BindReflection(refl::CRefrence& reference) const {
+  return refl::helper::ChangeTypeTo_ClassType(reference, GetClassInfor(), this);
+}
+
+}  // namespace qcommon

@@ -1,0 +1,28 @@
+#include "asn/qasn_uni_res_id.h"
+
+#include "asn/value_type_descriptions.h"
+#include "platform/refl/object_functions.h"
+
+namespace qcommon {
+void QAsnUniResID::RegisterAttributes(refl::CClassInfor& infor, refl::Enum::AccessSpecifierEnum access) {
+  using Record = QAsnUniResID;
+  const Record probe;
+  infor.AddAttribInfor(access, MemberPosition(probe, &Record::strFDN), "strFDN", -1).CaptureTypeInfor<AsnOcts>();
+  infor.AddAttribInfor(access, MemberPosition(probe, &Record::strMOC), "strMOC", -1).CaptureTypeInfor<AsnOcts>();
+  infor.AddAttribInfor(access, MemberPosition(probe, &Record::neID), "neID", -1).CaptureTypeInfor<AsnTinyInt>();
+  infor.AddAttribInfor(access, MemberPosition(probe, &Record::poSerialNum), "poSerialNum", 0)
+      .CaptureTypeInfor<refl::MayNullPointer<AsnOcts>>();
+}
+
+const refl::CClassInfor& QAsnUniResID::GetClassInfor() {
+  return *refl::CClassInfor::GetClassInforImpl<QAsnUniResID>("QAsnUniResID", &refl::CreateObject<QAsnUniResID>,
+                                                             &refl::DestroyObject<QAsnUniResID>, &RegisterAttributes);
+}
+
+AsnType* QAsnUniResID::Clone() const { return new QAsnUniResID(*this); }
+
+bool QAsnUniResID::BindReflection(refl::CRefrence& reference) const {
+  return refl::helper::ChangeTypeTo_ClassType(reference, GetClassInfor(), this);
+}
+
+}  // namespace qcommon

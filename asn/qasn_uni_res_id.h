@@ -1,0 +1,39 @@
+// qcommon::QAsnUniResID: the identifier of a managed resource.
+//
+//   QAsnUniResID ::= SEQUENCE {
+//     strFDN OCTET STRING, strMOC OCTET STRING, neID INTEGER,
+//     poSerialNum [0] IMPLICIT OCTET STRING OPTIONAL }
+#pragma once
+
+#include "platform/asn/asn_int.h"
+#include "platform/asn/asn_octs.h"
+#include "platform/asn/asn_sequence.h"
+#include "platform/refl/may_null_pointer.h"
+
+namespace qcommon {
+
+class QAsnUniResID : public AsnSequence {
+ public:
+  AsnOcts strFDN;  // identifier text, e.g. "NE=1001,SH=1,SL=3,PP=2"
+  AsnOcts strMOC;  // managed-object class
+  AsnTinyInt neID;
+  refl::MayNullPointer<AsnOcts> poSerialNum;
+
+  QAsnUniResID() { Constructor(*this); }
+  QAsnUniResID(const QAsnUniResID& other) : AsnSequence() { CopyConstructor(*this, other); }
+  ~QAsnUniResID() override { Destructor(*this); }
+  QAsnUniResID& operator=(const QAsnUniResID& other) {
+    Assign(*this, other);
+    return *this;
+  }
+
+  AsnType* Clone() const override;
+  bool BindReflection(refl::CRefrence& reference) const override;
+  // The class description, registered on first use as "QAsnUniResID".
+  static const refl::CClassInfor& GetClassInfor();
+
+ private:
+  static void RegisterAttributes(refl::CClassInfor& infor, refl::Enum::AccessSpecifierEnum access);
+};
+
+}  // namespace qcommon

@@ -1,0 +1,112 @@
+// AsnBuf: the runtime's octet buffer.
+//
+// Encoding writes back to front: each value puts its content first, then its
+// length and tag in front of it, so nothing has to be measured in advance.
+// Decoding reads forward through a read-only view of the caller's bytes; a
+// read past the end yields 0 and sets the read-error flag instead of reading
+// out of bounds. Decode entry points of the runtime turn that flag into a
+// CSM_Exception (see AsnDecodeValue in asn_value_io.h).
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <string>
+
+// The encoding rules a value is coded with. The runtime implements BER only;
+// every caller passes 1.
+enum NIClass_EncodingFormatEnum { NIClass_BER = 1 };
+
+// Decoding limits, one place for all of them.
+struct AsnDecodeLimits {
+  // Constructed values nested deeper than this are refused.
+  static constexpr unsigned kMaxDepth = 32;
+  // A long-form length with more length octets than this is refused.
+  static constexpr unsigned kMaxLengthOctets = 8;
+};
+
+class AsnBuf {
+ public:
+  // An empty buffer for encoding.
+  AsnBuf() = default;
+  // A buffer for decoding `size` octets at `data`. The octets are not copied:
+  // they must outlive the buffer.
+  AsnBuf(const unsigned char* data, std::size_t size);
+  AsnBuf(const AsnBuf&) = delete;
+  AsnBuf& operator=(const AsnBuf&) = delete;
+
+  // ---- encoding ----------------------------------------------------------
+  // Puts one octet in front of what is already written.
+  void PutByteRvs(unsigned char octet) {
+    if (m_front == m_block.get()) AddBuffer(0);
+    *--m_front = octet;
+  }
+  // Puts `size` octets in front, in their own order.
+  void PutSegRvs(const unsigned char* data, std::size_t size);
+  // Makes room in front for at least `size` more octets (at least one when 0),
+  // moving what is written into a larger block.
+  void AddBuffer(std::size_t size);
+  const unsigned char* EncodedData() const { return m_front; }
+  std::size_t EncodedLength() const { return m_blockSize - static_cast<std::size_t>(m_front - m_block.get()); }
+  std::string EncodedBytes() const;
+
+  // ---- decoding ----------------------------------------------------------
+  // The next octet; 0 with the read-error flag set when none is left.
+  unsigned char GetByte() {
+    if (m_read == m_end) {
+      m_readError = true;
+      return 0;
+    }
+    return *m_read++;
+  }
+  // The next octet without consuming it; false when none is left.
+  bool PeekByte(unsigned char& octet) const {
+    if (m_read == m_end) return false;
+    octet = *m_read;
+    return true;
+  }
+  // The next `size` octets, consumed; null with the read-error flag set when
+  // fewer are left (nothing is consumed then).
+  const unsigned char* GetSeg(std::size_t size);
+  std::size_t Remaining() const { return static_cast<std::size_t>(m_end - m_read); }
+  // Octets consumed since the start of the input.
+  std::size_t Offset() const { return static_cast<std::size_t>(m_read - m_begin); }
+  // Restores a position returned by Offset() (for look-ahead).
+  void Rewind(std::size_t offset) { m_read = m_begin + offset; }
+  bool ReadError() const { return m_readError; }
+  void SetReadError() { m_readError = true; }
+
+  // Nesting of constructed values being decoded; entering one level more than
+  // AsnDecodeLimits::kMaxDepth throws a CSM_Exception.
+  void EnterConstructed();
+  void LeaveConstructed() { --m_depth; }
+
+ private:
+  // Encoding block: the written octets are [m_front, m_block + m_blockSize).
+  std::unique_ptr<unsigned char[]> m_block;
+  std::size_t m_blockSize = 0;
+  unsigned char* m_front = nullptr;
+
+  // Decoding view.
+  const unsigned char* m_begin = nullptr;
+  const unsigned char* m_read = nullptr;
+  const unsigned char* m_end = nullptr;
+  bool m_readError = false;
+  unsigned m_depth = 0;
+};
+
+// Counts one level of constructed nesting for as long as it lives, so the
+// count stays right on every way out of a decode, exceptions included.
+class AsnNestingGuard {
+ public:
+  explicit AsnNestingGuard(AsnBuf& buf) : m_buf(buf) { m_buf.EnterConstructed(); }
+  ~AsnNestingGuard() { m_buf.LeaveConstructed(); }
+  AsnNestingGuard(const AsnNestingGuard&) = delete;
+  AsnNestingGuard& operator=(const AsnNestingGuard&) = delete;
+
+ private:
+  AsnBuf& m_buf;
+};
+
+// Throws a heap-allocated CSM_Exception for a malformed encoding. `what`
+// names the defect and the value; the offset of `buf` is appended.
+[[noreturn]] void AsnThrowDecodeError(const AsnBuf& buf, const std::string& what);

@@ -1,0 +1,338 @@
+#include "platform/asn/asn_sequence.h"
+
+#include <memory>
+#include <string>
+
+#include "platform/asn/asn_bool.h"
+#include "platform/asn/asn_int.h"
+#include "platform/asn/asn_list_base.h"
+#include "platform/asn/asn_octs.h"
+#include "platform/asn/csm_exception.h"
+#include "platform/refl/may_null_pointer.h"
+
+namespace {
+
+enum class MemberKind { kOcts, kTinyInt, kInt, kBool, kList, kRecord, kUnsupported };
+
+MemberKind KindOf(const refl::CGnlTypeInfor& type) {
+  if (type.KindCode() == refl::kKindClass) return MemberKind::kRecord;
+  switch (type.CustomId()) {
+    case kAsnOctsClassId: return MemberKind::kOcts;
+    case kAsnTinyIntClassId: return MemberKind::kTinyInt;
+    case kAsnIntClassId: return MemberKind::kInt;
+    case kAsnBoolClassId: return MemberKind::kBool;
+    case kAsnSeqOfClassId: return MemberKind::kList;
+    default: return MemberKind::kUnsupported;
+  }
+}
+
+// One registered attribute bound to one record object.
+class Member {
+ public:
+  Member(const refl::CAttribInfor& attribute, void* record)
+      : m_attribute(attribute),
+        m_kind(KindOf(attribute.type)),
+        m_address(static_cast<char*>(record) + attribute.position) {}
+
+  const refl::CAttribInfor& Attribute() const { return m_attribute; }
+  const std::string& Name() const { return m_attribute.name; }
+  MemberKind Kind() const { return m_kind; }
+  bool IsOptional() const { return m_attribute.type.IsMayNull(); }
+  bool IsConstructed() const { return m_kind == MemberKind::kList || m_kind == MemberKind::kRecord; }
+
+  // The member's value: the member itself, or the object its holder holds
+  // (null when an optional member is absent).
+  AsnType* Value() const {
+    if (IsOptional()) return static_cast<AsnType*>(Holder()->RawObject());
+    return reinterpret_cast<AsnType*>(m_address);
+  }
+  // The value of an optional member, created (with its defaults) when absent.
+  AsnType* ValueOrCreate() const {
+    if (IsOptional() && Holder()->IsNull()) Holder()->RawAdopt(m_attribute.type.Creator()());
+    return Value();
+  }
+  // Makes an optional member absent, destroying what it held.
+  void Reset() const {
+    if (void* object = Holder()->RawRelease()) m_attribute.type.Destroyer()(object);
+  }
+
+  // The tag this member is encoded with.
+  AsnTag Tag() const {
+    if (IsOptional()) {
+      return MakeTag(AsnTagClass::kContext, IsConstructed(), static_cast<unsigned>(m_attribute.number));
+    }
+    switch (m_kind) {
+      case MemberKind::kOcts: return kTagOctetString;
+      case MemberKind::kTinyInt:
+      case MemberKind::kInt: return kTagInteger;
+      case MemberKind::kBool: return kTagBoolean;
+      default: return kTagSequence;
+    }
+  }
+  // OCTET STRING members also come in the constructed form.
+  bool Matches(AsnTag tag) const {
+    const AsnTag own = Tag();
+    return tag == own || (m_kind == MemberKind::kOcts && tag == TagWithForm(own, true));
+  }
+
+ private:
+  refl::MayNullPointerBase* Holder() const { return reinterpret_cast<refl::MayNullPointerBase*>(m_address); }
+
+  const refl::CAttribInfor& m_attribute;
+  MemberKind m_kind;
+  char* m_address;
+};
+
+void* ObjectOf(const AsnSequence& record, refl::CRefrence& reference) {
+  record.BindReflection(reference);
+  return reference.Object();
+}
+
+// Content octets of a value whose tag the caller writes.
+unsigned long EncodeContent(AsnBuf& buf, MemberKind kind, AsnType* value) {
+  switch (kind) {
+    case MemberKind::kOcts: return static_cast<AsnOcts*>(value)->BEncContent(buf);
+    case MemberKind::kTinyInt: return static_cast<AsnTinyInt*>(value)->BEncContent(buf);
+    case MemberKind::kInt: return static_cast<AsnInt*>(value)->BEncContent(buf);
+    case MemberKind::kBool: return static_cast<AsnBool*>(value)->BEncContent(buf);
+    case MemberKind::kList: return static_cast<AsnListBase*>(value)->BEncContent(buf, NIClass_BER);
+    case MemberKind::kRecord: return static_cast<AsnSequence*>(value)->BEncContent(buf, NIClass_BER);
+    default: return 0;
+  }
+}
+
+void DecodeContent(AsnBuf& buf, MemberKind kind, AsnType* value, AsnTag tag, unsigned long length,
+                   unsigned long& bytesDecoded) {
+  switch (kind) {
+    case MemberKind::kOcts: static_cast<AsnOcts*>(value)->BDecContent(buf, tag, length, bytesDecoded); break;
+    case MemberKind::kTinyInt: static_cast<AsnTinyInt*>(value)->BDecContent(buf, tag, length, bytesDecoded); break;
+    case MemberKind::kInt: static_cast<AsnInt*>(value)->BDecContent(buf, tag, length, bytesDecoded); break;
+    case MemberKind::kBool: static_cast<AsnBool*>(value)->BDecContent(buf, tag, length, bytesDecoded); break;
+    case MemberKind::kList:
+      static_cast<AsnListBase*>(value)->BDecContent(buf, tag, length, bytesDecoded, NIClass_BER);
+      break;
+    case MemberKind::kRecord:
+      static_cast<AsnSequence*>(value)->BDecContent(buf, tag, length, bytesDecoded, NIClass_BER);
+      break;
+    default: AsnThrowDecodeError(buf, "member of a type the codec does not handle");
+  }
+}
+
+void AssignValue(MemberKind kind, AsnType* target, const AsnType* source) {
+  switch (kind) {
+    case MemberKind::kOcts: *static_cast<AsnOcts*>(target) = *static_cast<const AsnOcts*>(source); break;
+    case MemberKind::kTinyInt: *static_cast<AsnTinyInt*>(target) = *static_cast<const AsnTinyInt*>(source); break;
+    case MemberKind::kInt: *static_cast<AsnInt*>(target) = *static_cast<const AsnInt*>(source); break;
+    case MemberKind::kBool: *static_cast<AsnBool*>(target) = *static_cast<const AsnBool*>(source); break;
+    case MemberKind::kList:
+      static_cast<AsnListBase*>(target)->AssignList(*static_cast<const AsnListBase*>(source));
+      break;
+    case MemberKind::kRecord:
+      AsnSequence::Assign(*static_cast<AsnSequence*>(target), *static_cast<const AsnSequence*>(source));
+      break;
+    default: break;
+  }
+}
+
+// Prefixes the message of a member's decoding error with "Record.member: ".
+[[noreturn]] void RethrowInMember(CSM_Exception* error, const std::string& where) {
+  const std::unique_ptr<CSM_Exception> owned(error);
+  const std::string message = where + ": " + owned->Message();
+  throw new CSM_Exception(owned->ErrorCode(), owned->Location(), owned->Context().c_str(), owned->File().c_str(),
+                          message.c_str(), nullptr);
+}
+
+void WriteIndent(std::ostream& os, unsigned long level) { os << std::string(2 * level, ' '); }
+
+}  // namespace
+
+const refl::CClassInfor& AsnSequence::ClassInfor() const {
+  refl::CRefrence reference;
+  BindReflection(reference);
+  return *reference.ClassInfor();
+}
+
+const char* AsnSequence::typeName() const { return ClassInfor().Name().c_str(); }
+
+unsigned long AsnSequence::BEncContent(AsnBuf& buf, NIClass_EncodingFormatEnum) {
+  refl::CRefrence reference;
+  void* object = ObjectOf(*this, reference);
+  const auto& attributes = reference.ClassInfor()->Attributes();
+  unsigned long written = 0;
+  // Back to front: the last member first, so the members end up in order.
+  for (auto attribute = attributes.rbegin(); attribute != attributes.rend(); ++attribute) {
+    const Member member(*attribute, object);
+    AsnType* value = member.Value();
+    if (value == nullptr) continue;  // absent optional member
+    if (!member.IsOptional()) {
+      written += value->BEnc(buf, NIClass_BER);
+      continue;
+    }
+    const unsigned long content = EncodeContent(buf, member.Kind(), value);
+    const unsigned long length = BEncDefLen(buf, content);
+    written += content + length + BEncTag(buf, member.Tag());
+  }
+  return written;
+}
+
+unsigned long AsnSequence::BEnc(AsnBuf& buf, NIClass_EncodingFormatEnum format) {
+  const unsigned long content = BEncContent(buf, format);
+  const unsigned long length = BEncDefLen(buf, content);
+  return content + length + BEncTag(buf, kTagSequence);
+}
+
+void AsnSequence::BDec(AsnBuf& buf, unsigned long& bytesDecoded, NIClass_EncodingFormatEnum format) {
+  const std::string name = typeName();
+  const AsnTag tag = BDecTag(buf, bytesDecoded);
+  if (buf.ReadError()) AsnThrowDecodeError(buf, name + ": input ends before the tag");
+  if (tag != kTagSequence) AsnThrowDecodeError(buf, name + ": wrong tag " + TagToString(tag) + ", expected SEQUENCE");
+  const unsigned long length = BDecLen(buf, bytesDecoded);
+  if (buf.ReadError()) AsnThrowDecodeError(buf, name + ": input ends in the length");
+  BDecContent(buf, tag, length, bytesDecoded, format);
+}
+
+void AsnSequence::BDecContent(AsnBuf& buf, unsigned int, unsigned long length, unsigned long& bytesDecoded,
+                              NIClass_EncodingFormatEnum) {
+  const AsnNestingGuard nesting(buf);
+  refl::CRefrence reference;
+  void* object = ObjectOf(*this, reference);
+  const refl::CClassInfor& infor = *reference.ClassInfor();
+  const auto& attributes = infor.Attributes();
+  const std::string& name = infor.Name();
+  const bool indefinite = length == kIndefiniteLength;
+  if (!indefinite && length > buf.Remaining()) {
+    AsnThrowDecodeError(buf, name + ": length " + std::to_string(length) + " runs past the input");
+  }
+  const std::size_t end = indefinite ? 0 : buf.Offset() + length;
+
+  // Decoding replaces the record's content: optional members start absent.
+  for (const auto& attribute : attributes) {
+    const Member member(attribute, object);
+    if (member.IsOptional()) member.Reset();
+  }
+
+  unsigned long consumed = 0;
+  std::size_t next = 0;  // the first attribute that may still come
+  for (;;) {
+    if (indefinite) {
+      if (AtEoc(buf)) break;
+      if (buf.Remaining() == 0) AsnThrowDecodeError(buf, name + ": missing end-of-contents");
+    } else if (buf.Offset() >= end) {
+      break;
+    }
+    const AsnTag tag = BDecTag(buf, consumed);
+    if (buf.ReadError()) AsnThrowDecodeError(buf, name + ": input ends inside the record");
+
+    // Optional members that do not match are absent; a mandatory one must match.
+    std::size_t index = next;
+    for (; index < attributes.size(); ++index) {
+      const Member member(attributes[index], object);
+      if (member.Matches(tag)) break;
+      if (!member.IsOptional()) {
+        AsnThrowDecodeError(buf, name + "." + member.Name() + ": wrong tag " + TagToString(tag) +
+                                     " for a mandatory member, expected " + TagToString(member.Tag()));
+      }
+    }
+    if (index == attributes.size()) {
+      for (std::size_t earlier = 0; earlier < next; ++earlier) {
+        const Member member(attributes[earlier], object);
+        if (member.Matches(tag)) {
+          AsnThrowDecodeError(buf, name + "." + member.Name() + ": member out of order or repeated");
+        }
+      }
+      if (next == attributes.size()) AsnThrowDecodeError(buf, name + ": content left over after the last member");
+      AsnThrowDecodeError(buf, name + ": unknown member with tag " + TagToString(tag));
+    }
+
+    const Member member(attributes[index], object);
+    const unsigned long memberLength = BDecLen(buf, consumed);
+    if (buf.ReadError()) AsnThrowDecodeError(buf, name + "." + member.Name() + ": input ends in the length");
+    const std::size_t contentStart = buf.Offset();
+    if (!indefinite && memberLength != kIndefiniteLength && contentStart + memberLength > end) {
+      AsnThrowDecodeError(buf, name + "." + member.Name() + ": length runs past the enclosing record");
+    }
+    try {
+      DecodeContent(buf, member.Kind(), member.ValueOrCreate(), tag, memberLength, consumed);
+    } catch (CSM_Exception* error) {
+      RethrowInMember(error, name + "." + member.Name());
+    }
+    if (buf.ReadError()) AsnThrowDecodeError(buf, name + "." + member.Name() + ": runs past the input");
+    if (memberLength != kIndefiniteLength && buf.Offset() != contentStart + memberLength) {
+      AsnThrowDecodeError(buf, name + "." + member.Name() + ": content does not match its length");
+    }
+    if (!indefinite && buf.Offset() > end) {
+      AsnThrowDecodeError(buf, name + "." + member.Name() + ": runs past the enclosing record");
+    }
+    next = index + 1;
+  }
+
+  for (std::size_t index = next; index < attributes.size(); ++index) {
+    const Member member(attributes[index], object);
+    if (!member.IsOptional()) AsnThrowDecodeError(buf, name + "." + member.Name() + ": mandatory member missing");
+  }
+  if (indefinite) BDecEoc(buf, consumed);
+  bytesDecoded += consumed;
+}
+
+void AsnSequence::Print(std::ostream& os, unsigned long level, bool lineBreak) const {
+  if (lineBreak) {
+    os << '\n';
+    WriteIndent(os, level);
+  }
+  refl::CRefrence reference;
+  void* object = ObjectOf(*this, reference);
+  os << reference.ClassInfor()->Name() << " {";
+  for (const auto& attribute : reference.ClassInfor()->Attributes()) {
+    const Member member(attribute, object);
+    const AsnType* value = member.Value();
+    if (value == nullptr) continue;
+    os << '\n';
+    WriteIndent(os, level + 1);
+    os << member.Name() << ' ';
+    if (member.Kind() == MemberKind::kList) {
+      if (static_cast<const AsnListBase*>(value)->Count() == 0) {
+        os << "{}";
+        continue;
+      }
+      os << '{';
+      value->Print(os, level + 2, true);
+      os << '\n';
+      WriteIndent(os, level + 1);
+      os << '}';
+      continue;
+    }
+    value->Print(os, level + 1, false);
+  }
+  os << '\n';
+  WriteIndent(os, level);
+  os << '}';
+}
+
+void AsnSequence::Constructor(AsnSequence&) {
+  // Members construct themselves with their defaults; registration is lazy,
+  // so nothing is registered here.
+}
+
+void AsnSequence::CopyConstructor(AsnSequence& record, const AsnSequence& source) { Assign(record, source); }
+
+void AsnSequence::Destructor(AsnSequence&) {
+  // Members, holders and lists destroy what they own themselves.
+}
+
+void AsnSequence::Assign(AsnSequence& record, const AsnSequence& source) {
+  if (&record == &source) return;
+  refl::CRefrence targetReference;
+  refl::CRefrence sourceReference;
+  void* target = ObjectOf(record, targetReference);
+  void* from = ObjectOf(source, sourceReference);
+  for (const auto& attribute : sourceReference.ClassInfor()->Attributes()) {
+    const Member to(attribute, target);
+    const Member in(attribute, from);
+    const AsnType* value = in.Value();
+    if (value == nullptr) {
+      to.Reset();
+      continue;
+    }
+    AssignValue(to.Kind(), to.ValueOrCreate(), value);
+  }
+}

@@ -1,0 +1,20 @@
+// Whole-value encoding and decoding: the entry points the tool and the tests
+// use. They never leave the buffer's read-error flag unread.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+#include "platform/asn/asn_type.h"
+
+// Decodes exactly one complete value from `bytes`. Throws CSM_Exception* on a
+// malformed encoding, when the input ends early, or when octets are left over.
+void AsnDecodeValue(AsnType& value, std::string_view bytes);
+
+// Decodes one complete value from the front of `bytes` and returns how many
+// octets it took (for inputs that hold several values one after another).
+std::size_t AsnDecodeFront(AsnType& value, std::string_view bytes);
+
+// The BER encoding of `value`.
+std::string AsnEncodeValue(AsnType& value);
