@@ -11,3 +11,4 @@
 #include "asn/qasn_tiny_int_list.cpp"
 #include "asn/qasn_err_info.cpp"
 #include "asn/qcommon_lists.cpp"
+#include "convert/name_value.cpp"

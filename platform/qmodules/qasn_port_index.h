@@ -1,0 +1,46 @@
+// qcommon::QAsnPortIndex: a port address on the Q-interface.
+//
+//   QAsnPortIndex ::= SEQUENCE {
+//     level1ID INTEGER, level2ID INTEGER,
+//     level2SubID [0] IMPLICIT INTEGER OPTIONAL,
+//     level3ID INTEGER,
+//     level3SubID [1] IMPLICIT INTEGER OPTIONAL,
+//     level4ID INTEGER,
+//     strIndexText [2] IMPLICIT OCTET STRING OPTIONAL }
+#pragma once
+
+#include "platform/asn/asn_int.h"
+#include "platform/asn/asn_octs.h"
+#include "platform/asn/asn_sequence.h"
+#include "platform/refl/may_null_pointer.h"
+
+namespace qcommon {
+
+class QAsnPortIndex : public AsnSequence {
+ public:
+  AsnTinyInt level1ID;
+  AsnTinyInt level2ID;
+  refl::MayNullPointer<AsnTinyInt> level2SubID;
+  AsnTinyInt level3ID;
+  refl::MayNullPointer<AsnTinyInt> level3SubID;
+  AsnTinyInt level4ID;
+  refl::MayNullPointer<AsnOcts> strIndexText;
+
+  QAsnPortIndex() { Constructor(*this); }
+  QAsnPortIndex(const QAsnPortIndex& other) : AsnSequence() { CopyConstructor(*this, other); }
+  ~QAsnPortIndex() override { Destructor(*this); }
+  QAsnPortIndex& operator=(const QAsnPortIndex& other) {
+    Assign(*this, other);
+    return *this;
+  }
+
+  AsnType* Clone() const override;
+  bool BindReflection(refl::CRefrence& reference) const override;
+  // The class description, registered on first use as "QAsnPortIndex".
+  static const refl::CClassInfor& GetClassInfor();
+
+ private:
+  static void RegisterAttributes(refl::CClassInfor& infor, refl::Enum::AccessSpecifierEnum access);
+};
+
+}  // namespace qcommon
