@@ -188,8 +188,8 @@ void AsnSeqOf<T>::BDec(AsnBuf& buf, unsigned long& bytesDecoded, NIClass_Encodin
   unsigned int tag = static_cast<unsigned int>(first) << 24;
   if (!buf.ReadError() && (first & 0x1F) == 0x1F) BDecTag_Impl(buf, bytesDecoded, tag);
   if (tag != kTagSequence) {
-    throw new CSM_Exception(kAsnDecodeError, 250, "", __BASE_FILE__, "AsnList::BDec: ERROR tag on SEQUENCE OF is wrong.",
-                            nullptr);
+    throw new CSM_Exception(kAsnDecodeError, 250, "", __BASE_FILE__,
+                            "AsnList::BDec: ERROR tag on SEQUENCE OF is wrong.", nullptr);
   }
   const unsigned char lengthOctet = buf.GetByte();
   ++bytesDecoded;

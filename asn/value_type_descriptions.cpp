@@ -9,12 +9,12 @@ namespace {
 refl::CCustomBasicTypeInfor* s_pAsnOctsTypeInfor = nullptr;
 refl::CCustomBasicTypeInfor* s_pAsnTinyIntTypeInfor = nullptr;
 
-
 }  // namespace
 
 template <>
 void refl::CGnlTypeInfor::CaptureTypeInfor<AsnOcts>() {
-  ChangeTypeTo_CustomBasicType(refl::BasicTypeDescription<AsnOcts>(s_pAsnOctsTypeInfor, "AsnOcts", kKindBinary, kAsnOctsClassId));
+  ChangeTypeTo_CustomBasicType(
+      refl::BasicTypeDescription<AsnOcts>(s_pAsnOctsTypeInfor, "AsnOcts", kKindBinary, kAsnOctsClassId));
 }
 
 template <>

@@ -14,7 +14,8 @@ inline std::string OctsText(const AsnOcts& octs) {
   const unsigned char* data = octs.data();
   if (octs.Len() == 0 || data == nullptr) return std::string();
   const void* zero = std::memchr(data, 0, octs.Len());
-  const std::size_t length = zero ? static_cast<std::size_t>(static_cast<const unsigned char*>(zero) - data) : octs.Len();
+  const std::size_t length =
+      zero ? static_cast<std::size_t>(static_cast<const unsigned char*>(zero) - data) : octs.Len();
   return std::string(reinterpret_cast<const char*>(data), length);
 }
 

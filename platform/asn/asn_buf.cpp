@@ -42,8 +42,8 @@ const unsigned char* AsnBuf::GetSeg(std::size_t size) {
 
 void AsnBuf::EnterConstructed() {
   if (m_depth >= AsnDecodeLimits::kMaxDepth) {
-    AsnThrowDecodeError(*this, "constructed values nested deeper than " + std::to_string(AsnDecodeLimits::kMaxDepth) +
-                                   " levels");
+    AsnThrowDecodeError(
+        *this, "constructed values nested deeper than " + std::to_string(AsnDecodeLimits::kMaxDepth) + " levels");
   }
   ++m_depth;
 }

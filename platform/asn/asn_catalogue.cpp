@@ -39,8 +39,7 @@ std::vector<AsnCatalogueEntry> AsnCatalogue::All() {
     const std::lock_guard<std::mutex> lock(catalogue.mutex);
     for (const auto& entry : catalogue.entries) all.push_back(*entry.second);
   }
-  std::stable_sort(all.begin(), all.end(), [](const AsnCatalogueEntry& a, const AsnCatalogueEntry& b) {
-    return a.module < b.module;
-  });
+  std::stable_sort(all.begin(), all.end(),
+                   [](const AsnCatalogueEntry& a, const AsnCatalogueEntry& b) { return a.module < b.module; });
   return all;
 }

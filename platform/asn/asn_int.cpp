@@ -25,7 +25,8 @@ std::int64_t DecodeContent(AsnBuf& buf, unsigned long length, unsigned maxOctets
   if (length == 0) AsnThrowDecodeError(buf, name + ": INTEGER without content octets");
   const unsigned char* octets = buf.GetSeg(length);
   if (octets == nullptr) AsnThrowDecodeError(buf, name + ": INTEGER runs past the input");
-  if (length > 1 && ((octets[0] == 0x00 && (octets[1] & 0x80) == 0) || (octets[0] == 0xFF && (octets[1] & 0x80) != 0))) {
+  if (length > 1 &&
+      ((octets[0] == 0x00 && (octets[1] & 0x80) == 0) || (octets[0] == 0xFF && (octets[1] & 0x80) != 0))) {
     AsnThrowDecodeError(buf, name + ": INTEGER content is not minimal");
   }
   if (length > maxOctets) {

@@ -45,7 +45,8 @@ void DecodeSegments(AsnBuf& buf, unsigned long length, unsigned long& bytesDecod
       out.append(reinterpret_cast<const char*>(octets), segmentLength);
       consumed += segmentLength;
     }
-    if (!indefinite && buf.Offset() > end) AsnThrowDecodeError(buf, "OCTET STRING segment runs past its enclosing value");
+    if (!indefinite && buf.Offset() > end)
+      AsnThrowDecodeError(buf, "OCTET STRING segment runs past its enclosing value");
   }
   if (indefinite) BDecEoc(buf, consumed);
   bytesDecoded += consumed;
@@ -89,7 +90,8 @@ void PrintOctets(std::ostream& os, std::string_view octets) {
   }
   const std::ios::fmtflags flags = os.flags();
   os << '\'';
-  for (const char c : octets) os << std::hex << std::uppercase << std::setw(2) << std::setfill('0') << (static_cast<unsigned>(c) & 0xFF);
+  for (const char c : octets)
+    os << std::hex << std::uppercase << std::setw(2) << std::setfill('0') << (static_cast<unsigned>(c) & 0xFF);
   os.flags(flags);
   os << std::setfill(' ') << "'H";
 }

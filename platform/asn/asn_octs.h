@@ -5,8 +5,8 @@
 #include <string>
 #include <string_view>
 
-#include "platform/asn/ber.h"
 #include "platform/asn/asn_type.h"
+#include "platform/asn/ber.h"
 #include "platform/refl/cbinary.h"
 
 class AsnOcts : public AsnType {

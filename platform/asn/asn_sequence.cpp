@@ -6,82 +6,12 @@
 #include "platform/asn/asn_bool.h"
 #include "platform/asn/asn_int.h"
 #include "platform/asn/asn_list_base.h"
+#include "platform/asn/asn_member.h"
 #include "platform/asn/asn_octs.h"
 #include "platform/asn/csm_exception.h"
 #include "platform/refl/may_null_pointer.h"
 
 namespace {
-
-enum class MemberKind { kOcts, kTinyInt, kInt, kBool, kList, kRecord, kUnsupported };
-
-MemberKind KindOf(const refl::CGnlTypeInfor& type) {
-  if (type.KindCode() == refl::kKindClass) return MemberKind::kRecord;
-  switch (type.CustomId()) {
-    case kAsnOctsClassId: return MemberKind::kOcts;
-    case kAsnTinyIntClassId: return MemberKind::kTinyInt;
-    case kAsnIntClassId: return MemberKind::kInt;
-    case kAsnBoolClassId: return MemberKind::kBool;
-    case kAsnSeqOfClassId: return MemberKind::kList;
-    default: return MemberKind::kUnsupported;
-  }
-}
-
-// One registered attribute bound to one record object.
-class Member {
- public:
-  Member(const refl::CAttribInfor& attribute, void* record)
-      : m_attribute(attribute),
-        m_kind(KindOf(attribute.type)),
-        m_address(static_cast<char*>(record) + attribute.position) {}
-
-  const refl::CAttribInfor& Attribute() const { return m_attribute; }
-  const std::string& Name() const { return m_attribute.name; }
-  MemberKind Kind() const { return m_kind; }
-  bool IsOptional() const { return m_attribute.type.IsMayNull(); }
-  bool IsConstructed() const { return m_kind == MemberKind::kList || m_kind == MemberKind::kRecord; }
-
-  // The member's value: the member itself, or the object its holder holds
-  // (null when an optional member is absent).
-  AsnType* Value() const {
-    if (IsOptional()) return static_cast<AsnType*>(Holder()->RawObject());
-    return reinterpret_cast<AsnType*>(m_address);
-  }
-  // The value of an optional member, created (with its defaults) when absent.
-  AsnType* ValueOrCreate() const {
-    if (IsOptional() && Holder()->IsNull()) Holder()->RawAdopt(m_attribute.type.Creator()());
-    return Value();
-  }
-  // Makes an optional member absent, destroying what it held.
-  void Reset() const {
-    if (void* object = Holder()->RawRelease()) m_attribute.type.Destroyer()(object);
-  }
-
-  // The tag this member is encoded with.
-  AsnTag Tag() const {
-    if (IsOptional()) {
-      return MakeTag(AsnTagClass::kContext, IsConstructed(), static_cast<unsigned>(m_attribute.number));
-    }
-    switch (m_kind) {
-      case MemberKind::kOcts: return kTagOctetString;
-      case MemberKind::kTinyInt:
-      case MemberKind::kInt: return kTagInteger;
-      case MemberKind::kBool: return kTagBoolean;
-      default: return kTagSequence;
-    }
-  }
-  // OCTET STRING members also come in the constructed form.
-  bool Matches(AsnTag tag) const {
-    const AsnTag own = Tag();
-    return tag == own || (m_kind == MemberKind::kOcts && tag == TagWithForm(own, true));
-  }
-
- private:
-  refl::MayNullPointerBase* Holder() const { return reinterpret_cast<refl::MayNullPointerBase*>(m_address); }
-
-  const refl::CAttribInfor& m_attribute;
-  MemberKind m_kind;
-  char* m_address;
-};
 
 void* ObjectOf(const AsnSequence& record, refl::CRefrence& reference) {
   record.BindReflection(reference);
@@ -89,48 +19,73 @@ void* ObjectOf(const AsnSequence& record, refl::CRefrence& reference) {
 }
 
 // Content octets of a value whose tag the caller writes.
-unsigned long EncodeContent(AsnBuf& buf, MemberKind kind, AsnType* value) {
+unsigned long EncodeContent(AsnBuf& buf, AsnMemberKind kind, AsnType* value) {
   switch (kind) {
-    case MemberKind::kOcts: return static_cast<AsnOcts*>(value)->BEncContent(buf);
-    case MemberKind::kTinyInt: return static_cast<AsnTinyInt*>(value)->BEncContent(buf);
-    case MemberKind::kInt: return static_cast<AsnInt*>(value)->BEncContent(buf);
-    case MemberKind::kBool: return static_cast<AsnBool*>(value)->BEncContent(buf);
-    case MemberKind::kList: return static_cast<AsnListBase*>(value)->BEncContent(buf, NIClass_BER);
-    case MemberKind::kRecord: return static_cast<AsnSequence*>(value)->BEncContent(buf, NIClass_BER);
-    default: return 0;
+    case AsnMemberKind::kOcts:
+      return static_cast<AsnOcts*>(value)->BEncContent(buf);
+    case AsnMemberKind::kTinyInt:
+      return static_cast<AsnTinyInt*>(value)->BEncContent(buf);
+    case AsnMemberKind::kInt:
+      return static_cast<AsnInt*>(value)->BEncContent(buf);
+    case AsnMemberKind::kBool:
+      return static_cast<AsnBool*>(value)->BEncContent(buf);
+    case AsnMemberKind::kList:
+      return static_cast<AsnListBase*>(value)->BEncContent(buf, NIClass_BER);
+    case AsnMemberKind::kRecord:
+      return static_cast<AsnSequence*>(value)->BEncContent(buf, NIClass_BER);
+    default:
+      return 0;
   }
 }
 
-void DecodeContent(AsnBuf& buf, MemberKind kind, AsnType* value, AsnTag tag, unsigned long length,
+void DecodeContent(AsnBuf& buf, AsnMemberKind kind, AsnType* value, AsnTag tag, unsigned long length,
                    unsigned long& bytesDecoded) {
   switch (kind) {
-    case MemberKind::kOcts: static_cast<AsnOcts*>(value)->BDecContent(buf, tag, length, bytesDecoded); break;
-    case MemberKind::kTinyInt: static_cast<AsnTinyInt*>(value)->BDecContent(buf, tag, length, bytesDecoded); break;
-    case MemberKind::kInt: static_cast<AsnInt*>(value)->BDecContent(buf, tag, length, bytesDecoded); break;
-    case MemberKind::kBool: static_cast<AsnBool*>(value)->BDecContent(buf, tag, length, bytesDecoded); break;
-    case MemberKind::kList:
+    case AsnMemberKind::kOcts:
+      static_cast<AsnOcts*>(value)->BDecContent(buf, tag, length, bytesDecoded);
+      break;
+    case AsnMemberKind::kTinyInt:
+      static_cast<AsnTinyInt*>(value)->BDecContent(buf, tag, length, bytesDecoded);
+      break;
+    case AsnMemberKind::kInt:
+      static_cast<AsnInt*>(value)->BDecContent(buf, tag, length, bytesDecoded);
+      break;
+    case AsnMemberKind::kBool:
+      static_cast<AsnBool*>(value)->BDecContent(buf, tag, length, bytesDecoded);
+      break;
+    case AsnMemberKind::kList:
       static_cast<AsnListBase*>(value)->BDecContent(buf, tag, length, bytesDecoded, NIClass_BER);
       break;
-    case MemberKind::kRecord:
+    case AsnMemberKind::kRecord:
       static_cast<AsnSequence*>(value)->BDecContent(buf, tag, length, bytesDecoded, NIClass_BER);
       break;
-    default: AsnThrowDecodeError(buf, "member of a type the codec does not handle");
+    default:
+      AsnThrowDecodeError(buf, "member of a type the codec does not handle");
   }
 }
 
-void AssignValue(MemberKind kind, AsnType* target, const AsnType* source) {
+void AssignValue(AsnMemberKind kind, AsnType* target, const AsnType* source) {
   switch (kind) {
-    case MemberKind::kOcts: *static_cast<AsnOcts*>(target) = *static_cast<const AsnOcts*>(source); break;
-    case MemberKind::kTinyInt: *static_cast<AsnTinyInt*>(target) = *static_cast<const AsnTinyInt*>(source); break;
-    case MemberKind::kInt: *static_cast<AsnInt*>(target) = *static_cast<const AsnInt*>(source); break;
-    case MemberKind::kBool: *static_cast<AsnBool*>(target) = *static_cast<const AsnBool*>(source); break;
-    case MemberKind::kList:
+    case AsnMemberKind::kOcts:
+      *static_cast<AsnOcts*>(target) = *static_cast<const AsnOcts*>(source);
+      break;
+    case AsnMemberKind::kTinyInt:
+      *static_cast<AsnTinyInt*>(target) = *static_cast<const AsnTinyInt*>(source);
+      break;
+    case AsnMemberKind::kInt:
+      *static_cast<AsnInt*>(target) = *static_cast<const AsnInt*>(source);
+      break;
+    case AsnMemberKind::kBool:
+      *static_cast<AsnBool*>(target) = *static_cast<const AsnBool*>(source);
+      break;
+    case AsnMemberKind::kList:
       static_cast<AsnListBase*>(target)->AssignList(*static_cast<const AsnListBase*>(source));
       break;
-    case MemberKind::kRecord:
+    case AsnMemberKind::kRecord:
       AsnSequence::Assign(*static_cast<AsnSequence*>(target), *static_cast<const AsnSequence*>(source));
       break;
-    default: break;
+    default:
+      break;
   }
 }
 
@@ -161,7 +116,7 @@ unsigned long AsnSequence::BEncContent(AsnBuf& buf, NIClass_EncodingFormatEnum) 
   unsigned long written = 0;
   // Back to front: the last member first, so the members end up in order.
   for (auto attribute = attributes.rbegin(); attribute != attributes.rend(); ++attribute) {
-    const Member member(*attribute, object);
+    const AsnMember member(*attribute, object);
     AsnType* value = member.Value();
     if (value == nullptr) continue;  // absent optional member
     if (!member.IsOptional()) {
@@ -207,7 +162,7 @@ void AsnSequence::BDecContent(AsnBuf& buf, unsigned int, unsigned long length, u
 
   // Decoding replaces the record's content: optional members start absent.
   for (const auto& attribute : attributes) {
-    const Member member(attribute, object);
+    const AsnMember member(attribute, object);
     if (member.IsOptional()) member.Reset();
   }
 
@@ -226,7 +181,7 @@ void AsnSequence::BDecContent(AsnBuf& buf, unsigned int, unsigned long length, u
     // Optional members that do not match are absent; a mandatory one must match.
     std::size_t index = next;
     for (; index < attributes.size(); ++index) {
-      const Member member(attributes[index], object);
+      const AsnMember member(attributes[index], object);
       if (member.Matches(tag)) break;
       if (!member.IsOptional()) {
         AsnThrowDecodeError(buf, name + "." + member.Name() + ": wrong tag " + TagToString(tag) +
@@ -235,7 +190,7 @@ void AsnSequence::BDecContent(AsnBuf& buf, unsigned int, unsigned long length, u
     }
     if (index == attributes.size()) {
       for (std::size_t earlier = 0; earlier < next; ++earlier) {
-        const Member member(attributes[earlier], object);
+        const AsnMember member(attributes[earlier], object);
         if (member.Matches(tag)) {
           AsnThrowDecodeError(buf, name + "." + member.Name() + ": member out of order or repeated");
         }
@@ -244,7 +199,7 @@ void AsnSequence::BDecContent(AsnBuf& buf, unsigned int, unsigned long length, u
       AsnThrowDecodeError(buf, name + ": unknown member with tag " + TagToString(tag));
     }
 
-    const Member member(attributes[index], object);
+    const AsnMember member(attributes[index], object);
     const unsigned long memberLength = BDecLen(buf, consumed);
     if (buf.ReadError()) AsnThrowDecodeError(buf, name + "." + member.Name() + ": input ends in the length");
     const std::size_t contentStart = buf.Offset();
@@ -267,7 +222,7 @@ void AsnSequence::BDecContent(AsnBuf& buf, unsigned int, unsigned long length, u
   }
 
   for (std::size_t index = next; index < attributes.size(); ++index) {
-    const Member member(attributes[index], object);
+    const AsnMember member(attributes[index], object);
     if (!member.IsOptional()) AsnThrowDecodeError(buf, name + "." + member.Name() + ": mandatory member missing");
   }
   if (indefinite) BDecEoc(buf, consumed);
@@ -283,13 +238,13 @@ void AsnSequence::Print(std::ostream& os, unsigned long level, bool lineBreak) c
   void* object = ObjectOf(*this, reference);
   os << reference.ClassInfor()->Name() << " {";
   for (const auto& attribute : reference.ClassInfor()->Attributes()) {
-    const Member member(attribute, object);
+    const AsnMember member(attribute, object);
     const AsnType* value = member.Value();
     if (value == nullptr) continue;
     os << '\n';
     WriteIndent(os, level + 1);
     os << member.Name() << ' ';
-    if (member.Kind() == MemberKind::kList) {
+    if (member.Kind() == AsnMemberKind::kList) {
       if (static_cast<const AsnListBase*>(value)->Count() == 0) {
         os << "{}";
         continue;
@@ -326,8 +281,8 @@ void AsnSequence::Assign(AsnSequence& record, const AsnSequence& source) {
   void* target = ObjectOf(record, targetReference);
   void* from = ObjectOf(source, sourceReference);
   for (const auto& attribute : sourceReference.ClassInfor()->Attributes()) {
-    const Member to(attribute, target);
-    const Member in(attribute, from);
+    const AsnMember to(attribute, target);
+    const AsnMember in(attribute, from);
     const AsnType* value = in.Value();
     if (value == nullptr) {
       to.Reset();

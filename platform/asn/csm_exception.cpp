@@ -1,7 +1,7 @@
 #include "platform/asn/csm_exception.h"
 
-CSM_Exception::CSM_Exception(long errorCode, long location, const char* context, const char* file,
-                             const char* message, CSM_Buffer* buffer)
+CSM_Exception::CSM_Exception(long errorCode, long location, const char* context, const char* file, const char* message,
+                             CSM_Buffer* buffer)
     : m_errorCode(errorCode),
       m_location(location),
       m_context(context ? context : ""),

@@ -22,8 +22,8 @@ class CSM_Exception {
   // location: a number that identifies the raising site within its source;
   // context: free text (may be empty); file: the raising source file;
   // message: what is wrong; buffer: optional, ownership passes to the exception.
-  CSM_Exception(long errorCode, long location, const char* context, const char* file,
-                const char* message, CSM_Buffer* buffer);
+  CSM_Exception(long errorCode, long location, const char* context, const char* file, const char* message,
+                CSM_Buffer* buffer);
 
   long ErrorCode() const { return m_errorCode; }
   long Location() const { return m_location; }

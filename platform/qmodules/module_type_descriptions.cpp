@@ -7,12 +7,12 @@ namespace {
 refl::CCustomBasicTypeInfor* s_pAsnIntTypeInfor = nullptr;
 refl::CCustomBasicTypeInfor* s_pAsnBoolTypeInfor = nullptr;
 
-
 }  // namespace
 
 template <>
 void refl::CGnlTypeInfor::CaptureTypeInfor<AsnInt>() {
-  ChangeTypeTo_CustomBasicType(refl::BasicTypeDescription<AsnInt>(s_pAsnIntTypeInfor, "AsnInt", kKindInt64, kAsnIntClassId));
+  ChangeTypeTo_CustomBasicType(
+      refl::BasicTypeDescription<AsnInt>(s_pAsnIntTypeInfor, "AsnInt", kKindInt64, kAsnIntClassId));
 }
 
 template <>
@@ -23,7 +23,8 @@ void refl::CGnlTypeInfor::CaptureTypeInfor<refl::MayNullPointer<AsnInt>>() {
 
 template <>
 void refl::CGnlTypeInfor::CaptureTypeInfor<AsnBool>() {
-  ChangeTypeTo_CustomBasicType(refl::BasicTypeDescription<AsnBool>(s_pAsnBoolTypeInfor, "AsnBool", kKindBool, kAsnBoolClassId));
+  ChangeTypeTo_CustomBasicType(
+      refl::BasicTypeDescription<AsnBool>(s_pAsnBoolTypeInfor, "AsnBool", kKindBool, kAsnBoolClassId));
 }
 
 template <>

@@ -22,8 +22,7 @@ void QAsnPortIndex::RegisterAttributes(refl::CClassInfor& infor, refl::Enum::Acc
 
 const refl::CClassInfor& QAsnPortIndex::GetClassInfor() {
   return *refl::CClassInfor::GetClassInforImpl<QAsnPortIndex>("QAsnPortIndex", &refl::CreateObject<QAsnPortIndex>,
-                                                              &refl::DestroyObject<QAsnPortIndex>,
-                                                              &RegisterAttributes);
+                                                              &refl::DestroyObject<QAsnPortIndex>, &RegisterAttributes);
 }
 
 AsnType* QAsnPortIndex::Clone() const { return new QAsnPortIndex(*this); }

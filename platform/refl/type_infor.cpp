@@ -56,12 +56,9 @@ DestroyFunction CGnlTypeInfor::Destroyer() const {
   return m_customDestroy;
 }
 
-CCustomBasicTypeInfor* CCustomBasicTypeInfor::InitCustomAnyBasicTypeInfor(CCustomBasicTypeInfor*& holder,
-                                                                          const char* name, unsigned long size,
-                                                                          CreateFunction create,
-                                                                          DestroyFunction destroy,
-                                                                          const CGnlTypeInfor& underlying,
-                                                                          unsigned int customId) {
+CCustomBasicTypeInfor* CCustomBasicTypeInfor::InitCustomAnyBasicTypeInfor(
+    CCustomBasicTypeInfor*& holder, const char* name, unsigned long size, CreateFunction create,
+    DestroyFunction destroy, const CGnlTypeInfor& underlying, unsigned int customId) {
   auto* basic = new CCustomBasicTypeInfor;  // lives for the rest of the process
   basic->m_name = name;
   basic->m_size = size;
