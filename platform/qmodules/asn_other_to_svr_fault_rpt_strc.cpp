@@ -1,0 +1,36 @@
+#include "platform/qmodules/asn_other_to_svr_fault_rpt_strc.h"
+
+#include "platform/asn/asn_catalogue.h"
+#include "platform/qmodules/module_type_descriptions.h"
+
+void AsnOtherToSvrFaultRptStrc::RegisterAttributes(refl::CClassInfor& infor, refl::Enum::AccessSpecifierEnum access) {
+  using Record = AsnOtherToSvrFaultRptStrc;
+  const Record probe;
+  infor.AddAttribInfor(access, MemberPosition(probe, &Record::neID), "neID", -1).CaptureTypeInfor<AsnInt>();
+  infor.AddAttribInfor(access, MemberPosition(probe, &Record::alarmGroupID), "alarmGroupID", -1)
+      .CaptureTypeInfor<AsnInt>();
+  infor.AddAttribInfor(access, MemberPosition(probe, &Record::alarmCode), "alarmCode", -1).CaptureTypeInfor<AsnInt>();
+  infor.AddAttribInfor(access, MemberPosition(probe, &Record::strAlarmText), "strAlarmText", -1)
+      .CaptureTypeInfor<AsnOcts>();
+  infor.AddAttribInfor(access, MemberPosition(probe, &Record::faultID), "faultID", -1).CaptureTypeInfor<AsnInt>();
+  infor.AddAttribInfor(access, MemberPosition(probe, &Record::occurTime), "occurTime", -1).CaptureTypeInfor<AsnInt>();
+  infor.AddAttribInfor(access, MemberPosition(probe, &Record::strLocation), "strLocation", 0)
+      .CaptureTypeInfor<refl::MayNullPointer<AsnOcts>>();
+}
+
+const refl::CClassInfor& AsnOtherToSvrFaultRptStrc::GetClassInfor() {
+  return *refl::CClassInfor::GetClassInforImpl<AsnOtherToSvrFaultRptStrc>(
+      "AsnOtherToSvrFaultRptStrc", &refl::CreateObject<AsnOtherToSvrFaultRptStrc>,
+      &refl::DestroyObject<AsnOtherToSvrFaultRptStrc>, &RegisterAttributes);
+}
+
+AsnType* AsnOtherToSvrFaultRptStrc::Clone() const { return new AsnOtherToSvrFaultRptStrc(*this); }
+
+bool AsnOtherToSvrFaultRptStrc::BindReflection(refl::CRefrence& reference) const {
+  return refl::helper::ChangeTypeTo_ClassType(reference, GetClassInfor(), this);
+}
+
+namespace {
+const bool s_faultReportCatalogued =
+    AsnCatalogue::Add({"AsnOtherToSvrFaultRptStrc", "qreturn", &CreateAsnValue<AsnOtherToSvrFaultRptStrc>, ""});
+}  // namespace

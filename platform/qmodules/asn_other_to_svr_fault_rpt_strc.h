@@ -1,0 +1,49 @@
+// AsnOtherToSvrFaultRptStrc: a fault report that another system sends to the
+// server (module qreturn, see qreturn.asn).
+//
+//   AsnOtherToSvrFaultRptStrc ::= SEQUENCE {
+//     neID INTEGER,
+//     alarmGroupID INTEGER,
+//     alarmCode INTEGER,
+//     strAlarmText OCTET STRING,
+//     faultID INTEGER,
+//     occurTime INTEGER,
+//     strLocation [0] IMPLICIT OCTET STRING OPTIONAL }
+//
+// The conversions read only alarmGroupID and faultID (both mandatory, the
+// group first), which together identify a new alarm. The other members are a
+// plausible outline of the report, kept so that the record encodes like a
+// real one: neID, alarmCode, strAlarmText, occurTime and strLocation.
+#pragma once
+
+#include "platform/asn/asn_int.h"
+#include "platform/asn/asn_octs.h"
+#include "platform/asn/asn_sequence.h"
+#include "platform/refl/may_null_pointer.h"
+
+class AsnOtherToSvrFaultRptStrc : public AsnSequence {
+ public:
+  AsnInt neID;          // the reporting network element
+  AsnInt alarmGroupID;  // the group of the alarm
+  AsnInt alarmCode;     // what kind of fault
+  AsnOcts strAlarmText;
+  AsnInt faultID;    // the fault, unique within its group
+  AsnInt occurTime;  // seconds since 1970
+  refl::MayNullPointer<AsnOcts> strLocation;
+
+  AsnOtherToSvrFaultRptStrc() { Constructor(*this); }
+  AsnOtherToSvrFaultRptStrc(const AsnOtherToSvrFaultRptStrc& other) : AsnSequence() { CopyConstructor(*this, other); }
+  ~AsnOtherToSvrFaultRptStrc() override { Destructor(*this); }
+  AsnOtherToSvrFaultRptStrc& operator=(const AsnOtherToSvrFaultRptStrc& other) {
+    Assign(*this, other);
+    return *this;
+  }
+
+  AsnType* Clone() const override;
+  bool BindReflection(refl::CRefrence& reference) const override;
+  // The class description, registered on first use as "AsnOtherToSvrFaultRptStrc".
+  static const refl::CClassInfor& GetClassInfor();
+
+ private:
+  static void RegisterAttributes(refl::CClassInfor& infor, refl::Enum::AccessSpecifierEnum access);
+};

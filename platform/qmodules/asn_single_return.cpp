@@ -1,0 +1,29 @@
+#include "platform/qmodules/asn_single_return.h"
+
+#include "platform/asn/asn_catalogue.h"
+#include "platform/qmodules/module_type_descriptions.h"
+
+void AsnSingleReturn::RegisterAttributes(refl::CClassInfor& infor, refl::Enum::AccessSpecifierEnum access) {
+  using Record = AsnSingleReturn;
+  const Record probe;
+  infor.AddAttribInfor(access, MemberPosition(probe, &Record::success), "success", -1).CaptureTypeInfor<AsnBool>();
+  infor.AddAttribInfor(access, MemberPosition(probe, &Record::retCode), "retCode", 0)
+      .CaptureTypeInfor<refl::MayNullPointer<AsnInt>>();
+}
+
+const refl::CClassInfor& AsnSingleReturn::GetClassInfor() {
+  return *refl::CClassInfor::GetClassInforImpl<AsnSingleReturn>("AsnSingleReturn", &refl::CreateObject<AsnSingleReturn>,
+                                                                &refl::DestroyObject<AsnSingleReturn>,
+                                                                &RegisterAttributes);
+}
+
+AsnType* AsnSingleReturn::Clone() const { return new AsnSingleReturn(*this); }
+
+bool AsnSingleReturn::BindReflection(refl::CRefrence& reference) const {
+  return refl::helper::ChangeTypeTo_ClassType(reference, GetClassInfor(), this);
+}
+
+namespace {
+const bool s_singleReturnCatalogued =
+    AsnCatalogue::Add({"AsnSingleReturn", "qreturn", &CreateAsnValue<AsnSingleReturn>, ""});
+}  // namespace

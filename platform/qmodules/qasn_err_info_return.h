@@ -1,0 +1,38 @@
+// qcommon::QAsnErrInfoReturn: the outcome of an operation on several objects,
+// an overall code and, optionally, one error entry per object.
+//
+//   QAsnErrInfoReturn ::= SEQUENCE {
+//     retCode INTEGER,
+//     errInfoList [0] IMPLICIT QAsnErrInfoList OPTIONAL }
+#pragma once
+
+#include "asn/qcommon_lists.h"
+#include "platform/asn/asn_int.h"
+#include "platform/asn/asn_sequence.h"
+#include "platform/refl/may_null_pointer.h"
+
+namespace qcommon {
+
+class QAsnErrInfoReturn : public AsnSequence {
+ public:
+  AsnTinyInt retCode;  // the overall code, 0 for success
+  refl::MayNullPointer<QAsnErrInfoList> errInfoList;
+
+  QAsnErrInfoReturn() { Constructor(*this); }
+  QAsnErrInfoReturn(const QAsnErrInfoReturn& other) : AsnSequence() { CopyConstructor(*this, other); }
+  ~QAsnErrInfoReturn() override { Destructor(*this); }
+  QAsnErrInfoReturn& operator=(const QAsnErrInfoReturn& other) {
+    Assign(*this, other);
+    return *this;
+  }
+
+  AsnType* Clone() const override;
+  bool BindReflection(refl::CRefrence& reference) const override;
+  // The class description, registered on first use as "QAsnErrInfoReturn".
+  static const refl::CClassInfor& GetClassInfor();
+
+ private:
+  static void RegisterAttributes(refl::CClassInfor& infor, refl::Enum::AccessSpecifierEnum access);
+};
+
+}  // namespace qcommon
