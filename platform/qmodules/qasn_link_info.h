@@ -1,0 +1,72 @@
+// qinventorylinkexterior::QAsnLinkInfo: an external link between two network
+// elements.
+//
+//   QAsnLinkInfo ::= SEQUENCE {
+//     linkResID QAsnUniResID,
+//     strText1 OCTET STRING, strText2 OCTET STRING,
+//     strText3 OCTET STRING, strText4 OCTET STRING,
+//     tinyValue1 INTEGER, tinyValue2 INTEGER,
+//     srcResID QAsnUniResID, dstResID QAsnUniResID,
+//     tinyValue3 INTEGER, tinyValue4 INTEGER,
+//     spareValue OCTET STRING,
+//     attrList [0] IMPLICIT QAsnNVSList OPTIONAL,
+//     intValue1 INTEGER, intValue2 INTEGER, intValue3 INTEGER,
+//     strText5 OCTET STRING, strText6 OCTET STRING, strText7 OCTET STRING,
+//     tinyValue5 INTEGER,
+//     optTinyValue [1] IMPLICIT INTEGER OPTIONAL }
+//
+// spareValue is an opaque octet string reserved for the sender; the link
+// converters do not read it.
+#pragma once
+
+#include "asn/qasn_uni_res_id.h"
+#include "asn/qcommon_lists.h"
+#include "platform/asn/asn_int.h"
+#include "platform/asn/asn_octs.h"
+#include "platform/asn/asn_sequence.h"
+#include "platform/refl/may_null_pointer.h"
+
+namespace qinventorylinkexterior {
+
+class QAsnLinkInfo : public AsnSequence {
+ public:
+  qcommon::QAsnUniResID linkResID;
+  AsnOcts strText1;
+  AsnOcts strText2;
+  AsnOcts strText3;
+  AsnOcts strText4;
+  AsnTinyInt tinyValue1;
+  AsnTinyInt tinyValue2;
+  qcommon::QAsnUniResID srcResID;
+  qcommon::QAsnUniResID dstResID;
+  AsnTinyInt tinyValue3;
+  AsnTinyInt tinyValue4;
+  AsnOcts spareValue;
+  refl::MayNullPointer<qcommon::QAsnNVSList> attrList;
+  AsnInt intValue1;
+  AsnInt intValue2;
+  AsnInt intValue3;
+  AsnOcts strText5;
+  AsnOcts strText6;
+  AsnOcts strText7;
+  AsnTinyInt tinyValue5;
+  refl::MayNullPointer<AsnTinyInt> optTinyValue;
+
+  QAsnLinkInfo() { Constructor(*this); }
+  QAsnLinkInfo(const QAsnLinkInfo& other) : AsnSequence() { CopyConstructor(*this, other); }
+  ~QAsnLinkInfo() override { Destructor(*this); }
+  QAsnLinkInfo& operator=(const QAsnLinkInfo& other) {
+    Assign(*this, other);
+    return *this;
+  }
+
+  AsnType* Clone() const override;
+  bool BindReflection(refl::CRefrence& reference) const override;
+  // The class description, registered on first use as "QAsnLinkInfo".
+  static const refl::CClassInfor& GetClassInfor();
+
+ private:
+  static void RegisterAttributes(refl::CClassInfor& infor, refl::Enum::AccessSpecifierEnum access);
+};
+
+}  // namespace qinventorylinkexterior

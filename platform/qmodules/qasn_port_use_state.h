@@ -1,0 +1,36 @@
+// qinventoryport::QAsnPortUseState: the use state of one port.
+//
+//   QAsnPortUseState ::= SEQUENCE { portIndex QAsnPortIndex, useState INTEGER }
+//
+// useState 0 to 4 are the states a port can be in.
+#pragma once
+
+#include "platform/asn/asn_int.h"
+#include "platform/asn/asn_sequence.h"
+#include "platform/qmodules/qasn_port_index.h"
+
+namespace qinventoryport {
+
+class QAsnPortUseState : public AsnSequence {
+ public:
+  qcommon::QAsnPortIndex portIndex;
+  AsnTinyInt useState;
+
+  QAsnPortUseState() { Constructor(*this); }
+  QAsnPortUseState(const QAsnPortUseState& other) : AsnSequence() { CopyConstructor(*this, other); }
+  ~QAsnPortUseState() override { Destructor(*this); }
+  QAsnPortUseState& operator=(const QAsnPortUseState& other) {
+    Assign(*this, other);
+    return *this;
+  }
+
+  AsnType* Clone() const override;
+  bool BindReflection(refl::CRefrence& reference) const override;
+  // The class description, registered on first use as "QAsnPortUseState".
+  static const refl::CClassInfor& GetClassInfor();
+
+ private:
+  static void RegisterAttributes(refl::CClassInfor& infor, refl::Enum::AccessSpecifierEnum access);
+};
+
+}  // namespace qinventoryport
