@@ -12,3 +12,8 @@
 #include "asn/qasn_err_info.cpp"
 #include "asn/qcommon_lists.cpp"
 #include "convert/name_value.cpp"
+#include "convert/ports.cpp"
+#include "convert/links.cpp"
+#include "convert/return_codes.cpp"
+#include "convert/alarm_id.cpp"
+#include "convert/fiber.cpp"

@@ -1,0 +1,73 @@
+// Fiber records from arbitrary bytes. The first byte selects the record
+// (even: QAsnFiberInfo, odd: QAsnFiberInfoTemplate); the rest is decoded as
+// one whole value. Whatever decodes is converted to its model form, which must
+// not fail, and must survive our own encoding: re-encoding the decoded record
+// gives bytes that decode and re-encode to the same bytes.
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <string>
+#include <string_view>
+
+#include "convert/ns_velkor.h"
+#include "platform/asn/asn_value_io.h"
+#include "platform/asn/csm_exception.h"
+
+namespace {
+
+// Decodes `bytes` into `record`; false (and nothing else) when they are malformed.
+bool Decode(AsnType& record, std::string_view bytes) {
+  try {
+    AsnDecodeValue(record, bytes);
+    return true;
+  } catch (CSM_Exception* error) {
+    delete error;
+    return false;
+  }
+}
+
+template <class Record>
+void CheckReencoding(Record& record) {
+  const std::string once = AsnEncodeValue(record);
+  Record again;
+  if (!Decode(again, once) || AsnEncodeValue(again) != once) std::abort();
+}
+
+void FuzzFiberInfo(std::string_view bytes) {
+  qinventoryfiber::QAsnFiberInfo record;
+  if (!Decode(record, bytes)) return;
+  CheckReencoding(record);
+  ns_utilmib::TEFiberCable cable;
+  ns_velkor::Convert2FiberCable(record, cable);
+  // The repaired cable must convert out again.
+  qinventoryfiber::QAsnFiberInfo answer;
+  ns_velkor::Convert2QAsnFiberInfo(cable, answer);
+  CheckReencoding(answer);
+}
+
+void FuzzFiberInfoTemplate(std::string_view bytes) {
+  qinventoryfiber::QAsnFiberInfoTemplate record;
+  if (!Decode(record, bytes)) return;
+  CheckReencoding(record);
+  std::uint64_t mask = 0;
+  ns_velkor::Convert2FiberInfoTemplateType(record, mask);
+  // Only the twelve column bits exist, and they select the same columns again.
+  qinventoryfiber::QAsnFiberInfoTemplate rebuilt;
+  ns_velkor::Convert2QAsnFiberInfoTemplate(mask, rebuilt);
+  std::uint64_t again = 0;
+  ns_velkor::Convert2FiberInfoTemplateType(rebuilt, again);
+  if (mask > 0xFFF || again != mask) std::abort();
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  if (size == 0) return 0;
+  const std::string_view bytes(reinterpret_cast<const char*>(data) + 1, size - 1);
+  if (data[0] % 2 == 0) {
+    FuzzFiberInfo(bytes);
+  } else {
+    FuzzFiberInfoTemplate(bytes);
+  }
+  return 0;
+}

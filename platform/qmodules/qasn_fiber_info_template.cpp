@@ -1,0 +1,55 @@
+#include "platform/qmodules/qasn_fiber_info_template.h"
+
+#include "platform/asn/asn_catalogue.h"
+#include "platform/qmodules/module_type_descriptions.h"
+
+namespace qinventoryfiber {
+
+void QAsnFiberInfoTemplate::RegisterAttributes(refl::CClassInfor& infor, refl::Enum::AccessSpecifierEnum access) {
+  using Record = QAsnFiberInfoTemplate;
+  using Column = qcommon::QAsnColumn;
+  const Record probe;
+  qmodules::DescribeRecordMember<Column>(
+      infor.AddAttribInfor(access, MemberPosition(probe, &Record::column1), "column1", 0), true);
+  qmodules::DescribeRecordMember<Column>(
+      infor.AddAttribInfor(access, MemberPosition(probe, &Record::column2), "column2", 1), true);
+  qmodules::DescribeRecordMember<Column>(
+      infor.AddAttribInfor(access, MemberPosition(probe, &Record::column3), "column3", 2), true);
+  qmodules::DescribeRecordMember<Column>(
+      infor.AddAttribInfor(access, MemberPosition(probe, &Record::column4), "column4", 3), true);
+  qmodules::DescribeRecordMember<Column>(
+      infor.AddAttribInfor(access, MemberPosition(probe, &Record::column5), "column5", 4), true);
+  qmodules::DescribeRecordMember<Column>(
+      infor.AddAttribInfor(access, MemberPosition(probe, &Record::column6), "column6", 5), true);
+  qmodules::DescribeRecordMember<Column>(
+      infor.AddAttribInfor(access, MemberPosition(probe, &Record::column7), "column7", 6), true);
+  qmodules::DescribeRecordMember<Column>(
+      infor.AddAttribInfor(access, MemberPosition(probe, &Record::column8), "column8", 7), true);
+  qmodules::DescribeRecordMember<Column>(
+      infor.AddAttribInfor(access, MemberPosition(probe, &Record::column9), "column9", 8), true);
+  qmodules::DescribeRecordMember<Column>(
+      infor.AddAttribInfor(access, MemberPosition(probe, &Record::column10), "column10", 9), true);
+  qmodules::DescribeRecordMember<Column>(
+      infor.AddAttribInfor(access, MemberPosition(probe, &Record::column11), "column11", 10), true);
+  qmodules::DescribeRecordMember<Column>(
+      infor.AddAttribInfor(access, MemberPosition(probe, &Record::column12), "column12", 11), true);
+}
+
+const refl::CClassInfor& QAsnFiberInfoTemplate::GetClassInfor() {
+  return *refl::CClassInfor::GetClassInforImpl<QAsnFiberInfoTemplate>(
+      "QAsnFiberInfoTemplate", &refl::CreateObject<QAsnFiberInfoTemplate>, &refl::DestroyObject<QAsnFiberInfoTemplate>,
+      &RegisterAttributes);
+}
+
+AsnType* QAsnFiberInfoTemplate::Clone() const { return new QAsnFiberInfoTemplate(*this); }
+
+bool QAsnFiberInfoTemplate::BindReflection(refl::CRefrence& reference) const {
+  return refl::helper::ChangeTypeTo_ClassType(reference, GetClassInfor(), this);
+}
+
+namespace {
+const bool s_catalogued =
+    AsnCatalogue::Add({"QAsnFiberInfoTemplate", "qinventoryfiber", &CreateAsnValue<QAsnFiberInfoTemplate>, ""});
+}  // namespace
+
+}  // namespace qinventoryfiber

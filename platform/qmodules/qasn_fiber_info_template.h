@@ -1,0 +1,49 @@
+// qinventoryfiber::QAsnFiberInfoTemplate: which columns of fiber information
+// a request concerns. A column is selected when its component is present.
+//
+//   QAsnFiberInfoTemplate ::= SEQUENCE {
+//     column1 [0] IMPLICIT QAsnColumn OPTIONAL,
+//     column2 [1] IMPLICIT QAsnColumn OPTIONAL,
+//     ...
+//     column12 [11] IMPLICIT QAsnColumn OPTIONAL }
+#pragma once
+
+#include "asn/qasn_column.h"
+#include "platform/asn/asn_sequence.h"
+#include "platform/refl/may_null_pointer.h"
+
+namespace qinventoryfiber {
+
+class QAsnFiberInfoTemplate : public AsnSequence {
+ public:
+  refl::MayNullPointer<qcommon::QAsnColumn> column1;
+  refl::MayNullPointer<qcommon::QAsnColumn> column2;
+  refl::MayNullPointer<qcommon::QAsnColumn> column3;
+  refl::MayNullPointer<qcommon::QAsnColumn> column4;
+  refl::MayNullPointer<qcommon::QAsnColumn> column5;
+  refl::MayNullPointer<qcommon::QAsnColumn> column6;
+  refl::MayNullPointer<qcommon::QAsnColumn> column7;
+  refl::MayNullPointer<qcommon::QAsnColumn> column8;
+  refl::MayNullPointer<qcommon::QAsnColumn> column9;
+  refl::MayNullPointer<qcommon::QAsnColumn> column10;
+  refl::MayNullPointer<qcommon::QAsnColumn> column11;
+  refl::MayNullPointer<qcommon::QAsnColumn> column12;
+
+  QAsnFiberInfoTemplate() { Constructor(*this); }
+  QAsnFiberInfoTemplate(const QAsnFiberInfoTemplate& other) : AsnSequence() { CopyConstructor(*this, other); }
+  ~QAsnFiberInfoTemplate() override { Destructor(*this); }
+  QAsnFiberInfoTemplate& operator=(const QAsnFiberInfoTemplate& other) {
+    Assign(*this, other);
+    return *this;
+  }
+
+  AsnType* Clone() const override;
+  bool BindReflection(refl::CRefrence& reference) const override;
+  // The class description, registered on first use as "QAsnFiberInfoTemplate".
+  static const refl::CClassInfor& GetClassInfor();
+
+ private:
+  static void RegisterAttributes(refl::CClassInfor& infor, refl::Enum::AccessSpecifierEnum access);
+};
+
+}  // namespace qinventoryfiber
