@@ -12,8 +12,25 @@
 
 enum class AsnMemberKind { kOcts, kTinyInt, kInt, kBool, kList, kRecord, kUnsupported };
 
-// What a member's type description stands for.
-AsnMemberKind AsnMemberKindOf(const refl::CGnlTypeInfor& type);
+// What a member's type description stands for. Inline: the record codec
+// asks for every member it encodes or decodes.
+inline AsnMemberKind AsnMemberKindOf(const refl::CGnlTypeInfor& type) {
+  if (type.KindCode() == refl::kKindClass) return AsnMemberKind::kRecord;
+  switch (type.CustomId()) {
+    case kAsnOctsClassId:
+      return AsnMemberKind::kOcts;
+    case kAsnTinyIntClassId:
+      return AsnMemberKind::kTinyInt;
+    case kAsnIntClassId:
+      return AsnMemberKind::kInt;
+    case kAsnBoolClassId:
+      return AsnMemberKind::kBool;
+    case kAsnSeqOfClassId:
+      return AsnMemberKind::kList;
+    default:
+      return AsnMemberKind::kUnsupported;
+  }
+}
 
 // One registered attribute bound to one record object.
 class AsnMember {

@@ -89,12 +89,26 @@ void AssignValue(AsnMemberKind kind, AsnType* target, const AsnType* source) {
   }
 }
 
-// Prefixes the message of a member's decoding error with "Record.member: ".
-[[noreturn]] void RethrowInMember(CSM_Exception* error, const std::string& where) {
+// Prefixes the message of a decoding error with "Record: " or "Record.member: ".
+[[noreturn]] void RethrowWithin(CSM_Exception* error, const AsnSequence& record, const std::string* member) {
   const std::unique_ptr<CSM_Exception> owned(error);
-  const std::string message = where + ": " + owned->Message();
+  std::string message = record.typeName();
+  if (member != nullptr) message += "." + *member;
+  message += ": " + owned->Message();
   throw new CSM_Exception(owned->ErrorCode(), owned->Location(), owned->Context().c_str(), owned->File().c_str(),
                           message.c_str(), nullptr);
+}
+
+// Runs one decoding step of the BER primitives or of a member's content, and
+// names the record (and member) in the message of an error it raises: the
+// primitives know nothing of where they are.
+template <class Step>
+auto Within(const AsnSequence& record, const std::string* member, Step&& step) -> decltype(step()) {
+  try {
+    return step();
+  } catch (CSM_Exception* error) {
+    RethrowWithin(error, record, member);
+  }
 }
 
 void WriteIndent(std::ostream& os, unsigned long level) { os << std::string(2 * level, ' '); }
@@ -137,23 +151,24 @@ unsigned long AsnSequence::BEnc(AsnBuf& buf, NIClass_EncodingFormatEnum format) 
 }
 
 void AsnSequence::BDec(AsnBuf& buf, unsigned long& bytesDecoded, NIClass_EncodingFormatEnum format) {
-  const std::string name = typeName();
-  const AsnTag tag = BDecTag(buf, bytesDecoded);
-  if (buf.ReadError()) AsnThrowDecodeError(buf, name + ": input ends before the tag");
-  if (tag != kTagSequence) AsnThrowDecodeError(buf, name + ": wrong tag " + TagToString(tag) + ", expected SEQUENCE");
-  const unsigned long length = BDecLen(buf, bytesDecoded);
-  if (buf.ReadError()) AsnThrowDecodeError(buf, name + ": input ends in the length");
+  const AsnTag tag = Within(*this, nullptr, [&] { return BDecTag(buf, bytesDecoded); });
+  if (buf.ReadError()) AsnThrowDecodeError(buf, std::string(typeName()) + ": input ends before the tag");
+  if (tag != kTagSequence) {
+    AsnThrowDecodeError(buf, std::string(typeName()) + ": wrong tag " + TagToString(tag) + ", expected SEQUENCE");
+  }
+  const unsigned long length = Within(*this, nullptr, [&] { return BDecLen(buf, bytesDecoded); });
+  if (buf.ReadError()) AsnThrowDecodeError(buf, std::string(typeName()) + ": input ends in the length");
   BDecContent(buf, tag, length, bytesDecoded, format);
 }
 
 void AsnSequence::BDecContent(AsnBuf& buf, unsigned int, unsigned long length, unsigned long& bytesDecoded,
                               NIClass_EncodingFormatEnum) {
-  const AsnNestingGuard nesting(buf);
   refl::CRefrence reference;
   void* object = ObjectOf(*this, reference);
   const refl::CClassInfor& infor = *reference.ClassInfor();
   const auto& attributes = infor.Attributes();
   const std::string& name = infor.Name();
+  const AsnNestingGuard nesting(buf);
   const bool indefinite = length == kIndefiniteLength;
   if (!indefinite && length > buf.Remaining()) {
     AsnThrowDecodeError(buf, name + ": length " + std::to_string(length) + " runs past the input");
@@ -175,7 +190,7 @@ void AsnSequence::BDecContent(AsnBuf& buf, unsigned int, unsigned long length, u
     } else if (buf.Offset() >= end) {
       break;
     }
-    const AsnTag tag = BDecTag(buf, consumed);
+    const AsnTag tag = Within(*this, nullptr, [&] { return BDecTag(buf, consumed); });
     if (buf.ReadError()) AsnThrowDecodeError(buf, name + ": input ends inside the record");
 
     // Optional members that do not match are absent; a mandatory one must match.
@@ -200,17 +215,15 @@ void AsnSequence::BDecContent(AsnBuf& buf, unsigned int, unsigned long length, u
     }
 
     const AsnMember member(attributes[index], object);
-    const unsigned long memberLength = BDecLen(buf, consumed);
+    const std::string* memberName = &member.Name();
+    const unsigned long memberLength = Within(*this, memberName, [&] { return BDecLen(buf, consumed); });
     if (buf.ReadError()) AsnThrowDecodeError(buf, name + "." + member.Name() + ": input ends in the length");
     const std::size_t contentStart = buf.Offset();
     if (!indefinite && memberLength != kIndefiniteLength && contentStart + memberLength > end) {
       AsnThrowDecodeError(buf, name + "." + member.Name() + ": length runs past the enclosing record");
     }
-    try {
-      DecodeContent(buf, member.Kind(), member.ValueOrCreate(), tag, memberLength, consumed);
-    } catch (CSM_Exception* error) {
-      RethrowInMember(error, name + "." + member.Name());
-    }
+    Within(*this, memberName,
+           [&] { DecodeContent(buf, member.Kind(), member.ValueOrCreate(), tag, memberLength, consumed); });
     if (buf.ReadError()) AsnThrowDecodeError(buf, name + "." + member.Name() + ": runs past the input");
     if (memberLength != kIndefiniteLength && buf.Offset() != contentStart + memberLength) {
       AsnThrowDecodeError(buf, name + "." + member.Name() + ": content does not match its length");
@@ -225,7 +238,7 @@ void AsnSequence::BDecContent(AsnBuf& buf, unsigned int, unsigned long length, u
     const AsnMember member(attributes[index], object);
     if (!member.IsOptional()) AsnThrowDecodeError(buf, name + "." + member.Name() + ": mandatory member missing");
   }
-  if (indefinite) BDecEoc(buf, consumed);
+  if (indefinite) Within(*this, nullptr, [&] { BDecEoc(buf, consumed); });
   bytesDecoded += consumed;
 }
 

@@ -9,7 +9,9 @@
 #include "platform/asn/asn_type.h"
 
 // Decodes exactly one complete value from `bytes`. Throws CSM_Exception* on a
-// malformed encoding, when the input ends early, or when octets are left over.
+// malformed encoding, when the input ends early, when the value's content does
+// not take exactly the octets its definite length states (a list's elements
+// running past it), or when octets are left over.
 void AsnDecodeValue(AsnType& value, std::string_view bytes);
 
 // Decodes one complete value from the front of `bytes` and returns how many

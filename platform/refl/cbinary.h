@@ -11,8 +11,9 @@ namespace refl {
 class CBinary {
  public:
   CBinary() = default;
-  // `size` octets copied from `data` (size 0 gives empty content).
+  // `size` zero octets (size 0 gives empty content).
   explicit CBinary(std::size_t size) : m_octets(size, '\0') {}
+  // `size` octets copied from `data` (size 0 gives empty content).
   CBinary(const void* data, std::size_t size) { Assign(data, size); }
 
   void Assign(const void* data, std::size_t size) {

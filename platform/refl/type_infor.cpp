@@ -24,12 +24,6 @@ void CGnlTypeInfor::ChangeTypeTo_ClassType(const CClassInfor& classInfor) {
   m_class = &classInfor;
 }
 
-unsigned CGnlTypeInfor::CustomId() const {
-  if (m_kind == kKindCustomBasic) return m_customBasic->CustomId();
-  if (m_kind == kKindCustom) return m_customId;
-  return 0;
-}
-
 const std::string& CGnlTypeInfor::TypeName() const {
   static const std::string kNone;
   if (m_kind == kKindCustomBasic) return m_customBasic->Name();

@@ -63,7 +63,7 @@ class CGnlTypeInfor {
   const CClassInfor* Class() const { return m_class; }
   // The identifier: the last argument of the custom basic type's or the custom
   // type's construction; 0 for classes.
-  unsigned CustomId() const;
+  inline unsigned CustomId() const;
   // The described type's name, size, and create and destroy functions,
   // whatever the kind refers to.
   const std::string& TypeName() const;
@@ -110,5 +110,12 @@ class CCustomBasicTypeInfor {
   CGnlTypeInfor m_underlying;
   unsigned m_customId = 0;
 };
+
+// Inline: the record codec asks for it for every member it encodes or decodes.
+unsigned CGnlTypeInfor::CustomId() const {
+  if (m_kind == kKindCustomBasic) return m_customBasic->CustomId();
+  if (m_kind == kKindCustom) return m_customId;
+  return 0;
+}
 
 }  // namespace refl

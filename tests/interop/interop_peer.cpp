@@ -1,0 +1,257 @@
+// interop_peer: our side of the interoperability test with an independent
+// ASN.1 implementation. It works on any type of the catalogue, through the
+// generic member walk, so a new record needs nothing here.
+//
+//   interop_peer list                     one line per type: name module element
+//   interop_peer describe TYPE            the registered members of a record
+//                                         ("NAME NUMBER KIND TYPENAME" lines) or
+//                                         "list ELEMENT" for a list
+//   interop_peer sample TYPE full|minimal the BER hex of the sample value
+//   interop_peer decode TYPE HEX          decodes, prints the hex of the re-encoding
+//   interop_peer print TYPE HEX           decodes, prints the value's Print text
+//
+// The sample value (interop_test.py builds the same one from the module text):
+// - every value has a context (text, k): a record member's text is its member
+//   name, a top-level value's text is its type name; k is the index of the
+//   innermost list element around the value (0 outside lists); the elements of
+//   a list take the list's text and their own index as k;
+// - OCTET STRING: the text when k is 0, else the text + "#" + k;
+// - INTEGER: seed = (sum over the text's octets of (position + 1) * octet
+//   + 7919 * k) mod 2^32, h = seed * 2654435761 mod 2^32, s = h as signed
+//   32-bit, value = s >> (h mod 29) (arithmetic shift);
+// - BOOLEAN: TRUE;
+// - a list: two elements;
+// - optional members: present in "full", absent in "minimal", at every level.
+// Exit status: 0 done, 1 decoding error (message on stderr), 2 usage error.
+#include <cstdint>
+#include <cstdio>
+#include <iostream>
+#include <memory>
+#include <stdexcept>
+#include <string>
+
+#include "platform/asn/asn_bool.h"
+#include "platform/asn/asn_catalogue.h"
+#include "platform/asn/asn_int.h"
+#include "platform/asn/asn_list_base.h"
+#include "platform/asn/asn_member.h"
+#include "platform/asn/asn_octs.h"
+#include "platform/asn/asn_value_io.h"
+#include "platform/asn/csm_exception.h"
+
+namespace {
+
+struct UsageError {
+  std::string message;
+};
+
+struct Context {
+  std::string text;
+  unsigned k;
+};
+
+std::int32_t SampleInteger(const Context& context) {
+  std::uint32_t seed = 7919u * context.k;
+  for (std::size_t i = 0; i < context.text.size(); ++i) {
+    seed += static_cast<std::uint32_t>(i + 1) * static_cast<unsigned char>(context.text[i]);
+  }
+  const std::uint32_t h = seed * 2654435761u;
+  return static_cast<std::int32_t>(h) >> (h % 29);
+}
+
+std::string SampleText(const Context& context) {
+  return context.k == 0 ? context.text : context.text + "#" + std::to_string(context.k);
+}
+
+std::string Hex(const std::string& octets) {
+  static const char kDigits[] = "0123456789abcdef";
+  std::string text;
+  for (const char c : octets) {
+    text.push_back(kDigits[(static_cast<unsigned char>(c) >> 4) & 0xF]);
+    text.push_back(kDigits[static_cast<unsigned char>(c) & 0xF]);
+  }
+  return text;
+}
+
+std::string Octets(const std::string& hex) {
+  if (hex.size() % 2 != 0) throw UsageError{"odd number of hex digits"};
+  std::string octets;
+  for (std::size_t i = 0; i < hex.size(); i += 2) {
+    octets.push_back(static_cast<char>(std::stoi(hex.substr(i, 2), nullptr, 16)));
+  }
+  return octets;
+}
+
+const AsnCatalogueEntry& EntryOf(const std::string& name) {
+  const AsnCatalogueEntry* entry = AsnCatalogue::Find(name);
+  if (entry == nullptr) throw UsageError{"type " + name + " is not in the catalogue"};
+  return *entry;
+}
+
+// "qcommon::QAsnTinyIntList" -> "QAsnTinyIntList".
+std::string BareName(const std::string& name) {
+  const std::size_t colon = name.rfind("::");
+  return colon == std::string::npos ? name : name.substr(colon + 2);
+}
+
+void Fill(AsnType& value, const std::string& typeName, const Context& context, bool full);
+
+// A value of a list's element type, by its name: a value class of the
+// runtime or a catalogue type.
+std::unique_ptr<AsnType> SampleElement(const std::string& elementName, const Context& context, bool full) {
+  std::unique_ptr<AsnType> element;
+  if (elementName == "AsnOcts") {
+    element.reset(new AsnOcts(SampleText(context).c_str()));
+  } else if (elementName == "AsnTinyInt") {
+    element.reset(new AsnTinyInt(SampleInteger(context)));
+  } else if (elementName == "AsnInt") {
+    element.reset(new AsnInt(SampleInteger(context)));
+  } else if (elementName == "AsnBool") {
+    element.reset(new AsnBool(true));
+  } else {
+    element.reset(EntryOf(elementName).create());
+    Fill(*element, elementName, context, full);
+  }
+  return element;
+}
+
+// Fills a list with two elements. The list interface has no generic append,
+// so the list decodes its elements' encodings.
+void FillList(AsnListBase& list, const std::string& listName, const Context& context, bool full) {
+  const std::string& elementName = EntryOf(listName).elementName;
+  if (elementName.empty()) throw UsageError{listName + " has no element type in the catalogue"};
+  AsnBuf buf;
+  unsigned long content = 0;
+  for (unsigned k = 2; k-- > 0;) {
+    content += SampleElement(elementName, Context{context.text, k}, full)->BEnc(buf, NIClass_BER);
+  }
+  BEncDefLen(buf, content);
+  BEncTag(buf, kTagSequence);
+  AsnDecodeValue(list, buf.EncodedBytes());
+}
+
+void FillRecord(AsnSequence& record, const Context& context, bool full) {
+  for (const AsnMember& member : AsnMembersOf(record)) {
+    if (member.IsOptional() && !full) continue;
+    AsnType* value = member.ValueOrCreate();
+    const Context inner{member.Name(), context.k};
+    switch (member.Kind()) {
+      case AsnMemberKind::kOcts:
+        static_cast<AsnOcts*>(value)->Set(SampleText(inner).c_str());
+        break;
+      case AsnMemberKind::kTinyInt:
+        static_cast<AsnTinyInt*>(value)->Set(SampleInteger(inner));
+        break;
+      case AsnMemberKind::kInt:
+        static_cast<AsnInt*>(value)->Set(SampleInteger(inner));
+        break;
+      case AsnMemberKind::kBool:
+        static_cast<AsnBool*>(value)->Set(true);
+        break;
+      case AsnMemberKind::kList:
+        FillList(*static_cast<AsnListBase*>(value), BareName(member.Attribute().type.TypeName()), inner, full);
+        break;
+      case AsnMemberKind::kRecord:
+        FillRecord(*static_cast<AsnSequence*>(value), inner, full);
+        break;
+      case AsnMemberKind::kUnsupported:
+        throw UsageError{record.typeName() + std::string(".") + member.Name() + " has a type the codec lacks"};
+    }
+  }
+}
+
+void Fill(AsnType& value, const std::string& typeName, const Context& context, bool full) {
+  if (auto* record = dynamic_cast<AsnSequence*>(&value)) {
+    FillRecord(*record, context, full);
+  } else if (auto* list = dynamic_cast<AsnListBase*>(&value)) {
+    FillList(*list, typeName, context, full);
+  } else {
+    throw UsageError{typeName + " is neither a record nor a list"};
+  }
+}
+
+const char* KindName(AsnMemberKind kind) {
+  switch (kind) {
+    case AsnMemberKind::kOcts:
+      return "octets";
+    case AsnMemberKind::kTinyInt:
+      return "int32";
+    case AsnMemberKind::kInt:
+      return "int64";
+    case AsnMemberKind::kBool:
+      return "boolean";
+    case AsnMemberKind::kList:
+      return "list";
+    case AsnMemberKind::kRecord:
+      return "record";
+    default:
+      return "unsupported";
+  }
+}
+
+void Describe(const std::string& typeName) {
+  const AsnCatalogueEntry& entry = EntryOf(typeName);
+  const std::unique_ptr<AsnType> value(entry.create());
+  if (auto* record = dynamic_cast<AsnSequence*>(value.get())) {
+    for (const AsnMember& member : AsnMembersOf(*record)) {
+      std::cout << member.Name() << ' ' << member.Attribute().number << ' ' << KindName(member.Kind()) << ' '
+                << BareName(member.Attribute().type.TypeName()) << '\n';
+    }
+    return;
+  }
+  std::cout << "list " << entry.elementName << '\n';
+}
+
+int Run(int argc, char** argv) {
+  const std::string command = argc > 1 ? argv[1] : "";
+  if (command == "list" && argc == 2) {
+    for (const AsnCatalogueEntry& entry : AsnCatalogue::All()) {
+      std::cout << entry.name << ' ' << entry.module << ' ' << (entry.elementName.empty() ? "-" : entry.elementName)
+                << '\n';
+    }
+    return 0;
+  }
+  if (command == "describe" && argc == 3) {
+    Describe(argv[2]);
+    return 0;
+  }
+  if (command == "sample" && argc == 4) {
+    const std::string mode = argv[3];
+    if (mode != "full" && mode != "minimal") throw UsageError{"mode must be full or minimal"};
+    const std::unique_ptr<AsnType> value(EntryOf(argv[2]).create());
+    Fill(*value, argv[2], Context{argv[2], 0}, mode == "full");
+    std::cout << Hex(AsnEncodeValue(*value)) << '\n';
+    return 0;
+  }
+  if ((command == "decode" || command == "print") && argc == 4) {
+    const std::unique_ptr<AsnType> value(EntryOf(argv[2]).create());
+    AsnDecodeValue(*value, Octets(argv[3]));
+    if (command == "decode") {
+      std::cout << Hex(AsnEncodeValue(*value)) << '\n';
+    } else {
+      value->Print(std::cout, 0, false);
+      std::cout << '\n';
+    }
+    return 0;
+  }
+  throw UsageError{
+      "usage: interop_peer list | describe TYPE | sample TYPE full|minimal | decode TYPE HEX | print TYPE HEX"};
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  try {
+    return Run(argc, argv);
+  } catch (const UsageError& error) {
+    std::cerr << "interop_peer: " << error.message << '\n';
+    return 2;
+  } catch (const std::exception& error) {
+    std::cerr << "interop_peer: " << error.what() << '\n';
+    return 2;
+  } catch (CSM_Exception* raw) {
+    const std::unique_ptr<CSM_Exception> error(raw);
+    std::cerr << "interop_peer: " << error->Message() << '\n';
+    return 1;
+  }
+}
