@@ -10,15 +10,4 @@ void QAsnColumn::RegisterAttributes(refl::CClassInfor& infor, refl::Enum::Access
       .CaptureTypeInfor<AsnOcts>();
 }
 
-const refl::CClassInfor& QAsnColumn::GetClassInfor() {
-  return *refl::CClassInfor::GetClassInforImpl<QAsnColumn>("QAsnColumn", &refl::CreateObject<QAsnColumn>,
-                                                           &refl::DestroyObject<QAsnColumn>, &RegisterAttributes);
-}
-
-AsnType* QAsnColumn::Clone() const { return new QAsnColumn(*this); }
-
-bool QAsnColumn::BindReflection(refl::CRefrence& reference) const {
-  return refl::helper::ChangeTypeTo_ClassType(reference, GetClassInfor(), this);
-}
-
 }  // namespace qcommon

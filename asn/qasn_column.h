@@ -4,28 +4,26 @@
 #pragma once
 
 #include "platform/asn/asn_octs.h"
-#include "platform/asn/asn_sequence.h"
+#include "platform/asn/asn_record.h"
 
 namespace qcommon {
 
-class QAsnColumn : public AsnSequence {
+class QAsnColumn : public AsnRecord<QAsnColumn> {
  public:
+  static constexpr char kClassName[] = "QAsnColumn";
+
   AsnOcts strCondition;
 
   QAsnColumn() { Constructor(*this); }
-  QAsnColumn(const QAsnColumn& other) : AsnSequence() { CopyConstructor(*this, other); }
+  QAsnColumn(const QAsnColumn& other) : AsnRecord() { CopyConstructor(*this, other); }
   ~QAsnColumn() override { Destructor(*this); }
   QAsnColumn& operator=(const QAsnColumn& other) {
     Assign(*this, other);
     return *this;
   }
 
-  AsnType* Clone() const override;
-  bool BindReflection(refl::CRefrence& reference) const override;
-  // The class description, registered on first use as "QAsnColumn".
-  static const refl::CClassInfor& GetClassInfor();
-
  private:
+  friend class AsnRecord<QAsnColumn>;
   static void RegisterAttributes(refl::CClassInfor& infor, refl::Enum::AccessSpecifierEnum access);
 };
 

@@ -18,15 +18,4 @@ void QAsnErrInfo::RegisterAttributes(refl::CClassInfor& infor, refl::Enum::Acces
       .CaptureTypeInfor<refl::MayNullPointer<AsnOcts>>();
 }
 
-const refl::CClassInfor& QAsnErrInfo::GetClassInfor() {
-  return *refl::CClassInfor::GetClassInforImpl<QAsnErrInfo>("QAsnErrInfo", &refl::CreateObject<QAsnErrInfo>,
-                                                            &refl::DestroyObject<QAsnErrInfo>, &RegisterAttributes);
-}
-
-AsnType* QAsnErrInfo::Clone() const { return new QAsnErrInfo(*this); }
-
-bool QAsnErrInfo::BindReflection(refl::CRefrence& reference) const {
-  return refl::helper::ChangeTypeTo_ClassType(reference, GetClassInfor(), this);
-}
-
 }  // namespace qcommon

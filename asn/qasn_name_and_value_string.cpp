@@ -11,16 +11,4 @@ void QAsnNameAndValueString::RegisterAttributes(refl::CClassInfor& infor, refl::
   infor.AddAttribInfor(access, MemberPosition(probe, &Record::value), "value", -1).CaptureTypeInfor<AsnOcts>();
 }
 
-const refl::CClassInfor& QAsnNameAndValueString::GetClassInfor() {
-  return *refl::CClassInfor::GetClassInforImpl<QAsnNameAndValueString>(
-      "QAsnNameAndValueString", &refl::CreateObject<QAsnNameAndValueString>,
-      &refl::DestroyObject<QAsnNameAndValueString>, &RegisterAttributes);
-}
-
-AsnType* QAsnNameAndValueString::Clone() const { return new QAsnNameAndValueString(*this); }
-
-bool QAsnNameAndValueString::BindReflection(refl::CRefrence& reference) const {
-  return refl::helper::ChangeTypeTo_ClassType(reference, GetClassInfor(), this);
-}
-
 }  // namespace qcommon

@@ -4,29 +4,27 @@
 #pragma once
 
 #include "platform/asn/asn_octs.h"
-#include "platform/asn/asn_sequence.h"
+#include "platform/asn/asn_record.h"
 
 namespace qcommon {
 
-class QAsnNameAndValueString : public AsnSequence {
+class QAsnNameAndValueString : public AsnRecord<QAsnNameAndValueString> {
  public:
+  static constexpr char kClassName[] = "QAsnNameAndValueString";
+
   AsnOcts name;
   AsnOcts value;
 
   QAsnNameAndValueString() { Constructor(*this); }
-  QAsnNameAndValueString(const QAsnNameAndValueString& other) : AsnSequence() { CopyConstructor(*this, other); }
+  QAsnNameAndValueString(const QAsnNameAndValueString& other) : AsnRecord() { CopyConstructor(*this, other); }
   ~QAsnNameAndValueString() override { Destructor(*this); }
   QAsnNameAndValueString& operator=(const QAsnNameAndValueString& other) {
     Assign(*this, other);
     return *this;
   }
 
-  AsnType* Clone() const override;
-  bool BindReflection(refl::CRefrence& reference) const override;
-  // The class description, registered on first use as "QAsnNameAndValueString".
-  static const refl::CClassInfor& GetClassInfor();
-
  private:
+  friend class AsnRecord<QAsnNameAndValueString>;
   static void RegisterAttributes(refl::CClassInfor& infor, refl::Enum::AccessSpecifierEnum access);
 };
 

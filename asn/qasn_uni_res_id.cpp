@@ -14,15 +14,4 @@ void QAsnUniResID::RegisterAttributes(refl::CClassInfor& infor, refl::Enum::Acce
       .CaptureTypeInfor<refl::MayNullPointer<AsnOcts>>();
 }
 
-const refl::CClassInfor& QAsnUniResID::GetClassInfor() {
-  return *refl::CClassInfor::GetClassInforImpl<QAsnUniResID>("QAsnUniResID", &refl::CreateObject<QAsnUniResID>,
-                                                             &refl::DestroyObject<QAsnUniResID>, &RegisterAttributes);
-}
-
-AsnType* QAsnUniResID::Clone() const { return new QAsnUniResID(*this); }
-
-bool QAsnUniResID::BindReflection(refl::CRefrence& reference) const {
-  return refl::helper::ChangeTypeTo_ClassType(reference, GetClassInfor(), this);
-}
-
 }  // namespace qcommon

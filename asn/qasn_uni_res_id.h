@@ -7,32 +7,30 @@
 
 #include "platform/asn/asn_int.h"
 #include "platform/asn/asn_octs.h"
-#include "platform/asn/asn_sequence.h"
+#include "platform/asn/asn_record.h"
 #include "platform/refl/may_null_pointer.h"
 
 namespace qcommon {
 
-class QAsnUniResID : public AsnSequence {
+class QAsnUniResID : public AsnRecord<QAsnUniResID> {
  public:
+  static constexpr char kClassName[] = "QAsnUniResID";
+
   AsnOcts strFDN;  // identifier text, e.g. "NE=1001,SH=1,SL=3,PP=2"
   AsnOcts strMOC;  // managed-object class
   AsnTinyInt neID;
   refl::MayNullPointer<AsnOcts> poSerialNum;
 
   QAsnUniResID() { Constructor(*this); }
-  QAsnUniResID(const QAsnUniResID& other) : AsnSequence() { CopyConstructor(*this, other); }
+  QAsnUniResID(const QAsnUniResID& other) : AsnRecord() { CopyConstructor(*this, other); }
   ~QAsnUniResID() override { Destructor(*this); }
   QAsnUniResID& operator=(const QAsnUniResID& other) {
     Assign(*this, other);
     return *this;
   }
 
-  AsnType* Clone() const override;
-  bool BindReflection(refl::CRefrence& reference) const override;
-  // The class description, registered on first use as "QAsnUniResID".
-  static const refl::CClassInfor& GetClassInfor();
-
  private:
+  friend class AsnRecord<QAsnUniResID>;
   static void RegisterAttributes(refl::CClassInfor& infor, refl::Enum::AccessSpecifierEnum access);
 };
 

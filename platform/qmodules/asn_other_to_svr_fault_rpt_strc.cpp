@@ -18,18 +18,6 @@ void AsnOtherToSvrFaultRptStrc::RegisterAttributes(refl::CClassInfor& infor, ref
       .CaptureTypeInfor<refl::MayNullPointer<AsnOcts>>();
 }
 
-const refl::CClassInfor& AsnOtherToSvrFaultRptStrc::GetClassInfor() {
-  return *refl::CClassInfor::GetClassInforImpl<AsnOtherToSvrFaultRptStrc>(
-      "AsnOtherToSvrFaultRptStrc", &refl::CreateObject<AsnOtherToSvrFaultRptStrc>,
-      &refl::DestroyObject<AsnOtherToSvrFaultRptStrc>, &RegisterAttributes);
-}
-
-AsnType* AsnOtherToSvrFaultRptStrc::Clone() const { return new AsnOtherToSvrFaultRptStrc(*this); }
-
-bool AsnOtherToSvrFaultRptStrc::BindReflection(refl::CRefrence& reference) const {
-  return refl::helper::ChangeTypeTo_ClassType(reference, GetClassInfor(), this);
-}
-
 namespace {
 const bool s_faultReportCatalogued =
     AsnCatalogue::Add({"AsnOtherToSvrFaultRptStrc", "qreturn", &CreateAsnValue<AsnOtherToSvrFaultRptStrc>, ""});

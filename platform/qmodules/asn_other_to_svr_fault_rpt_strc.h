@@ -18,11 +18,13 @@
 
 #include "platform/asn/asn_int.h"
 #include "platform/asn/asn_octs.h"
-#include "platform/asn/asn_sequence.h"
+#include "platform/asn/asn_record.h"
 #include "platform/refl/may_null_pointer.h"
 
-class AsnOtherToSvrFaultRptStrc : public AsnSequence {
+class AsnOtherToSvrFaultRptStrc : public AsnRecord<AsnOtherToSvrFaultRptStrc> {
  public:
+  static constexpr char kClassName[] = "AsnOtherToSvrFaultRptStrc";
+
   AsnInt neID;          // the reporting network element
   AsnInt alarmGroupID;  // the group of the alarm
   AsnInt alarmCode;     // what kind of fault
@@ -32,18 +34,14 @@ class AsnOtherToSvrFaultRptStrc : public AsnSequence {
   refl::MayNullPointer<AsnOcts> strLocation;
 
   AsnOtherToSvrFaultRptStrc() { Constructor(*this); }
-  AsnOtherToSvrFaultRptStrc(const AsnOtherToSvrFaultRptStrc& other) : AsnSequence() { CopyConstructor(*this, other); }
+  AsnOtherToSvrFaultRptStrc(const AsnOtherToSvrFaultRptStrc& other) : AsnRecord() { CopyConstructor(*this, other); }
   ~AsnOtherToSvrFaultRptStrc() override { Destructor(*this); }
   AsnOtherToSvrFaultRptStrc& operator=(const AsnOtherToSvrFaultRptStrc& other) {
     Assign(*this, other);
     return *this;
   }
 
-  AsnType* Clone() const override;
-  bool BindReflection(refl::CRefrence& reference) const override;
-  // The class description, registered on first use as "AsnOtherToSvrFaultRptStrc".
-  static const refl::CClassInfor& GetClassInfor();
-
  private:
+  friend class AsnRecord<AsnOtherToSvrFaultRptStrc>;
   static void RegisterAttributes(refl::CClassInfor& infor, refl::Enum::AccessSpecifierEnum access);
 };

@@ -11,18 +11,6 @@ void AsnSingleReturn::RegisterAttributes(refl::CClassInfor& infor, refl::Enum::A
       .CaptureTypeInfor<refl::MayNullPointer<AsnInt>>();
 }
 
-const refl::CClassInfor& AsnSingleReturn::GetClassInfor() {
-  return *refl::CClassInfor::GetClassInforImpl<AsnSingleReturn>("AsnSingleReturn", &refl::CreateObject<AsnSingleReturn>,
-                                                                &refl::DestroyObject<AsnSingleReturn>,
-                                                                &RegisterAttributes);
-}
-
-AsnType* AsnSingleReturn::Clone() const { return new AsnSingleReturn(*this); }
-
-bool AsnSingleReturn::BindReflection(refl::CRefrence& reference) const {
-  return refl::helper::ChangeTypeTo_ClassType(reference, GetClassInfor(), this);
-}
-
 namespace {
 const bool s_singleReturnCatalogued =
     AsnCatalogue::Add({"AsnSingleReturn", "qreturn", &CreateAsnValue<AsnSingleReturn>, ""});

@@ -8,27 +8,25 @@
 
 #include "platform/asn/asn_bool.h"
 #include "platform/asn/asn_int.h"
-#include "platform/asn/asn_sequence.h"
+#include "platform/asn/asn_record.h"
 #include "platform/refl/may_null_pointer.h"
 
-class AsnSingleReturn : public AsnSequence {
+class AsnSingleReturn : public AsnRecord<AsnSingleReturn> {
  public:
+  static constexpr char kClassName[] = "AsnSingleReturn";
+
   AsnBool success;                       // true when the operation succeeded
   refl::MayNullPointer<AsnInt> retCode;  // the return code, 0 for success
 
   AsnSingleReturn() { Constructor(*this); }
-  AsnSingleReturn(const AsnSingleReturn& other) : AsnSequence() { CopyConstructor(*this, other); }
+  AsnSingleReturn(const AsnSingleReturn& other) : AsnRecord() { CopyConstructor(*this, other); }
   ~AsnSingleReturn() override { Destructor(*this); }
   AsnSingleReturn& operator=(const AsnSingleReturn& other) {
     Assign(*this, other);
     return *this;
   }
 
-  AsnType* Clone() const override;
-  bool BindReflection(refl::CRefrence& reference) const override;
-  // The class description, registered on first use as "AsnSingleReturn".
-  static const refl::CClassInfor& GetClassInfor();
-
  private:
+  friend class AsnRecord<AsnSingleReturn>;
   static void RegisterAttributes(refl::CClassInfor& infor, refl::Enum::AccessSpecifierEnum access);
 };

@@ -14,18 +14,6 @@ void QAsnErrInfoReturn::RegisterAttributes(refl::CClassInfor& infor, refl::Enum:
       "qcommon::QAsnErrInfoList", true);
 }
 
-const refl::CClassInfor& QAsnErrInfoReturn::GetClassInfor() {
-  return *refl::CClassInfor::GetClassInforImpl<QAsnErrInfoReturn>(
-      "QAsnErrInfoReturn", &refl::CreateObject<QAsnErrInfoReturn>, &refl::DestroyObject<QAsnErrInfoReturn>,
-      &RegisterAttributes);
-}
-
-AsnType* QAsnErrInfoReturn::Clone() const { return new QAsnErrInfoReturn(*this); }
-
-bool QAsnErrInfoReturn::BindReflection(refl::CRefrence& reference) const {
-  return refl::helper::ChangeTypeTo_ClassType(reference, GetClassInfor(), this);
-}
-
 namespace {
 const bool s_errInfoReturnCatalogued =
     AsnCatalogue::Add({"QAsnErrInfoReturn", "qcommon", &CreateAsnValue<QAsnErrInfoReturn>, ""});

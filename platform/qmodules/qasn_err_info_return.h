@@ -8,30 +8,28 @@
 
 #include "asn/qcommon_lists.h"
 #include "platform/asn/asn_int.h"
-#include "platform/asn/asn_sequence.h"
+#include "platform/asn/asn_record.h"
 #include "platform/refl/may_null_pointer.h"
 
 namespace qcommon {
 
-class QAsnErrInfoReturn : public AsnSequence {
+class QAsnErrInfoReturn : public AsnRecord<QAsnErrInfoReturn> {
  public:
+  static constexpr char kClassName[] = "QAsnErrInfoReturn";
+
   AsnTinyInt retCode;  // the overall code, 0 for success
   refl::MayNullPointer<QAsnErrInfoList> errInfoList;
 
   QAsnErrInfoReturn() { Constructor(*this); }
-  QAsnErrInfoReturn(const QAsnErrInfoReturn& other) : AsnSequence() { CopyConstructor(*this, other); }
+  QAsnErrInfoReturn(const QAsnErrInfoReturn& other) : AsnRecord() { CopyConstructor(*this, other); }
   ~QAsnErrInfoReturn() override { Destructor(*this); }
   QAsnErrInfoReturn& operator=(const QAsnErrInfoReturn& other) {
     Assign(*this, other);
     return *this;
   }
 
-  AsnType* Clone() const override;
-  bool BindReflection(refl::CRefrence& reference) const override;
-  // The class description, registered on first use as "QAsnErrInfoReturn".
-  static const refl::CClassInfor& GetClassInfor();
-
  private:
+  friend class AsnRecord<QAsnErrInfoReturn>;
   static void RegisterAttributes(refl::CClassInfor& infor, refl::Enum::AccessSpecifierEnum access);
 };
 

@@ -59,17 +59,6 @@ void QAsnFiberInfo::RegisterAttributes(refl::CClassInfor& infor, refl::Enum::Acc
       .CaptureTypeInfor<OptionalInt>();
 }
 
-const refl::CClassInfor& QAsnFiberInfo::GetClassInfor() {
-  return *refl::CClassInfor::GetClassInforImpl<QAsnFiberInfo>("QAsnFiberInfo", &refl::CreateObject<QAsnFiberInfo>,
-                                                              &refl::DestroyObject<QAsnFiberInfo>, &RegisterAttributes);
-}
-
-AsnType* QAsnFiberInfo::Clone() const { return new QAsnFiberInfo(*this); }
-
-bool QAsnFiberInfo::BindReflection(refl::CRefrence& reference) const {
-  return refl::helper::ChangeTypeTo_ClassType(reference, GetClassInfor(), this);
-}
-
 namespace {
 const bool s_catalogued = AsnCatalogue::Add({"QAsnFiberInfo", "qinventoryfiber", &CreateAsnValue<QAsnFiberInfo>, ""});
 }  // namespace

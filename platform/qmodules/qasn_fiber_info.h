@@ -29,14 +29,16 @@
 #include "asn/qcommon_lists.h"
 #include "platform/asn/asn_int.h"
 #include "platform/asn/asn_octs.h"
-#include "platform/asn/asn_sequence.h"
+#include "platform/asn/asn_record.h"
 #include "platform/qmodules/qasn_port_index.h"
 #include "platform/refl/may_null_pointer.h"
 
 namespace qinventoryfiber {
 
-class QAsnFiberInfo : public AsnSequence {
+class QAsnFiberInfo : public AsnRecord<QAsnFiberInfo> {
  public:
+  static constexpr char kClassName[] = "QAsnFiberInfo";
+
   AsnOcts fiberText1;
   AsnTinyInt fiberValue1;
   AsnOcts fiberText2;
@@ -62,19 +64,15 @@ class QAsnFiberInfo : public AsnSequence {
   refl::MayNullPointer<AsnTinyInt> fiberValue7;
 
   QAsnFiberInfo() { Constructor(*this); }
-  QAsnFiberInfo(const QAsnFiberInfo& other) : AsnSequence() { CopyConstructor(*this, other); }
+  QAsnFiberInfo(const QAsnFiberInfo& other) : AsnRecord() { CopyConstructor(*this, other); }
   ~QAsnFiberInfo() override { Destructor(*this); }
   QAsnFiberInfo& operator=(const QAsnFiberInfo& other) {
     Assign(*this, other);
     return *this;
   }
 
-  AsnType* Clone() const override;
-  bool BindReflection(refl::CRefrence& reference) const override;
-  // The class description, registered on first use as "QAsnFiberInfo".
-  static const refl::CClassInfor& GetClassInfor();
-
  private:
+  friend class AsnRecord<QAsnFiberInfo>;
   static void RegisterAttributes(refl::CClassInfor& infor, refl::Enum::AccessSpecifierEnum access);
 };
 

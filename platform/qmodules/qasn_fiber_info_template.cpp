@@ -35,18 +35,6 @@ void QAsnFiberInfoTemplate::RegisterAttributes(refl::CClassInfor& infor, refl::E
       infor.AddAttribInfor(access, MemberPosition(probe, &Record::column12), "column12", 11), true);
 }
 
-const refl::CClassInfor& QAsnFiberInfoTemplate::GetClassInfor() {
-  return *refl::CClassInfor::GetClassInforImpl<QAsnFiberInfoTemplate>(
-      "QAsnFiberInfoTemplate", &refl::CreateObject<QAsnFiberInfoTemplate>, &refl::DestroyObject<QAsnFiberInfoTemplate>,
-      &RegisterAttributes);
-}
-
-AsnType* QAsnFiberInfoTemplate::Clone() const { return new QAsnFiberInfoTemplate(*this); }
-
-bool QAsnFiberInfoTemplate::BindReflection(refl::CRefrence& reference) const {
-  return refl::helper::ChangeTypeTo_ClassType(reference, GetClassInfor(), this);
-}
-
 namespace {
 const bool s_catalogued =
     AsnCatalogue::Add({"QAsnFiberInfoTemplate", "qinventoryfiber", &CreateAsnValue<QAsnFiberInfoTemplate>, ""});

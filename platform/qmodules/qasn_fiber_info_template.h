@@ -9,13 +9,15 @@
 #pragma once
 
 #include "asn/qasn_column.h"
-#include "platform/asn/asn_sequence.h"
+#include "platform/asn/asn_record.h"
 #include "platform/refl/may_null_pointer.h"
 
 namespace qinventoryfiber {
 
-class QAsnFiberInfoTemplate : public AsnSequence {
+class QAsnFiberInfoTemplate : public AsnRecord<QAsnFiberInfoTemplate> {
  public:
+  static constexpr char kClassName[] = "QAsnFiberInfoTemplate";
+
   refl::MayNullPointer<qcommon::QAsnColumn> column1;
   refl::MayNullPointer<qcommon::QAsnColumn> column2;
   refl::MayNullPointer<qcommon::QAsnColumn> column3;
@@ -30,19 +32,15 @@ class QAsnFiberInfoTemplate : public AsnSequence {
   refl::MayNullPointer<qcommon::QAsnColumn> column12;
 
   QAsnFiberInfoTemplate() { Constructor(*this); }
-  QAsnFiberInfoTemplate(const QAsnFiberInfoTemplate& other) : AsnSequence() { CopyConstructor(*this, other); }
+  QAsnFiberInfoTemplate(const QAsnFiberInfoTemplate& other) : AsnRecord() { CopyConstructor(*this, other); }
   ~QAsnFiberInfoTemplate() override { Destructor(*this); }
   QAsnFiberInfoTemplate& operator=(const QAsnFiberInfoTemplate& other) {
     Assign(*this, other);
     return *this;
   }
 
-  AsnType* Clone() const override;
-  bool BindReflection(refl::CRefrence& reference) const override;
-  // The class description, registered on first use as "QAsnFiberInfoTemplate".
-  static const refl::CClassInfor& GetClassInfor();
-
  private:
+  friend class AsnRecord<QAsnFiberInfoTemplate>;
   static void RegisterAttributes(refl::CClassInfor& infor, refl::Enum::AccessSpecifierEnum access);
 };
 

@@ -44,17 +44,6 @@ void QAsnLinkInfo::RegisterAttributes(refl::CClassInfor& infor, refl::Enum::Acce
       .CaptureTypeInfor<refl::MayNullPointer<AsnTinyInt>>();
 }
 
-const refl::CClassInfor& QAsnLinkInfo::GetClassInfor() {
-  return *refl::CClassInfor::GetClassInforImpl<QAsnLinkInfo>("QAsnLinkInfo", &refl::CreateObject<QAsnLinkInfo>,
-                                                             &refl::DestroyObject<QAsnLinkInfo>, &RegisterAttributes);
-}
-
-AsnType* QAsnLinkInfo::Clone() const { return new QAsnLinkInfo(*this); }
-
-bool QAsnLinkInfo::BindReflection(refl::CRefrence& reference) const {
-  return refl::helper::ChangeTypeTo_ClassType(reference, GetClassInfor(), this);
-}
-
 namespace {
 const bool s_catalogued =
     AsnCatalogue::Add({"QAsnLinkInfo", "qinventorylinkexterior", &CreateAsnValue<QAsnLinkInfo>, ""});

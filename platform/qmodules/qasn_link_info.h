@@ -23,13 +23,15 @@
 #include "asn/qcommon_lists.h"
 #include "platform/asn/asn_int.h"
 #include "platform/asn/asn_octs.h"
-#include "platform/asn/asn_sequence.h"
+#include "platform/asn/asn_record.h"
 #include "platform/refl/may_null_pointer.h"
 
 namespace qinventorylinkexterior {
 
-class QAsnLinkInfo : public AsnSequence {
+class QAsnLinkInfo : public AsnRecord<QAsnLinkInfo> {
  public:
+  static constexpr char kClassName[] = "QAsnLinkInfo";
+
   qcommon::QAsnUniResID linkResID;
   AsnOcts strText1;
   AsnOcts strText2;
@@ -53,19 +55,15 @@ class QAsnLinkInfo : public AsnSequence {
   refl::MayNullPointer<AsnTinyInt> optTinyValue;
 
   QAsnLinkInfo() { Constructor(*this); }
-  QAsnLinkInfo(const QAsnLinkInfo& other) : AsnSequence() { CopyConstructor(*this, other); }
+  QAsnLinkInfo(const QAsnLinkInfo& other) : AsnRecord() { CopyConstructor(*this, other); }
   ~QAsnLinkInfo() override { Destructor(*this); }
   QAsnLinkInfo& operator=(const QAsnLinkInfo& other) {
     Assign(*this, other);
     return *this;
   }
 
-  AsnType* Clone() const override;
-  bool BindReflection(refl::CRefrence& reference) const override;
-  // The class description, registered on first use as "QAsnLinkInfo".
-  static const refl::CClassInfor& GetClassInfor();
-
  private:
+  friend class AsnRecord<QAsnLinkInfo>;
   static void RegisterAttributes(refl::CClassInfor& infor, refl::Enum::AccessSpecifierEnum access);
 };
 

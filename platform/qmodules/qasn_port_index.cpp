@@ -20,17 +20,6 @@ void QAsnPortIndex::RegisterAttributes(refl::CClassInfor& infor, refl::Enum::Acc
       .CaptureTypeInfor<refl::MayNullPointer<AsnOcts>>();
 }
 
-const refl::CClassInfor& QAsnPortIndex::GetClassInfor() {
-  return *refl::CClassInfor::GetClassInforImpl<QAsnPortIndex>("QAsnPortIndex", &refl::CreateObject<QAsnPortIndex>,
-                                                              &refl::DestroyObject<QAsnPortIndex>, &RegisterAttributes);
-}
-
-AsnType* QAsnPortIndex::Clone() const { return new QAsnPortIndex(*this); }
-
-bool QAsnPortIndex::BindReflection(refl::CRefrence& reference) const {
-  return refl::helper::ChangeTypeTo_ClassType(reference, GetClassInfor(), this);
-}
-
 namespace {
 const bool s_catalogued = AsnCatalogue::Add({"QAsnPortIndex", "qcommon", &CreateAsnValue<QAsnPortIndex>, ""});
 }  // namespace

@@ -11,13 +11,15 @@
 
 #include "platform/asn/asn_int.h"
 #include "platform/asn/asn_octs.h"
-#include "platform/asn/asn_sequence.h"
+#include "platform/asn/asn_record.h"
 #include "platform/refl/may_null_pointer.h"
 
 namespace qcommon {
 
-class QAsnPortIndex : public AsnSequence {
+class QAsnPortIndex : public AsnRecord<QAsnPortIndex> {
  public:
+  static constexpr char kClassName[] = "QAsnPortIndex";
+
   AsnTinyInt level1ID;
   AsnTinyInt level2ID;
   refl::MayNullPointer<AsnTinyInt> level2SubID;
@@ -27,19 +29,15 @@ class QAsnPortIndex : public AsnSequence {
   refl::MayNullPointer<AsnOcts> strIndexText;
 
   QAsnPortIndex() { Constructor(*this); }
-  QAsnPortIndex(const QAsnPortIndex& other) : AsnSequence() { CopyConstructor(*this, other); }
+  QAsnPortIndex(const QAsnPortIndex& other) : AsnRecord() { CopyConstructor(*this, other); }
   ~QAsnPortIndex() override { Destructor(*this); }
   QAsnPortIndex& operator=(const QAsnPortIndex& other) {
     Assign(*this, other);
     return *this;
   }
 
-  AsnType* Clone() const override;
-  bool BindReflection(refl::CRefrence& reference) const override;
-  // The class description, registered on first use as "QAsnPortIndex".
-  static const refl::CClassInfor& GetClassInfor();
-
  private:
+  friend class AsnRecord<QAsnPortIndex>;
   static void RegisterAttributes(refl::CClassInfor& infor, refl::Enum::AccessSpecifierEnum access);
 };
 

@@ -13,18 +13,6 @@ void QAsnPortUseState::RegisterAttributes(refl::CClassInfor& infor, refl::Enum::
   infor.AddAttribInfor(access, MemberPosition(probe, &Record::useState), "useState", -1).CaptureTypeInfor<AsnTinyInt>();
 }
 
-const refl::CClassInfor& QAsnPortUseState::GetClassInfor() {
-  return *refl::CClassInfor::GetClassInforImpl<QAsnPortUseState>(
-      "QAsnPortUseState", &refl::CreateObject<QAsnPortUseState>, &refl::DestroyObject<QAsnPortUseState>,
-      &RegisterAttributes);
-}
-
-AsnType* QAsnPortUseState::Clone() const { return new QAsnPortUseState(*this); }
-
-bool QAsnPortUseState::BindReflection(refl::CRefrence& reference) const {
-  return refl::helper::ChangeTypeTo_ClassType(reference, GetClassInfor(), this);
-}
-
 namespace {
 const bool s_catalogued =
     AsnCatalogue::Add({"QAsnPortUseState", "qinventoryport", &CreateAsnValue<QAsnPortUseState>, ""});

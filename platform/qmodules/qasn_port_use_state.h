@@ -6,30 +6,28 @@
 #pragma once
 
 #include "platform/asn/asn_int.h"
-#include "platform/asn/asn_sequence.h"
+#include "platform/asn/asn_record.h"
 #include "platform/qmodules/qasn_port_index.h"
 
 namespace qinventoryport {
 
-class QAsnPortUseState : public AsnSequence {
+class QAsnPortUseState : public AsnRecord<QAsnPortUseState> {
  public:
+  static constexpr char kClassName[] = "QAsnPortUseState";
+
   qcommon::QAsnPortIndex portIndex;
   AsnTinyInt useState;
 
   QAsnPortUseState() { Constructor(*this); }
-  QAsnPortUseState(const QAsnPortUseState& other) : AsnSequence() { CopyConstructor(*this, other); }
+  QAsnPortUseState(const QAsnPortUseState& other) : AsnRecord() { CopyConstructor(*this, other); }
   ~QAsnPortUseState() override { Destructor(*this); }
   QAsnPortUseState& operator=(const QAsnPortUseState& other) {
     Assign(*this, other);
     return *this;
   }
 
-  AsnType* Clone() const override;
-  bool BindReflection(refl::CRefrence& reference) const override;
-  // The class description, registered on first use as "QAsnPortUseState".
-  static const refl::CClassInfor& GetClassInfor();
-
  private:
+  friend class AsnRecord<QAsnPortUseState>;
   static void RegisterAttributes(refl::CClassInfor& infor, refl::Enum::AccessSpecifierEnum access);
 };
 
