@@ -13,6 +13,7 @@
 #include "convert/ns_velkor.h"
 #include "platform/asn/asn_value_io.h"
 #include "platform/trace/trace_sink.h"
+#include "tests/trace_capture.h"
 
 namespace {
 
@@ -248,21 +249,6 @@ TEST(Convert2QAsnFiberInfo, TextsStopAtNulAndLevelsKeepLow32Bits) {
 }
 
 // ---- record to cable ---------------------------------------------------------
-
-// Collects the trace lines written while it lives.
-class TraceCapture {
- public:
-  TraceCapture() : m_previous(ns_utility::SetTraceSink(&Collect)) { Lines().clear(); }
-  ~TraceCapture() { ns_utility::SetTraceSink(m_previous); }
-  static std::vector<ns_utility::TraceLine>& Lines() {
-    static std::vector<ns_utility::TraceLine> lines;
-    return lines;
-  }
-
- private:
-  static void Collect(const ns_utility::TraceLine& line) { Lines().push_back(line); }
-  ns_utility::TraceSink m_previous;
-};
 
 void AddEntry(QAsnFiberInfo& record, const char* name, const std::string& value) {
   auto* entry = record.attrList.GetOrCreate().Append();

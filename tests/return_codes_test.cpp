@@ -11,26 +11,12 @@
 
 #include "convert/ns_velkor.h"
 #include "platform/trace/trace_sink.h"
+#include "tests/trace_capture.h"
 
 namespace {
 
 using ns_velkor::TERetInfo;
 using RetMap = std::map<unsigned long, TERetInfo>;
-
-// Collects the library's trace lines while alive; restores the old sink.
-class TraceCapture {
- public:
-  TraceCapture() : m_previous(ns_utility::SetTraceSink(&Collect)) { Lines().clear(); }
-  ~TraceCapture() { ns_utility::SetTraceSink(m_previous); }
-  static std::vector<ns_utility::TraceLine>& Lines() {
-    static std::vector<ns_utility::TraceLine> lines;
-    return lines;
-  }
-
- private:
-  static void Collect(const ns_utility::TraceLine& line) { Lines().push_back(line); }
-  ns_utility::TraceSink m_previous;
-};
 
 struct ErrEntry {
   std::vector<int> ids;
