@@ -1,0 +1,229 @@
+#include "tools/velkor/ber_dump.h"
+
+#include <cstdint>
+#include <iomanip>
+#include <vector>
+
+#include "platform/asn/asn_octs.h"
+#include "platform/asn/csm_exception.h"
+
+namespace velkor {
+
+namespace {
+
+// One open constructed value.
+struct Frame {
+  std::size_t limit;  // no item inside may run past this offset
+  bool indefinite;    // closed by end-of-contents rather than by reaching `limit`
+};
+
+// Thrown inside the walk for a defect it finds itself; the tag and length
+// decoders of ber.h report theirs as CSM_Exception*.
+struct Break {
+  std::string what;
+};
+
+[[noreturn]] void BreakAt(std::size_t offset, const std::string& what) {
+  throw Break{what + " at offset " + std::to_string(offset)};
+}
+
+class Walker {
+ public:
+  Walker(std::string_view bytes, const std::function<void(const BerItem&)>& visit)
+      : m_bytes(bytes), m_buf(reinterpret_cast<const unsigned char*>(bytes.data()), bytes.size()), m_visit(visit) {}
+
+  std::size_t Items() const { return m_items; }
+
+  void Run() {
+    for (;;) {
+      // Definite-length values end where their content ends.
+      while (!m_frames.empty() && !m_frames.back().indefinite && m_buf.Offset() == m_frames.back().limit)
+        m_frames.pop_back();
+      const std::size_t limit = m_frames.empty() ? m_bytes.size() : m_frames.back().limit;
+      if (m_buf.Offset() == limit) {
+        if (m_frames.empty()) return;
+        BreakAt(m_buf.Offset(), "missing end-of-contents");
+      }
+      Item(limit);
+    }
+  }
+
+ private:
+  // Reads the identifier and length octets of `item`, which must end by
+  // `limit`; returns the length (kIndefiniteLength for the indefinite form).
+  unsigned long ReadHeader(BerItem& item, std::size_t limit) {
+    unsigned long octets = 0;
+    try {
+      item.tag = BDecTag(m_buf, octets);
+      if (m_buf.ReadError()) BreakAt(item.offset, "input ends inside a tag");
+      if (m_buf.Offset() > limit) BreakAt(item.offset, "tag runs past its enclosing value");
+      const unsigned long length = BDecLen(m_buf, octets);
+      if (m_buf.ReadError()) BreakAt(item.offset, "input ends inside a length");
+      if (m_buf.Offset() > limit) BreakAt(item.offset, "length octets run past their enclosing value");
+      return length;
+    } catch (CSM_Exception* exception) {
+      // The runtime names the offset it had reached; add where the item began.
+      const std::string message = exception->Message();
+      delete exception;
+      throw Break{message + " (in the item at offset " + std::to_string(item.offset) + ")"};
+    }
+  }
+
+  void Item(std::size_t limit) {
+    BerItem item;
+    item.offset = m_buf.Offset();
+    item.depth = static_cast<unsigned>(m_frames.size());
+    const unsigned long length = ReadHeader(item, limit);
+    const std::size_t contentStart = m_buf.Offset();
+
+    if (item.tag == 0) {  // X.690 8.1.5: end-of-contents is 00 00
+      if (length != 0) BreakAt(item.offset, "end-of-contents with content");
+      if (m_frames.empty() || !m_frames.back().indefinite) {
+        BreakAt(item.offset, "end-of-contents outside an indefinite-length value");
+      }
+      item.endOfContents = true;
+      item.depth = static_cast<unsigned>(m_frames.size() - 1);
+      Visit(item);
+      m_frames.pop_back();
+      return;
+    }
+
+    const bool constructed = TagIsConstructed(item.tag);
+    if (length == kIndefiniteLength) {
+      // X.690 8.1.3.2: only constructed values may use the indefinite form.
+      if (!constructed) BreakAt(item.offset, "indefinite length on a primitive value");
+      item.indefinite = true;
+      Open(item, Frame{limit, true});
+      return;
+    }
+    if (length > limit - contentStart) {
+      BreakAt(item.offset, "length " + std::to_string(length) + " runs past its enclosing value (" +
+                               std::to_string(limit - contentStart) + " octets left)");
+    }
+    item.length = length;
+    if (constructed) {
+      Open(item, Frame{contentStart + length, false});
+      return;
+    }
+    item.content = m_bytes.substr(contentStart, length);
+    m_buf.GetSeg(length);
+    Visit(item);
+  }
+
+  void Open(const BerItem& item, Frame frame) {
+    if (m_frames.size() >= AsnDecodeLimits::kMaxDepth) {
+      BreakAt(item.offset,
+              "constructed values nested deeper than " + std::to_string(AsnDecodeLimits::kMaxDepth) + " levels");
+    }
+    Visit(item);
+    m_frames.push_back(frame);
+  }
+
+  void Visit(const BerItem& item) {
+    ++m_items;
+    m_visit(item);
+  }
+
+  std::string_view m_bytes;
+  AsnBuf m_buf;
+  const std::function<void(const BerItem&)>& m_visit;
+  std::vector<Frame> m_frames;
+  std::size_t m_items = 0;
+};
+
+const char* UniversalName(unsigned number) {
+  switch (number) {
+    case 1:
+      return "BOOLEAN";
+    case 2:
+      return "INTEGER";
+    case 3:
+      return "BIT STRING";
+    case 4:
+      return "OCTET STRING";
+    case 5:
+      return "NULL";
+    case 6:
+      return "OBJECT IDENTIFIER";
+    case 10:
+      return "ENUMERATED";
+    case 12:
+      return "UTF8String";
+    case 16:
+      return "SEQUENCE";
+    case 17:
+      return "SET";
+    case 19:
+      return "PrintableString";
+    case 22:
+      return "IA5String";
+    case 23:
+      return "UTCTime";
+    case 24:
+      return "GeneralizedTime";
+    default:
+      return nullptr;
+  }
+}
+
+void WriteContent(std::ostream& os, const BerItem& item) {
+  const bool universal = TagClassOf(item.tag) == AsnTagClass::kUniversal;
+  const unsigned number = TagNumber(item.tag);
+  if (universal && number == 2 && !item.content.empty() && item.content.size() <= 8) {
+    // Two's complement, most significant octet first (X.690 8.3.3).
+    std::int64_t value = static_cast<signed char>(item.content[0]);
+    for (std::size_t i = 1; i < item.content.size(); ++i)
+      value = static_cast<std::int64_t>(static_cast<std::uint64_t>(value) << 8) |
+              static_cast<unsigned char>(item.content[i]);
+    os << value;
+    return;
+  }
+  if (universal && number == 1 && item.content.size() == 1) {
+    os << (item.content[0] != 0 ? "TRUE" : "FALSE");
+    return;
+  }
+  PrintOctets(os, item.content);
+}
+
+}  // namespace
+
+BerWalkResult WalkBer(std::string_view bytes, const std::function<void(const BerItem&)>& visit) {
+  Walker walker(bytes, visit);
+  BerWalkResult result;
+  try {
+    walker.Run();
+  } catch (const Break& defect) {
+    result.complete = false;
+    result.error = defect.what;
+  }
+  result.items = walker.Items();
+  return result;
+}
+
+void WriteBerItem(std::ostream& os, const BerItem& item) {
+  os << std::setw(6) << item.offset << "  " << std::string(2 * item.depth, ' ');
+  if (item.endOfContents) {
+    os << "end-of-contents\n";
+    return;
+  }
+  os << TagToString(item.tag);
+  if (TagClassOf(item.tag) == AsnTagClass::kUniversal) {
+    if (const char* name = UniversalName(TagNumber(item.tag))) os << " (" << name << ')';
+  }
+  if (item.indefinite) {
+    os << ", length indefinite\n";
+    return;
+  }
+  os << ", length " << item.length;
+  if (!TagIsConstructed(item.tag)) {
+    os << ": ";
+    WriteContent(os, item);
+  }
+  os << '\n';
+}
+
+BerWalkResult DumpBer(std::string_view bytes, std::ostream& os) {
+  return WalkBer(bytes, [&os](const BerItem& item) { WriteBerItem(os, item); });
+}
+
+}  // namespace velkor

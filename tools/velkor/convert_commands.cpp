@@ -1,0 +1,290 @@
+#include "tools/velkor/convert_commands.h"
+
+#include <cerrno>
+#include <cstdlib>
+#include <limits>
+#include <optional>
+
+#include "convert/ns_velkor.h"
+#include "tools/velkor/io.h"
+#include "tools/velkor/model_json.h"
+#include "tools/velkor/record_types.h"
+
+namespace velkor {
+
+namespace {
+
+// ---- reading and writing ------------------------------------------------------
+
+void ReadRecord(const ConvertOptions& options, AsnType& record) {
+  DecodeBytes(record, ReadBytes(options.io.input, options.io.hex));
+}
+
+Json ReadJson(const ConvertOptions& options) { return ParseJson(ReadInput(options.io.input)); }
+
+std::string RecordOutput(const AsnType& record, const ConvertOptions& options) {
+  return FormatBytes(EncodeBytes(record), options.io.hex, options.io.output);
+}
+
+// A number given on the command line: decimal, or hex with 0x. Anything else,
+// or a value outside T, is a usage mistake.
+template <class T>
+T ParseNumber(const std::string& text, const std::string& what) {
+  errno = 0;
+  char* end = nullptr;
+  bool inRange = false;
+  T value = 0;
+  if constexpr (std::is_signed_v<T>) {
+    const long long number = std::strtoll(text.c_str(), &end, 0);
+    if constexpr (sizeof(T) < sizeof(long long)) {
+      inRange = number >= std::numeric_limits<T>::min() && number <= std::numeric_limits<T>::max();
+    } else {
+      inRange = true;
+    }
+    value = static_cast<T>(number);
+  } else {
+    const unsigned long long number = std::strtoull(text.c_str(), &end, 0);
+    inRange = text.find('-') == std::string::npos;  // strtoull would wrap a negative number
+    if constexpr (sizeof(T) < sizeof(long long)) inRange = inRange && number <= std::numeric_limits<T>::max();
+    value = static_cast<T>(number);
+  }
+  if (text.empty() || end != text.c_str() + text.size() || errno == ERANGE || !inRange)
+    ThrowBadUsage(what + " \"" + text + "\" is not a number in range");
+  return value;
+}
+
+// A return-code map as the map commands write it ({"result": ..., "map":
+// {...}}), or the bare map.
+struct MapInput {
+  ReturnCodeMap map;
+  std::optional<unsigned long> result;
+};
+
+MapInput ReadMapInput(const Json& json, const std::string& path) {
+  MapInput input;
+  if (json.is_object() && json.contains("map")) {
+    JsonExpectOnly(json, {"result", "map"}, path);
+    input.map = JsonToReturnCodeMap(json["map"], path + ".map");
+    if (json.contains("result")) input.result = JsonInteger<unsigned long>(json["result"], path + ".result");
+  } else {
+    input.map = JsonToReturnCodeMap(json, path);
+  }
+  return input;
+}
+
+ReturnCodeMap StartingMap(const ConvertOptions& options) {
+  if (options.mapFile.empty()) return {};
+  return ReadMapInput(ParseJson(ReadInput(options.mapFile)), "map").map;
+}
+
+std::string MapResult(unsigned long result, const ReturnCodeMap& map) {
+  return JsonText(Json{{"result", result}, {"map", ReturnCodeMapToJson(map)}});
+}
+
+// ---- fiber cables --------------------------------------------------------------
+
+std::string FiberToCable(const ConvertOptions& options) {
+  qinventoryfiber::QAsnFiberInfo record;
+  ReadRecord(options, record);
+  ns_utilmib::TEFiberCable cable;
+  ns_velkor::Convert2FiberCable(record, cable);
+  return JsonText(ModelToJson(cable));
+}
+
+std::string CableToFiber(const ConvertOptions& options) {
+  ns_utilmib::TEFiberCable cable;
+  JsonToModel(ReadJson(options), cable, "cable");
+  qinventoryfiber::QAsnFiberInfo record;
+  ns_velkor::Convert2QAsnFiberInfo(cable, record);
+  return RecordOutput(record, options);
+}
+
+std::string TemplateToMask(const ConvertOptions& options) {
+  qinventoryfiber::QAsnFiberInfoTemplate record;
+  ReadRecord(options, record);
+  std::uint64_t templateType = 0;
+  ns_velkor::Convert2FiberInfoTemplateType(record, templateType);
+  return JsonText(Json{{"templateType", templateType}});
+}
+
+std::string MaskToTemplate(const ConvertOptions& options) {
+  const auto templateType = ParseNumber<std::uint64_t>(options.argument, "MASK");
+  qinventoryfiber::QAsnFiberInfoTemplate record;
+  ns_velkor::Convert2QAsnFiberInfoTemplate(templateType, record);
+  return RecordOutput(record, options);
+}
+
+// ---- links ---------------------------------------------------------------------
+
+std::string LinksToModels(const ConvertOptions& options) {
+  qinventorylinkexterior::QAsnLinkInfoList list;
+  ReadRecord(options, list);
+  std::list<ns_utilmib::CLinkMgrModel> models;
+  ns_velkor::Convert2LinkMgrModelList(list, models);
+  return JsonText(ModelToJson(models));
+}
+
+std::string LinkToModel(const ConvertOptions& options) {
+  qinventorylinkexterior::QAsnLinkInfo record;
+  ReadRecord(options, record);
+  ns_utilmib::CLinkMgrModel model;
+  ns_velkor::Convert2LinkMgrModel(record, model);
+  return JsonText(ModelToJson(model));
+}
+
+std::string ResIdToLinkPort(const ConvertOptions& options) {
+  qcommon::QAsnUniResID record;
+  ReadRecord(options, record);
+  ns_utilmib::CLinkPortIndex index;
+  const bool filled = ns_velkor::Convert2LinkPortIndexByQAsnUniRes(record, index, options.moc, options.acceptNode);
+  return JsonText(
+      Json{{"filled", filled}, {"index", ModelToJson(index)}, {"r1LinkPortId", ns_velkor::GetR1LinkPortId(index)}});
+}
+
+// ---- return codes --------------------------------------------------------------
+
+std::string ErrInfoListToMap(const ConvertOptions& options) {
+  qcommon::QAsnErrInfoList list;
+  ReadRecord(options, list);
+  ReturnCodeMap map = StartingMap(options);
+  const unsigned long result = ns_velkor::Convert2MapIDKey2RetCodeByQAsnErrInfoList(list, map);
+  return MapResult(result, map);
+}
+
+std::string ErrInfoReturnToMap(const ConvertOptions& options) {
+  qcommon::QAsnErrInfoReturn record;
+  ReadRecord(options, record);
+  ReturnCodeMap map = StartingMap(options);
+  const unsigned long result = options.fillAll ? ns_velkor::Convert2MapIDKey2RetCodeByQAsnErrInfoReturn2(record, map)
+                                               : ns_velkor::Convert2MapIDKey2RetCodeByQAsnErrInfoReturn(record, map);
+  return MapResult(result, map);
+}
+
+std::string IgnoreCodes(const ConvertOptions& options) {
+  if (options.ignore.size() > 3) ThrowBadUsage("--ignore takes at most three codes");
+  MapInput input = ReadMapInput(ReadJson(options), "map");
+  if (!options.code.empty()) input.result = ParseNumber<unsigned long>(options.code, "--code");
+  if (!input.result) ThrowBadUsage("--code is required when the input has no \"result\"");
+  unsigned long ignore[3] = {0, 0, 0};  // 0 is success, which the filter drops anyway
+  for (std::size_t i = 0; i < options.ignore.size(); ++i) ignore[i] = options.ignore[i];
+  const unsigned long result =
+      ns_velkor::IgnoreMapRetCodeErrorCode(*input.result, input.map, ignore[0], ignore[1], ignore[2]);
+  return MapResult(result, input.map);
+}
+
+std::string SingleReturn(const ConvertOptions& options) {
+  AsnSingleReturn record;
+  ns_velkor::Convert2AsnSingleReturn(ParseNumber<unsigned long>(options.argument, "CODE"), &record);
+  return RecordOutput(record, options);
+}
+
+// ---- name/value maps and alarm identifiers ------------------------------------
+
+std::string NvsToMap(const ConvertOptions& options) {
+  qcommon::QAsnNVSList list;
+  ReadRecord(options, list);
+  std::map<std::string, std::string> map;
+  ns_velkor::Convert2MapKeyValue(list, map);
+  return JsonText(NameValueMapToJson(map));
+}
+
+std::string AlarmCompose(const ConvertOptions& options) {
+  return ns_velkor::GetCombineStrByMapKeyValueAsNewAlarmID(JsonToAlarmKeyMap(ReadJson(options), "alarm key map")) +
+         "\n";
+}
+
+std::string FaultReportToAlarmId(const ConvertOptions& options) {
+  AsnOtherToSvrFaultRptStrc record;
+  ReadRecord(options, record);
+  return ns_velkor::GetCombineStrByAsnOtherFaultRptAtrcAsNewAlarmID(&record) + "\n";
+}
+
+std::string AlarmSplit(const ConvertOptions& options) {
+  std::map<std::string, int> map;
+  ns_velkor::GetMapKeyValueByNewAlarmID(options.argument, map);
+  return JsonText(AlarmKeyMapToJson(map));
+}
+
+// ---- ports ---------------------------------------------------------------------
+
+std::string PortIndexToModel(const ConvertOptions& options) {
+  qcommon::QAsnPortIndex record;
+  ReadRecord(options, record);
+  ns_utilmib::TNCPPortIndex index;
+  ns_velkor::Convert2CPPortIndex(record, index);
+  return JsonText(ModelToJson(index));
+}
+
+std::string ModelToPortIndex(const ConvertOptions& options) {
+  ns_utilmib::TNCPPortIndex index;
+  JsonToModel(ReadJson(options), index, "port index");
+  qcommon::QAsnPortIndex record;
+  ns_velkor::Convert2QAsnPortIndex(index, record);
+  return RecordOutput(record, options);
+}
+
+std::string PortStatesToMap(const ConvertOptions& options) {
+  qinventoryport::QAsnPortUseStateList list;
+  ReadRecord(options, list);
+  std::map<ns_utilmib::TNCPPortIndex, unsigned short> map;
+  ns_velkor::Convert2MapCpPortIndex2State(list, map, options.mask);
+  return JsonText(PortStateMapToJson(map));
+}
+
+std::string VirtualPort(const ConvertOptions& options) {
+  const int portNo = ParseNumber<int>(options.argument, "PORTNO");
+  return JsonText(Json{{"portNo", portNo}, {"virtual", ns_velkor::isVirtualPort(portNo)}});
+}
+
+}  // namespace
+
+const std::vector<ConvertCommand>& ConvertCommands() {
+  static const std::vector<ConvertCommand> commands = {
+      {"fiber-to-cable", "Fiber record (QAsnFiberInfo) to fiber cable JSON", "velkor convert fiber-to-cable fiber.ber",
+       kTakesFile, "", "", &FiberToCable},
+      {"cable-to-fiber", "Fiber cable JSON to fiber record (QAsnFiberInfo)",
+       "velkor convert cable-to-fiber cable.json -o fiber.ber", kTakesJsonFile | kTakesBytesOut, "", "", &CableToFiber},
+      {"template-to-mask", "Fiber information template record to its bit mask",
+       "velkor convert template-to-mask template.ber", kTakesFile, "", "", &TemplateToMask},
+      {"mask-to-template", "Template bit mask to fiber information template record",
+       "velkor convert mask-to-template 0x804 --hex", kTakesArgument | kTakesBytesOut, "MASK",
+       "Bit mask of columns (bit 0: column1 ... bit 11: column12), decimal or 0x hex", &MaskToTemplate},
+      {"links-to-models", "Link record list (QAsnLinkInfoList) to link model JSON",
+       "velkor convert links-to-models links.ber", kTakesFile, "", "", &LinksToModels},
+      {"link-to-model", "One link record (QAsnLinkInfo) to link model JSON", "velkor convert link-to-model link.ber",
+       kTakesFile, "", "", &LinkToModel},
+      {"resid-to-link-port", "Resource identifier (QAsnUniResID) to link port index and R1 link port id",
+       "velkor convert resid-to-link-port resid.ber --moc NE --accept-node", kTakesFile | kTakesLinkEnd, "", "",
+       &ResIdToLinkPort},
+      {"errinfo-list-to-map", "Error-information list (QAsnErrInfoList) to return-code map",
+       "velkor convert errinfo-list-to-map errors.ber", kTakesFile | kTakesMap, "", "", &ErrInfoListToMap},
+      {"errinfo-return-to-map", "Error-information return (QAsnErrInfoReturn) to return-code map",
+       "velkor convert errinfo-return-to-map return.ber --map objects.json --fill-all",
+       kTakesFile | kTakesMap | kTakesFillAll, "", "", &ErrInfoReturnToMap},
+      {"ignore-codes", "Drop tolerated codes from a return-code map and decide the overall code",
+       "velkor convert ignore-codes map.json --code 8 --ignore 7", kTakesJsonFile | kTakesCodes, "", "", &IgnoreCodes},
+      {"single-return", "Return code to single-return record (AsnSingleReturn)", "velkor convert single-return 5 --hex",
+       kTakesArgument | kTakesBytesOut, "CODE", "Return code, decimal or 0x hex", &SingleReturn},
+      {"nvs-to-map", "Name/value list (QAsnNVSList) to name/value map", "velkor convert nvs-to-map attrs.ber",
+       kTakesFile, "", "", &NvsToMap},
+      {"alarm-compose", "Alarm key map JSON to alarm identifier",
+       "echo '{\"sFaultID\": 12, \"lAlarmGroupID\": 34}' | velkor convert alarm-compose", kTakesJsonFile, "", "",
+       &AlarmCompose},
+      {"fault-report-to-alarm-id", "Fault report record (AsnOtherToSvrFaultRptStrc) to alarm identifier",
+       "velkor convert fault-report-to-alarm-id report.ber", kTakesFile, "", "", &FaultReportToAlarmId},
+      {"alarm-split", "Alarm identifier to alarm key map", "velkor convert alarm-split 12-34", kTakesArgument, "ID",
+       "Alarm identifier \"<faultID>-<alarmGroupID>\" (put -- before one that starts with -)", &AlarmSplit},
+      {"port-index-to-model", "Port index record (QAsnPortIndex) to port index model",
+       "velkor convert port-index-to-model port.ber", kTakesFile, "", "", &PortIndexToModel},
+      {"model-to-port-index", "Port index model JSON to port index record (QAsnPortIndex)",
+       "velkor convert model-to-port-index port.json --hex", kTakesJsonFile | kTakesBytesOut, "", "",
+       &ModelToPortIndex},
+      {"port-states-to-map", "Port use-state list (QAsnPortUseStateList) to port-state map",
+       "velkor convert port-states-to-map states.ber --mask 0x0A", kTakesFile | kTakesMask, "", "", &PortStatesToMap},
+      {"virtual-port", "Whether a port number is a virtual port", "velkor convert virtual-port 0x109C41",
+       kTakesArgument, "PORTNO", "Port number (class in the high 16 bits), decimal or 0x hex", &VirtualPort},
+  };
+  return commands;
+}
+
+}  // namespace velkor

@@ -1,0 +1,66 @@
+// JSON as the tool reads and writes it: nlohmann's JSON with members kept in
+// the order they were written (records and models list their members in
+// declaration order), and readers that name the offending member's path in
+// their errors ("QAsnFiberInfo.aEndPort.level1ID: integer out of range").
+#pragma once
+
+#include <cstdint>
+#include <limits>
+#include <nlohmann/json.hpp>
+#include <string>
+#include <string_view>
+#include <type_traits>
+
+namespace velkor {
+
+using Json = nlohmann::ordered_json;
+
+// Parses `text`. Throws ToolError(bad input) "bad JSON: <what>".
+Json ParseJson(std::string_view text);
+
+// `json` as indented text with a final line break.
+std::string JsonText(const Json& json);
+
+// Throws ToolError(bad input) "<path>: <what>".
+[[noreturn]] void ThrowJsonError(const std::string& path, const std::string& what);
+
+// The JSON type's name for messages ("a string", "an array", ...).
+std::string JsonTypeName(const Json& json);
+
+// An integer of type T from a JSON number without fraction, range-checked.
+template <class T>
+T JsonInteger(const Json& json, const std::string& path) {
+  static_assert(std::is_integral_v<T>, "integers only");
+  if (json.is_number_unsigned()) {
+    const std::uint64_t value = json.get<std::uint64_t>();
+    if (value <= static_cast<std::uint64_t>(std::numeric_limits<T>::max())) return static_cast<T>(value);
+  } else if (json.is_number_integer()) {
+    const std::int64_t value = json.get<std::int64_t>();
+    if constexpr (std::is_signed_v<T>) {
+      if (value >= static_cast<std::int64_t>(std::numeric_limits<T>::min()) &&
+          value <= static_cast<std::int64_t>(std::numeric_limits<T>::max()))
+        return static_cast<T>(value);
+    } else if (value >= 0 && static_cast<std::uint64_t>(value) <= std::numeric_limits<T>::max()) {
+      return static_cast<T>(value);
+    }
+  } else {
+    ThrowJsonError(path, "expected an integer, found " + JsonTypeName(json));
+  }
+  ThrowJsonError(path, "integer " + json.dump() + " out of range (" + std::to_string(std::numeric_limits<T>::min()) +
+                           " to " + std::to_string(std::numeric_limits<T>::max()) + ")");
+}
+
+// A text from a JSON string.
+std::string JsonString(const Json& json, const std::string& path);
+
+// A floating-point number from a JSON number.
+double JsonNumber(const Json& json, const std::string& path);
+
+// The member `key` of the object `json`, or null when it has none. Throws
+// when `json` is not an object.
+const Json* JsonMember(const Json& json, const std::string& key, const std::string& path);
+
+// Throws when `json` (an object) has a member not named in `known`.
+void JsonExpectOnly(const Json& json, std::initializer_list<std::string_view> known, const std::string& path);
+
+}  // namespace velkor

@@ -1,0 +1,169 @@
+// velkor: the command-line tool of the conversion library. Each subcommand
+// parses its arguments, calls the library and prints; see `velkor --help`.
+#include <iostream>
+#include <memory>
+#include <string>
+
+#include "platform/asn/csm_exception.h"
+#include "platform/trace/trace_sink.h"
+#include "tools/velkor/cli.h"
+#include "tools/velkor/demo.h"
+#include "tools/velkor/inspect_commands.h"
+#include "tools/velkor/io.h"
+#include "velkor_version.h"
+
+namespace {
+
+using velkor::InputOutput;
+using velkor::Runners;
+
+void TraceToStandardError(const ns_utility::TraceLine& line) { std::cerr << ns_utility::FormatTraceLine(line) << '\n'; }
+
+// Error messages are one line each.
+std::string OneLine(std::string text) {
+  for (char& c : text) {
+    if (c == '\n' || c == '\r') c = ' ';
+  }
+  return text;
+}
+
+int Report(const std::string& command, const std::string& what, int code) {
+  std::cerr << "velkor: " << (command.empty() ? "" : command + ": ") << OneLine(what) << std::endl;
+  return code;
+}
+
+// The subcommand the command line chose (the innermost one), and its name
+// as the user wrote it ("convert fiber-to-cable"; "" for none).
+const CLI::App* Chosen(const CLI::App& app, std::string& name) {
+  const CLI::App* chosen = &app;
+  while (!chosen->get_subcommands().empty()) {
+    chosen = chosen->get_subcommands().front();
+    name += (name.empty() ? "" : " ") + chosen->get_name();
+  }
+  return chosen;
+}
+
+// When `chosen` expects a subcommand: the word the user wrote in its place
+// (the first argument after `chosen`'s own name that is no option), else "".
+std::string UnknownSubcommand(const CLI::App& chosen, int argc, char** argv) {
+  if (chosen.get_subcommands({}).empty()) return "";
+  int first = 1;
+  if (chosen.get_parent() != nullptr) {
+    while (first < argc && argv[first] != chosen.get_name()) ++first;
+    ++first;
+  }
+  for (int i = first; i < argc; ++i) {
+    if (argv[i][0] != '-') return argv[i];
+  }
+  return "";
+}
+
+void AddInspectCommands(CLI::App& app, Runners& runners) {
+  {
+    auto only = std::make_shared<std::string>();
+    auto json = std::make_shared<bool>(false);
+    auto output = std::make_shared<std::string>();
+    CLI::App* sub =
+        velkor::AddSubcommand(app, "types", "List the record types with their members", "velkor types QAsnPortIndex");
+    sub->add_option("TYPE", *only, "Show only this type");
+    sub->add_flag("--json", *json, "Write the list as JSON");
+    sub->add_option("-o,--output", *output, "Output file (default: standard output)");
+    runners[sub] = {"types", [=] { return velkor::RunTypes(*only, *json); }, output};
+  }
+  {
+    auto io = std::make_shared<InputOutput>();
+    CLI::App* sub = velkor::AddSubcommand(app, "dump", "Show the tag-length-value structure of any BER bytes",
+                                          "velkor dump --hex record.hex");
+    velkor::AddBytesOptions(*sub, *io, "The input is hex text (blanks ignored)");
+    runners[sub] = {"dump", [=] { return velkor::RunDump(*io); }, std::shared_ptr<const std::string>(io, &io->output)};
+  }
+  {
+    auto io = std::make_shared<InputOutput>();
+    auto type = std::make_shared<std::string>();
+    auto all = std::make_shared<bool>(false);
+    auto json = std::make_shared<bool>(false);
+    CLI::App* sub = velkor::AddSubcommand(app, "decode", "Decode a record and show it in value notation or JSON",
+                                          "velkor decode QAsnFiberInfo fiber.ber --json");
+    sub->add_option("TYPE", *type, "Record or list type (see velkor types)")->required();
+    velkor::AddBytesOptions(*sub, *io, "The input is hex text (blanks ignored)");
+    sub->add_flag("--all", *all, "Decode every record of the input, one after another");
+    sub->add_flag("--json", *json, "Write JSON instead of value notation");
+    runners[sub] = {"decode", [=] { return velkor::RunDecode(*type, *io, *all, *json); },
+                    std::shared_ptr<const std::string>(io, &io->output)};
+  }
+  {
+    auto io = std::make_shared<InputOutput>();
+    auto type = std::make_shared<std::string>();
+    auto all = std::make_shared<bool>(false);
+    CLI::App* sub = velkor::AddSubcommand(app, "encode", "Encode a record given as JSON into BER",
+                                          "velkor encode QAsnPortIndex port.json --hex");
+    sub->add_option("TYPE", *type, "Record or list type (see velkor types)")->required();
+    velkor::AddBytesOptions(*sub, *io, "Write the bytes as hex text");
+    sub->add_flag("--all", *all, "The input is a JSON array of records, encoded one after another");
+    runners[sub] = {"encode", [=] { return velkor::RunEncode(*type, *io, *all); },
+                    std::shared_ptr<const std::string>(io, &io->output)};
+  }
+  {
+    auto output = std::make_shared<std::string>();
+    CLI::App* sub =
+        velkor::AddSubcommand(app, "demo", "Walk a typical request step by step on built-in samples", "velkor demo");
+    sub->add_option("-o,--output", *output, "Output file (default: standard output)");
+    runners[sub] = {"demo", [] { return velkor::RunDemo(); }, output};
+  }
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  CLI::App app{"velkor: converts Q-interface records (BER) and the server's model objects (JSON)", "velkor"};
+  app.set_version_flag("--version", std::string("velkor ") + velkor::kVersion);
+  app.require_subcommand(1);
+  app.fallthrough();  // --trace is accepted after the subcommand too
+  bool trace = false;
+  app.add_flag("--trace", trace, "Show the library's trace lines on standard error");
+  app.footer("Example:\n  velkor demo\n\nRun velkor <command> --help for a command's options.\n");
+
+  Runners runners;
+  AddInspectCommands(app, runners);
+  CLI::App* convert = velkor::AddSubcommand(app, "convert", "Run one conversion of the library",
+                                            "velkor convert fiber-to-cable fiber.ber");
+  convert->require_subcommand(1);
+  velkor::AddConvertCommands(*convert, runners);
+
+  std::string name;
+  try {
+    app.parse(argc, argv);
+  } catch (const CLI::ParseError& error) {
+    if (error.get_exit_code() == 0) return app.exit(error);  // --help, --version
+    if (argc == 1) return Report("", "a command is required (see velkor --help)", velkor::kExitBadUsage);
+    const CLI::App* chosen = Chosen(app, name);
+    const std::string unknown = UnknownSubcommand(*chosen, argc, argv);
+    if (!unknown.empty()) {
+      const std::string help = name.empty() ? "velkor --help" : "velkor " + name + " --help";
+      return Report(name, "unknown command \"" + unknown + "\" (see " + help + ")", velkor::kExitBadUsage);
+    }
+    return Report(name, error.what(), velkor::kExitBadUsage);
+  }
+  const auto found = runners.find(Chosen(app, name));
+  if (found == runners.end()) return Report(name, "no such command", velkor::kExitBadUsage);
+  const velkor::Runner& runner = found->second;
+  if (trace) ns_utility::SetTraceSink(&TraceToStandardError);
+
+  try {
+    velkor::WriteOutput(*runner.output, runner.run());
+    return velkor::kExitOk;
+  } catch (const velkor::ToolError& error) {
+    // A partial result helps only where it can be read at once; an output
+    // file is left untouched instead.
+    if (!error.Partial().empty() && (runner.output->empty() || *runner.output == "-")) {
+      std::cout << error.Partial() << std::flush;
+    }
+    return Report(runner.name, error.what(), error.Code());
+  } catch (CSM_Exception* exception) {
+    const std::string message = exception->Message();
+    delete exception;
+    return Report(runner.name, message, velkor::kExitBadInput);
+  } catch (const std::exception& exception) {
+    return Report(runner.name, exception.what(), velkor::kExitBadInput);
+  }
+}

@@ -1,0 +1,179 @@
+#include "tools/velkor/record_json.h"
+
+#include <memory>
+#include <vector>
+
+#include "platform/asn/asn_bool.h"
+#include "platform/asn/asn_int.h"
+#include "platform/asn/asn_list_base.h"
+#include "platform/asn/asn_member.h"
+#include "platform/asn/asn_octs.h"
+#include "platform/asn/asn_sequence.h"
+#include "tools/velkor/io.h"
+#include "tools/velkor/record_types.h"
+
+namespace velkor {
+
+namespace {
+
+// Length of the UTF-8 sequence starting at `octets[i]` when it is a valid,
+// shortest-form encoding of a character that is not a control character;
+// 0 otherwise.
+std::size_t TextCharLength(std::string_view octets, std::size_t i) {
+  const unsigned lead = static_cast<unsigned char>(octets[i]);
+  if (lead >= 0x20 && lead < 0x7F) return 1;
+  std::size_t length = 0;
+  unsigned code = 0;
+  if (lead >= 0xC2 && lead <= 0xDF) {
+    length = 2;
+    code = lead & 0x1F;
+  } else if (lead >= 0xE0 && lead <= 0xEF) {
+    length = 3;
+    code = lead & 0x0F;
+  } else if (lead >= 0xF0 && lead <= 0xF4) {
+    length = 4;
+    code = lead & 0x07;
+  } else {
+    return 0;
+  }
+  if (octets.size() - i < length) return 0;
+  for (std::size_t k = 1; k < length; ++k) {
+    const unsigned next = static_cast<unsigned char>(octets[i + k]);
+    if ((next & 0xC0) != 0x80) return 0;
+    code = (code << 6) | (next & 0x3F);
+  }
+  static const unsigned kSmallest[] = {0, 0, 0x80, 0x800, 0x10000};
+  if (code < kSmallest[length] || code > 0x10FFFF || (code >= 0xD800 && code <= 0xDFFF)) return 0;
+  if (code >= 0x80 && code < 0xA0) return 0;  // C1 control characters
+  return length;
+}
+
+bool IsText(std::string_view octets) {
+  for (std::size_t i = 0; i < octets.size();) {
+    const std::size_t length = TextCharLength(octets, i);
+    if (length == 0) return false;
+    i += length;
+  }
+  return true;
+}
+
+// The elements of a list as separate values. The runtime's list template
+// offers no element access through its untyped base, so the elements are
+// taken from the list's own encoding: after the SEQUENCE OF header, each
+// element's complete encoding follows the other.
+std::vector<std::unique_ptr<AsnType>> ElementsOf(const AsnListBase& list) {
+  const std::string bytes = EncodeBytes(list);
+  AsnBuf header(reinterpret_cast<const unsigned char*>(bytes.data()), bytes.size());
+  unsigned long headerOctets = 0;
+  BDecTag(header, headerOctets);
+  BDecLen(header, headerOctets);
+  std::string_view rest(bytes);
+  rest.remove_prefix(header.Offset());
+  std::vector<std::unique_ptr<AsnType>> elements;
+  while (!rest.empty()) {
+    std::unique_ptr<AsnType> element = CreateElementOf(list);
+    rest.remove_prefix(DecodeFrontBytes(*element, rest));
+    elements.push_back(std::move(element));
+  }
+  return elements;
+}
+
+// Replaces the list's elements by decoding a SEQUENCE OF made of theirs.
+void SetElements(AsnListBase& list, const std::vector<std::unique_ptr<AsnType>>& elements) {
+  std::string content;
+  for (const auto& element : elements) content += EncodeBytes(*element);
+  AsnBuf buf;
+  buf.PutSegRvs(reinterpret_cast<const unsigned char*>(content.data()), content.size());
+  BEncDefLen(buf, content.size());
+  BEncTag(buf, kTagSequence);
+  DecodeBytes(list, buf.EncodedBytes());
+}
+
+Json RecordToJson(const AsnSequence& record) {
+  Json object = Json::object();
+  for (const AsnMember& member : AsnMembersOf(record)) {
+    if (const AsnType* value = member.Value()) object[member.Name()] = ValueToJson(*value);
+  }
+  return object;
+}
+
+void JsonToRecord(const Json& json, AsnSequence& record, const std::string& path) {
+  if (!json.is_object()) ThrowJsonError(path, "expected an object, found " + JsonTypeName(json));
+  const std::vector<AsnMember> members = AsnMembersOf(record);
+  for (const auto& item : json.items()) {
+    bool known = false;
+    for (const AsnMember& member : members) known = known || member.Name() == item.key();
+    if (!known) ThrowJsonError(path, std::string(record.typeName()) + " has no member \"" + item.key() + "\"");
+  }
+  for (const AsnMember& member : members) {
+    const std::string memberPath = path + "." + member.Name();
+    const auto found = json.find(member.Name());
+    if (found == json.end() || found->is_null()) {
+      if (!member.IsOptional()) ThrowJsonError(memberPath, "missing (a mandatory member)");
+      member.Reset();
+      continue;
+    }
+    JsonToValue(*found, *member.ValueOrCreate(), memberPath);
+  }
+}
+
+}  // namespace
+
+Json OctetsToJson(std::string_view octets) {
+  if (IsText(octets)) return std::string(octets);
+  return Json{{"hex", EncodeHex(octets)}};
+}
+
+std::string JsonToOctets(const Json& json, const std::string& path) {
+  if (json.is_string()) return json.get<std::string>();
+  if (json.is_object() && json.size() == 1 && json.contains("hex") && json["hex"].is_string()) {
+    try {
+      return DecodeHex(json["hex"].get<std::string>());
+    } catch (const ToolError& error) {
+      ThrowJsonError(path, error.what());
+    }
+  }
+  ThrowJsonError(path, "expected a string or {\"hex\": \"...\"}, found " + JsonTypeName(json));
+}
+
+Json ValueToJson(const AsnType& value) {
+  if (const auto* record = dynamic_cast<const AsnSequence*>(&value)) return RecordToJson(*record);
+  if (const auto* list = dynamic_cast<const AsnListBase*>(&value)) {
+    Json array = Json::array();
+    for (const auto& element : ElementsOf(*list)) array.push_back(ValueToJson(*element));
+    return array;
+  }
+  if (const auto* octets = dynamic_cast<const AsnOcts*>(&value)) return OctetsToJson(octets->view());
+  if (const auto* tiny = dynamic_cast<const AsnTinyInt*>(&value)) return tiny->Value();
+  if (const auto* integer = dynamic_cast<const AsnInt*>(&value)) return integer->Value();
+  if (const auto* boolean = dynamic_cast<const AsnBool*>(&value)) return boolean->Value();
+  ThrowBadInput(std::string("values of type ") + value.typeName() + " have no JSON form");
+}
+
+void JsonToValue(const Json& json, AsnType& value, const std::string& path) {
+  if (auto* record = dynamic_cast<AsnSequence*>(&value)) {
+    JsonToRecord(json, *record, path);
+  } else if (auto* list = dynamic_cast<AsnListBase*>(&value)) {
+    if (!json.is_array()) ThrowJsonError(path, "expected an array, found " + JsonTypeName(json));
+    std::vector<std::unique_ptr<AsnType>> elements;
+    for (std::size_t i = 0; i < json.size(); ++i) {
+      elements.push_back(CreateElementOf(*list));
+      JsonToValue(json[i], *elements.back(), path + "[" + std::to_string(i) + "]");
+    }
+    SetElements(*list, elements);
+  } else if (auto* octets = dynamic_cast<AsnOcts*>(&value)) {
+    const std::string content = JsonToOctets(json, path);
+    octets->Set(content.data(), content.size());
+  } else if (auto* tiny = dynamic_cast<AsnTinyInt*>(&value)) {
+    tiny->Set(JsonInteger<int>(json, path));
+  } else if (auto* integer = dynamic_cast<AsnInt*>(&value)) {
+    integer->Set(JsonInteger<long long>(json, path));
+  } else if (auto* boolean = dynamic_cast<AsnBool*>(&value)) {
+    if (!json.is_boolean()) ThrowJsonError(path, "expected true or false, found " + JsonTypeName(json));
+    boolean->Set(json.get<bool>());
+  } else {
+    ThrowJsonError(path, std::string("values of type ") + value.typeName() + " have no JSON form");
+  }
+}
+
+}  // namespace velkor

@@ -1,0 +1,52 @@
+// The record and list types the tool knows: every entry of AsnCatalogue, as
+// the interface modules registered them when they were loaded. Nothing here
+// names a record type: a type added to the catalogue later needs no tool code.
+#pragma once
+
+#include <memory>
+#include <ostream>
+#include <string>
+#include <string_view>
+
+#include "platform/asn/asn_list_base.h"
+#include "platform/asn/asn_type.h"
+#include "tools/velkor/json.h"
+
+namespace velkor {
+
+// A new default value of the catalogue type `name` ("QAsnFiberInfo").
+// Throws ToolError(bad usage) for a name the catalogue does not hold.
+std::unique_ptr<AsnType> CreateCatalogued(std::string_view name);
+
+// A new default element of `list`: a catalogued record or one of the runtime's
+// value classes (AsnOcts, AsnTinyInt, AsnInt, AsnBool). Throws
+// ToolError(bad input) when the list's type is not in the catalogue.
+std::unique_ptr<AsnType> CreateElementOf(const AsnListBase& list);
+
+// Decodes `bytes` as one complete `value`. Throws ToolError(bad input) with the
+// runtime's message, which names the record, member and byte offset.
+void DecodeBytes(AsnType& value, std::string_view bytes);
+
+// Decodes one value from the front of `bytes`; returns the octets it took.
+// Throws as DecodeBytes.
+std::size_t DecodeFrontBytes(AsnType& value, std::string_view bytes);
+
+// The BER encoding of `value` (the runtime's encoder is not const, but
+// encoding leaves the value as it was).
+std::string EncodeBytes(const AsnType& value);
+
+// Writes `value` in value notation ("QAsnPortIndex {" ... "}"), a list as its
+// type name and one "- element" line per element.
+void PrintValue(std::ostream& os, const AsnType& value);
+
+// Writes every catalogue type (or only the one named `only`, when not empty)
+// with its members: name, type, mandatory or optional, and the optional
+// member's tag number. A list shows its element type. Throws ToolError(bad
+// usage) when `only` names no catalogue type.
+void DescribeTypes(std::ostream& os, std::string_view only);
+
+// The same as JSON: [{"name", "module", "kind": "record"|"list",
+// "members": [{"name", "type", "optional", "number"}] | "element"}].
+Json DescribeTypesJson(std::string_view only);
+
+}  // namespace velkor
