@@ -25,7 +25,8 @@ unsigned long AsnOcts::BEnc(AsnBuf& buf, NIClass_EncodingFormatEnum) {
 namespace {
 // Appends the segments of a constructed OCTET STRING to `out`.
 void DecodeSegments(AsnBuf& buf, unsigned long length, unsigned long& bytesDecoded, std::string& out) {
-  buf.EnterConstructed();
+  // The guard keeps the nesting count right when a segment throws.
+  const AsnNestingGuard nesting(buf);
   const bool indefinite = length == kIndefiniteLength;
   const std::size_t end = indefinite ? 0 : buf.Offset() + length;
   unsigned long consumed = 0;
@@ -50,7 +51,6 @@ void DecodeSegments(AsnBuf& buf, unsigned long length, unsigned long& bytesDecod
   }
   if (indefinite) BDecEoc(buf, consumed);
   bytesDecoded += consumed;
-  buf.LeaveConstructed();
 }
 }  // namespace
 
@@ -89,11 +89,13 @@ void PrintOctets(std::ostream& os, std::string_view octets) {
     return;
   }
   const std::ios::fmtflags flags = os.flags();
+  const char fill = os.fill();
   os << '\'';
   for (const char c : octets)
     os << std::hex << std::uppercase << std::setw(2) << std::setfill('0') << (static_cast<unsigned>(c) & 0xFF);
   os.flags(flags);
-  os << std::setfill(' ') << "'H";
+  os.fill(fill);
+  os << "'H";
 }
 
 void AsnOcts::Print(std::ostream& os, unsigned long, bool) const { PrintOctets(os, m_content.view()); }

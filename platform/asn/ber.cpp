@@ -60,11 +60,15 @@ unsigned long BEncTag(AsnBuf& buf, AsnTag tag) {
 }
 
 unsigned long BEncDefLenImpl(AsnBuf& buf, unsigned long length) {
+  // At least one length octet: a bare 0x80 would read back as the indefinite
+  // form (X.690 8.1.3.5).
   unsigned long count = 0;
-  for (unsigned long rest = length; rest != 0; rest >>= 8) {
+  unsigned long rest = length;
+  do {
     buf.PutByteRvs(static_cast<unsigned char>(rest));
     ++count;
-  }
+    rest >>= 8;
+  } while (rest != 0);
   buf.PutByteRvs(static_cast<unsigned char>(0x80 | count));
   return count + 1;
 }

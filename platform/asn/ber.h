@@ -41,7 +41,8 @@ std::string TagToString(AsnTag tag);
 // ---- encoding (in front of what the buffer holds) --------------------------
 // Writes the identifier octets of `tag`; returns how many.
 unsigned long BEncTag(AsnBuf& buf, AsnTag tag);
-// Writes a long-form definite length; returns how many octets.
+// Writes a definite length in the long form, with the fewest length octets
+// (at least one, also for 0); returns how many octets, the initial one included.
 unsigned long BEncDefLenImpl(AsnBuf& buf, unsigned long length);
 // Writes a definite length in the shortest form; returns how many octets.
 inline unsigned long BEncDefLen(AsnBuf& buf, unsigned long length) {

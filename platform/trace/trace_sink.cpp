@@ -36,8 +36,13 @@ void EmitTrace(const TraceLine& line) {
 }
 
 std::string FormatTraceLine(const TraceLine& line) {
-  return line.module + " " + line.category + " " + line.file + ":" + std::to_string(line.line) + " [" +
-         std::to_string(line.level) + "] " + line.text;
+  // Timing lines carry neither module nor source position: leave those out
+  // rather than print empty fields.
+  std::string text;
+  if (!line.module.empty()) text += line.module + " ";
+  text += line.category + " ";
+  if (!line.file.empty()) text += line.file + ":" + std::to_string(line.line) + " ";
+  return text + "[" + std::to_string(line.level) + "] " + line.text;
 }
 
 }  // namespace ns_utility

@@ -29,7 +29,8 @@ TraceSink SetTraceSink(TraceSink sink);
 void EmitTrace(const TraceLine& line);
 
 // The default text form of a line:
-// "<module> <category> <file>:<line> [<level>] <text>"
+// "<module> <category> <file>:<line> [<level>] <text>"; an empty module, or an
+// empty file with its line, is left out ("TIME [1] Init tn_velkor took 3 us").
 std::string FormatTraceLine(const TraceLine& line);
 
 }  // namespace ns_utility
