@@ -1,14 +1,10 @@
 #!/usr/bin/env bash
-# Builds the project in build/ and runs the main job: `velkor demo` when the
-# tool is built, otherwise the dlopen host on the built library.
+# The main job: builds the velkor tool in build/ and runs its demo, a typical
+# request walked step by step on built-in samples.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
 scripts/install-deps.sh
 cmake -S . -B build -G Ninja
-cmake --build build -j2
-
-if [ -x build/tools/velkor ]; then
-  exec build/tools/velkor demo "$@"
-fi
-exec build/tests/dlopen_host build/libtn_velkor.so
+cmake --build build -j2 --target velkor
+exec build/tools/velkor demo "$@"
