@@ -9,7 +9,7 @@
 #include <memory>
 #include <string>
 
-#include "tools/velkor/inspect_commands.h"
+#include "tools/velkor/record_commands.h"
 
 namespace velkor {
 

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "tools/velkor/inspect_commands.h"
+#include "tools/velkor/record_commands.h"
 
 namespace velkor {
 

@@ -1,4 +1,4 @@
-#include "tools/velkor/inspect_commands.h"
+#include "tools/velkor/record_commands.h"
 
 #include <memory>
 #include <sstream>
