@@ -81,23 +81,30 @@ std::string MapResult(unsigned long result, const ReturnCodeMap& map) {
   return JsonText(Json{{"result", result}, {"map", ReturnCodeMapToJson(map)}});
 }
 
-// ---- fiber cables --------------------------------------------------------------
-
-std::string FiberToCable(const ConvertOptions& options) {
-  qinventoryfiber::QAsnFiberInfo record;
+// Record bytes in, model JSON out: the shape of most conversions.
+template <class Record, class Model, void (*Convert)(const Record&, Model&)>
+std::string RecordToModel(const ConvertOptions& options) {
+  Record record;
   ReadRecord(options, record);
-  ns_utilmib::TEFiberCable cable;
-  ns_velkor::Convert2FiberCable(record, cable);
-  return JsonText(ModelToJson(cable));
+  Model model;
+  Convert(record, model);
+  return JsonText(ModelToJson(model));
 }
 
-std::string CableToFiber(const ConvertOptions& options) {
-  ns_utilmib::TEFiberCable cable;
-  JsonToModel(ReadJson(options), cable, "cable");
-  qinventoryfiber::QAsnFiberInfo record;
-  ns_velkor::Convert2QAsnFiberInfo(cable, record);
+// Model JSON in, record bytes out; `kPath` names the model in JSON errors.
+template <class Model, class Record, void (*Convert)(const Model&, Record&), const char* kPath>
+std::string ModelToRecord(const ConvertOptions& options) {
+  Model model;
+  JsonToModel(ReadJson(options), model, kPath);
+  Record record;
+  Convert(model, record);
   return RecordOutput(record, options);
 }
+
+constexpr char kCablePath[] = "cable";
+constexpr char kPortIndexPath[] = "port index";
+
+// ---- fiber cables --------------------------------------------------------------
 
 std::string TemplateToMask(const ConvertOptions& options) {
   qinventoryfiber::QAsnFiberInfoTemplate record;
@@ -115,22 +122,6 @@ std::string MaskToTemplate(const ConvertOptions& options) {
 }
 
 // ---- links ---------------------------------------------------------------------
-
-std::string LinksToModels(const ConvertOptions& options) {
-  qinventorylinkexterior::QAsnLinkInfoList list;
-  ReadRecord(options, list);
-  std::list<ns_utilmib::CLinkMgrModel> models;
-  ns_velkor::Convert2LinkMgrModelList(list, models);
-  return JsonText(ModelToJson(models));
-}
-
-std::string LinkToModel(const ConvertOptions& options) {
-  qinventorylinkexterior::QAsnLinkInfo record;
-  ReadRecord(options, record);
-  ns_utilmib::CLinkMgrModel model;
-  ns_velkor::Convert2LinkMgrModel(record, model);
-  return JsonText(ModelToJson(model));
-}
 
 std::string ResIdToLinkPort(const ConvertOptions& options) {
   qcommon::QAsnUniResID record;
@@ -207,22 +198,6 @@ std::string AlarmSplit(const ConvertOptions& options) {
 
 // ---- ports ---------------------------------------------------------------------
 
-std::string PortIndexToModel(const ConvertOptions& options) {
-  qcommon::QAsnPortIndex record;
-  ReadRecord(options, record);
-  ns_utilmib::TNCPPortIndex index;
-  ns_velkor::Convert2CPPortIndex(record, index);
-  return JsonText(ModelToJson(index));
-}
-
-std::string ModelToPortIndex(const ConvertOptions& options) {
-  ns_utilmib::TNCPPortIndex index;
-  JsonToModel(ReadJson(options), index, "port index");
-  qcommon::QAsnPortIndex record;
-  ns_velkor::Convert2QAsnPortIndex(index, record);
-  return RecordOutput(record, options);
-}
-
 std::string PortStatesToMap(const ConvertOptions& options) {
   qinventoryport::QAsnPortUseStateList list;
   ReadRecord(options, list);
@@ -241,18 +216,25 @@ std::string VirtualPort(const ConvertOptions& options) {
 const std::vector<ConvertCommand>& ConvertCommands() {
   static const std::vector<ConvertCommand> commands = {
       {"fiber-to-cable", "Fiber record (QAsnFiberInfo) to fiber cable JSON", "velkor convert fiber-to-cable fiber.ber",
-       kTakesFile, "", "", &FiberToCable},
+       kTakesFile, "", "",
+       &RecordToModel<qinventoryfiber::QAsnFiberInfo, ns_utilmib::TEFiberCable, &ns_velkor::Convert2FiberCable>},
       {"cable-to-fiber", "Fiber cable JSON to fiber record (QAsnFiberInfo)",
-       "velkor convert cable-to-fiber cable.json -o fiber.ber", kTakesJsonFile | kTakesBytesOut, "", "", &CableToFiber},
+       "velkor convert cable-to-fiber cable.json -o fiber.ber", kTakesJsonFile | kTakesBytesOut, "", "",
+       &ModelToRecord<ns_utilmib::TEFiberCable, qinventoryfiber::QAsnFiberInfo, &ns_velkor::Convert2QAsnFiberInfo,
+                      kCablePath>},
       {"template-to-mask", "Fiber information template record to its bit mask",
        "velkor convert template-to-mask template.ber", kTakesFile, "", "", &TemplateToMask},
       {"mask-to-template", "Template bit mask to fiber information template record",
        "velkor convert mask-to-template 0x804 --hex", kTakesArgument | kTakesBytesOut, "MASK",
        "Bit mask of columns (bit 0: column1 ... bit 11: column12), decimal or 0x hex", &MaskToTemplate},
       {"links-to-models", "Link record list (QAsnLinkInfoList) to link model JSON",
-       "velkor convert links-to-models links.ber", kTakesFile, "", "", &LinksToModels},
+       "velkor convert links-to-models links.ber", kTakesFile, "", "",
+       &RecordToModel<qinventorylinkexterior::QAsnLinkInfoList, std::list<ns_utilmib::CLinkMgrModel>,
+                      &ns_velkor::Convert2LinkMgrModelList>},
       {"link-to-model", "One link record (QAsnLinkInfo) to link model JSON", "velkor convert link-to-model link.ber",
-       kTakesFile, "", "", &LinkToModel},
+       kTakesFile, "", "",
+       &RecordToModel<qinventorylinkexterior::QAsnLinkInfo, ns_utilmib::CLinkMgrModel,
+                      &ns_velkor::Convert2LinkMgrModel>},
       {"resid-to-link-port", "Resource identifier (QAsnUniResID) to link port index and R1 link port id",
        "velkor convert resid-to-link-port resid.ber --moc NE --accept-node", kTakesFile | kTakesLinkEnd, "", "",
        &ResIdToLinkPort},
@@ -275,10 +257,12 @@ const std::vector<ConvertCommand>& ConvertCommands() {
       {"alarm-split", "Alarm identifier to alarm key map", "velkor convert alarm-split 12-34", kTakesArgument, "ID",
        "Alarm identifier \"<faultID>-<alarmGroupID>\" (put -- before one that starts with -)", &AlarmSplit},
       {"port-index-to-model", "Port index record (QAsnPortIndex) to port index model",
-       "velkor convert port-index-to-model port.ber", kTakesFile, "", "", &PortIndexToModel},
+       "velkor convert port-index-to-model port.ber", kTakesFile, "", "",
+       &RecordToModel<qcommon::QAsnPortIndex, ns_utilmib::TNCPPortIndex, &ns_velkor::Convert2CPPortIndex>},
       {"model-to-port-index", "Port index model JSON to port index record (QAsnPortIndex)",
        "velkor convert model-to-port-index port.json --hex", kTakesJsonFile | kTakesBytesOut, "", "",
-       &ModelToPortIndex},
+       &ModelToRecord<ns_utilmib::TNCPPortIndex, qcommon::QAsnPortIndex, &ns_velkor::Convert2QAsnPortIndex,
+                      kPortIndexPath>},
       {"port-states-to-map", "Port use-state list (QAsnPortUseStateList) to port-state map",
        "velkor convert port-states-to-map states.ber --mask 0x0A", kTakesFile | kTakesMask, "", "", &PortStatesToMap},
       {"virtual-port", "Whether a port number is a virtual port", "velkor convert virtual-port 0x109C41",
