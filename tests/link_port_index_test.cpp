@@ -3,7 +3,9 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
+#include <optional>
 #include <string>
+#include <tuple>
 
 #include "convert/ns_velkor.h"
 #include "platform/uid/str_uid_parser.h"
@@ -27,76 +29,56 @@ CLinkPortIndex MarkedIndex() {
 }
 
 TEST(Convert2LinkPortIndexByQAsnUniRes, DecidesByMoc) {
+  constexpr LinkPortKind kNone = LinkPortKind::kNone;
   struct Case {
-    const char* fdn;  // null: strFDN without content
+    std::optional<std::string> fdn;  // nullopt: strFDN without content
     const char* moc;
-    bool acceptNode;
-    bool result;
-    std::uint64_t nodeID;
-    std::uint64_t portID;
-    const char* portFDN;
-    const char* portMOC;
+    bool acceptNode, result;
+    std::uint64_t nodeID, portID;
+    const char *portFDN, *portMOC;
     LinkPortKind kind;
   };
   const Case cases[] = {
       // Refused before anything is set.
-      {nullptr, "NE", true, false, 77, 88, "prev", "prevMOC", LinkPortKind::kNone},
-      {"NE", "NE", true, false, 77, 88, "prev", "prevMOC", LinkPortKind::kNone},         // no "="
-      {"NE=1,pp=2", "FR", true, false, 77, 88, "prev", "prevMOC", LinkPortKind::kNone},  // lower-case class
+      {std::nullopt, "NE", true, false, 77, 88, "prev", "prevMOC", kNone},
+      {"NE", "NE", true, false, 77, 88, "prev", "prevMOC", kNone},         // no "="
+      {"NE=1,pp=2", "FR", true, false, 77, 88, "prev", "prevMOC", kNone},  // lower-case class
+      // Data whose text is empty (it starts with a NUL) parses: marked "--" and refused.
+      {std::string("\0NE=1", 5), "NE", true, false, 77, 88, "--", "prevMOC", kNone},
       // Node ends.
-      {"NE=1001", "NE", true, true, 1001, 88, "NE=1001", "NE", LinkPortKind::kNone},
-      {"NE=9,ONE=5", "ONE", true, true, 5, 88, "NE=9,ONE=5", "ONE", LinkPortKind::kNone},
-      {"NE=9,FR=3", "FR", true, true, 9, 88, "NE=9,FR=3", "FR", LinkPortKind::kNone},  // every class but ONE reads NE
-      {"NE=1,PP=2", "PP", true, true, 1, 88, "NE=1,PP=2", "PP", LinkPortKind::kNone},  // node path wins
-      {"NE=1001", "NE", false, false, 77, 88, "NE=1001", "prevMOC", LinkPortKind::kNone},
-      {"NE=1001", "NEX", true, false, 77, 88, "NE=1001", "prevMOC", LinkPortKind::kNone},  // exact match only
+      {"NE=1001", "NE", true, true, 1001, 88, "NE=1001", "NE", kNone},
+      {"NE=9,ONE=5", "ONE", true, true, 5, 88, "NE=9,ONE=5", "ONE", kNone},
+      {"NE=9,FR=3", "FR", true, true, 9, 88, "NE=9,FR=3", "FR", kNone},  // every class but ONE reads NE
+      {"NE=1,PP=2", "PP", true, true, 1, 88, "NE=1,PP=2", "PP", kNone},  // node path wins
+      {"NE=1001", "NE", false, false, 77, 88, "NE=1001", "prevMOC", kNone},
+      {"NE=1001", "NEX", true, false, 77, 88, "NE=1001", "prevMOC", kNone},  // exact match only
       // Port ends.
       {"NE=1,PP=2", "FR", true, true, 1, 2, "NE=1,PP=2", "PP", LinkPortKind::kPhysical},
       {"NE=1,LP=3", "NE", true, true, 1, 3, "NE=1,LP=3", "LP", LinkPortKind::kLogical},
       {"NE=1,SERIAL=4", "FR", false, true, 1, 4, "NE=1,SERIAL=4", "SERIAL", LinkPortKind::kSerial},
       {"NE=1,SUBIF=5", "FR", true, true, 1, 5, "NE=1,SUBIF=5", "SUBIF", LinkPortKind::kSubInterface},
       // SDH anywhere in the class, and unknown classes.
-      {"NE=1,SDH=2", "FR", true, false, 77, 88, "NE=1,SDH=2", "prevMOC", LinkPortKind::kNone},
-      {"NE=1,PPSDH=2", "FR", true, false, 77, 88, "NE=1,PPSDH=2", "prevMOC", LinkPortKind::kNone},
-      {"NE=1,XSDHY=2", "FR", true, false, 77, 88, "NE=1,XSDHY=2", "prevMOC", LinkPortKind::kNone},
-      {"NE=1,SDHPP=2", "FR", true, false, 77, 88, "NE=1,SDHPP=2", "prevMOC", LinkPortKind::kNone},
-      {"NE=1,SD_H=2", "FR", true, false, 77, 88, "NE=1,SD_H=2", "prevMOC", LinkPortKind::kNone},
-      {"NE=1,PP2=2", "FR", true, false, 77, 88, "NE=1,PP2=2", "prevMOC", LinkPortKind::kNone},
+      {"NE=1,SDH=2", "FR", true, false, 77, 88, "NE=1,SDH=2", "prevMOC", kNone},
+      {"NE=1,PPSDH=2", "FR", true, false, 77, 88, "NE=1,PPSDH=2", "prevMOC", kNone},
+      {"NE=1,XSDHY=2", "FR", true, false, 77, 88, "NE=1,XSDHY=2", "prevMOC", kNone},
+      {"NE=1,SDHPP=2", "FR", true, false, 77, 88, "NE=1,SDHPP=2", "prevMOC", kNone},
+      {"NE=1,SD_H=2", "FR", true, false, 77, 88, "NE=1,SD_H=2", "prevMOC", kNone},
+      {"NE=1,PP2=2", "FR", true, false, 77, 88, "NE=1,PP2=2", "prevMOC", kNone},
   };
   for (const Case& c : cases) {
-    SCOPED_TRACE(std::string(c.fdn ? c.fdn : "(no data)") + " / " + c.moc);
+    SCOPED_TRACE(c.fdn.value_or("(no data)") + " / " + c.moc);
     qcommon::QAsnUniResID res;
-    if (c.fdn != nullptr) res.strFDN.Set(c.fdn);
+    if (c.fdn) res.strFDN.Set(c.fdn->data(), c.fdn->size());
     CLinkPortIndex idx = MarkedIndex();
     EXPECT_EQ(ns_velkor::Convert2LinkPortIndexByQAsnUniRes(res, idx, c.moc, c.acceptNode), c.result);
-    EXPECT_EQ(idx.nodeID, c.nodeID);
-    EXPECT_EQ(idx.portID, c.portID);
-    EXPECT_EQ(idx.strPortFDN, c.portFDN);
-    EXPECT_EQ(idx.strPortMOC, c.portMOC);
-    EXPECT_EQ(idx.portKind, c.kind);
+    EXPECT_EQ(std::make_tuple(idx.nodeID, idx.portID, idx.strPortFDN, idx.strPortMOC, idx.portKind),
+              std::make_tuple(c.nodeID, c.portID, c.portFDN, c.portMOC, c.kind));
   }
 }
 
-// Content that starts with a zero byte has data but gives the empty text,
-// which the parser accepts: the end is marked "--" and refused.
-TEST(Convert2LinkPortIndexByQAsnUniRes, EmptyTextGivesPlaceholder) {
-  qcommon::QAsnUniResID res;
-  res.strFDN.Set("\0NE=1", 5);
-  CLinkPortIndex idx = MarkedIndex();
-  EXPECT_FALSE(ns_velkor::Convert2LinkPortIndexByQAsnUniRes(res, idx, "NE", true));
-  EXPECT_EQ(idx.strPortFDN, "--");
-  EXPECT_EQ(idx.strPortMOC, "prevMOC");
-  EXPECT_EQ(idx.nodeID, 77u);
-}
-
 TEST(GetR1LinkPortId, PacksSubGroupAndGroup) {
-  struct Case {
-    std::int32_t subGroup;
-    std::int32_t group;
-    std::uint64_t portID;
-    std::uint64_t expected;
-  };
-  const Case cases[] = {
+  const std::tuple<std::int32_t, std::int32_t, std::uint64_t, std::uint64_t> cases[] = {
+      // subGroupNo, groupNo, portID, expected
       {0, 2, 0x12345, 0x12345},                 // no sub-group: port unchanged, group ignored
       {3, -1, 0x12345, 0x32345},                // sub-group over the low 16 bits of the port
       {3, 2, 0x12345, 0x2032345},               // group in bits 24-31
@@ -105,12 +87,12 @@ TEST(GetR1LinkPortId, PacksSubGroupAndGroup) {
       {0x12345, -1, 0xFFFF, 0x2345FFFF},        // sub-group keeps its low 16 bits
       {-2, 0x1AB, 0x10001, 0xABFE0001},         // group keeps its low 8 bits
   };
-  for (const Case& c : cases) {
+  for (const auto& [subGroup, group, portID, expected] : cases) {
     CLinkPortIndex idx;
-    idx.subGroupNo = c.subGroup;
-    idx.groupNo = c.group;
-    idx.portID = c.portID;
-    EXPECT_EQ(ns_velkor::GetR1LinkPortId(idx), c.expected) << c.subGroup << " " << c.group << " " << c.portID;
+    idx.subGroupNo = subGroup;
+    idx.groupNo = group;
+    idx.portID = portID;
+    EXPECT_EQ(ns_velkor::GetR1LinkPortId(idx), expected) << subGroup << " " << group << " " << portID;
   }
 }
 
@@ -118,26 +100,18 @@ TEST(GetR1LinkPortId, PacksSubGroupAndGroup) {
 TEST(CLinkPortIndexFill, ReadsKeysWithFallbacks) {
   FrameUtil::StrUIDParser parser;
   ASSERT_TRUE(parser.Parse("NE=1001,SH=1,SL=3,GRP=2,SUBGRP=4,PP=7"));
-  CLinkPortIndex full = MarkedIndex();
-  EXPECT_TRUE(full.FromPPUni(parser));
-  EXPECT_EQ(full.nodeID, 1001u);
-  EXPECT_EQ(full.shelfNo, 1);
-  EXPECT_EQ(full.slotNo, 3);
-  EXPECT_EQ(full.groupNo, 2);
-  EXPECT_EQ(full.portID, 7u);
-  EXPECT_EQ(full.subGroupNo, 4);
-  EXPECT_EQ(full.strPortMOC, "PP");
-  EXPECT_EQ(full.strPortFDN, "prev");  // not the fill's business
+  CLinkPortIndex idx = MarkedIndex();
+  EXPECT_TRUE(idx.FromPPUni(parser));
+  EXPECT_EQ(std::make_tuple(idx.nodeID, idx.shelfNo, idx.slotNo, idx.groupNo, idx.portID, idx.subGroupNo,
+                            idx.strPortMOC, idx.strPortFDN),  // the identifier text is not the fill's business
+            std::make_tuple(1001u, 1, 3, 2, 7u, 4, "PP", "prev"));
 
   ASSERT_TRUE(parser.Parse("ONE=5,SERIAL=x"));
-  CLinkPortIndex sparse = MarkedIndex();
-  EXPECT_FALSE(sparse.FromSerialPUni(parser));  // port VALUE is not a number
-  EXPECT_EQ(sparse.nodeID, 5u);
-  EXPECT_EQ(sparse.portID, 0u);
-  EXPECT_EQ(sparse.groupNo, -1);
-  EXPECT_EQ(sparse.subGroupNo, 0);
-  EXPECT_EQ(sparse.shelfNo, -1);
-  EXPECT_EQ(sparse.strPortMOC, "SERIAL");
+  idx = MarkedIndex();
+  EXPECT_FALSE(idx.FromSerialPUni(parser));  // port VALUE is not a number
+  EXPECT_EQ(
+      std::make_tuple(idx.nodeID, idx.shelfNo, idx.slotNo, idx.groupNo, idx.portID, idx.subGroupNo, idx.strPortMOC),
+      std::make_tuple(5u, -1, -1, -1, 0u, 0, "SERIAL"));
 }
 
 }  // namespace

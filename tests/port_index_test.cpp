@@ -5,6 +5,8 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <tuple>
+#include <utility>
 #include <vector>
 
 #include "convert/ns_velkor.h"
@@ -18,53 +20,34 @@ constexpr int PortNo(std::uint32_t portClass, std::uint32_t number) {
   return static_cast<int>((portClass << 16) | number);
 }
 
+// Port class, number in the class, and whether that port is virtual. Class
+// 0x8010 has the sign bit set; class and number 0xFFFF make -1.
 TEST(IsVirtualPort, ClassAndNumberBoundaries) {
-  struct Case {
-    int portNo;
-    bool isVirtual;
-  };
-  const Case cases[] = {
-      {PortNo(16, 40000), false},
-      {PortNo(16, 40001), true},
-      {PortNo(16, 40959), true},
-      {PortNo(16, 40960), false},
-      {PortNo(1, 50), false},
-      {PortNo(1, 51), true},
-      {PortNo(1, 255), true},
-      {PortNo(1, 256), false},
-      {PortNo(2, 51), false},
-      {PortNo(0, 40001), false},
-      {PortNo(17, 40001), false},
-      {PortNo(0, 51), false},
-      {-1, false},
-      {static_cast<int>(0x8010'9C41U), false},  // class 0x8010: sign bit set
-      {static_cast<int>(0xFFFF'0033U), false},  // class 0xFFFF, number 51
-  };
-  for (const Case& c : cases) EXPECT_EQ(ns_velkor::isVirtualPort(c.portNo), c.isVirtual) << std::hex << c.portNo;
+  const std::tuple<std::uint32_t, std::uint32_t, bool> cases[] = {
+      {16, 40000, false}, {16, 40001, true}, {16, 40959, true},       {16, 40960, false},     {1, 50, false},
+      {1, 51, true},      {1, 255, true},    {1, 256, false},         {2, 51, false},         {0, 40001, false},
+      {17, 40001, false}, {0, 51, false},    {0xFFFF, 0xFFFF, false}, {0x8010, 40001, false}, {0xFFFF, 51, false}};
+  for (const auto& [portClass, number, isVirtual] : cases)
+    EXPECT_EQ(ns_velkor::isVirtualPort(PortNo(portClass, number)), isVirtual) << portClass << "/" << number;
 }
 
-struct RecordView {
-  int level1, level2, level3, level4;
-  std::optional<int> level2Sub, level3Sub;
-  std::optional<std::string> text;
-};
-
-RecordView View(const qcommon::QAsnPortIndex& record) {
-  RecordView view{record.level1ID, record.level2ID, record.level3ID, record.level4ID, {}, {}, {}};
-  if (!record.level2SubID.IsNull()) view.level2Sub = record.level2SubID->Value();
-  if (!record.level3SubID.IsNull()) view.level3Sub = record.level3SubID->Value();
-  if (!record.strIndexText.IsNull()) view.text = std::string(record.strIndexText->view());
-  return view;
+std::optional<int> Opt(const refl::MayNullPointer<AsnTinyInt>& h) {
+  return h.IsNull() ? std::nullopt : std::optional<int>(h->Value());
+}
+std::optional<std::string> Opt(const refl::MayNullPointer<AsnOcts>& h) {
+  return h.IsNull() ? std::nullopt : std::optional<std::string>(h->view());
 }
 
+// A record as levels 1 to 4, level2SubID, level3SubID and strIndexText.
+using RecordView = std::tuple<int, int, int, int, std::optional<int>, std::optional<int>, std::optional<std::string>>;
+
+RecordView View(const qcommon::QAsnPortIndex& r) {
+  return {r.level1ID, r.level2ID, r.level3ID, r.level4ID, Opt(r.level2SubID), Opt(r.level3SubID), Opt(r.strIndexText)};
+}
+
+// The record holds every optional component before when startFull is true.
 TEST(Convert2QAsnPortIndex, SubLevelsTextAndLevels) {
-  struct Case {
-    const char* what;
-    TNCPPortIndex index;
-    bool startFull;  // the record holds every optional component before
-    RecordView expected;
-  };
-  const Case cases[] = {
+  const std::tuple<const char*, TNCPPortIndex, bool, RecordView> cases[] = {
       {"-1 empties a present component", {1, 2, 3, 4, -1, -1, "t"}, true, {1, 2, 3, 4, {}, {}, "t"}},
       {"-1 on an empty record", {1, 2, 3, 4, -1, -1, ""}, false, {1, 2, 3, 4, {}, {}, ""}},
       {"other negatives are present", {1, 2, 3, 4, -7, -2, "x"}, false, {1, 2, 3, 4, -2, -7, "x"}},
@@ -75,73 +58,47 @@ TEST(Convert2QAsnPortIndex, SubLevelsTextAndLevels) {
        false,
        {-1, 5, INT32_MIN, 0, {}, {}, ""}},
   };
-  for (const Case& c : cases) {
-    SCOPED_TRACE(c.what);
+  for (const auto& [what, index, startFull, expected] : cases) {
+    SCOPED_TRACE(what);
     qcommon::QAsnPortIndex record;
-    if (c.startFull) {
+    if (startFull) {
       record.level2SubID.GetOrCreate().Set(99);
       record.level3SubID.GetOrCreate().Set(98);
       record.strIndexText.GetOrCreate().Set("old text");
     }
-    const AsnTinyInt* heldBefore = record.level3SubID.Get();
-    ns_velkor::Convert2QAsnPortIndex(c.index, record);
-    const RecordView got = View(record);
-    EXPECT_EQ(got.level1, c.expected.level1);
-    EXPECT_EQ(got.level2, c.expected.level2);
-    EXPECT_EQ(got.level3, c.expected.level3);
-    EXPECT_EQ(got.level4, c.expected.level4);
-    EXPECT_EQ(got.level2Sub, c.expected.level2Sub);
-    EXPECT_EQ(got.level3Sub, c.expected.level3Sub);
-    EXPECT_EQ(got.text, c.expected.text);
-    if (heldBefore != nullptr && got.level3Sub) {
-      EXPECT_EQ(record.level3SubID.Get(), heldBefore) << "held object reused";
-    }
+    ns_velkor::Convert2QAsnPortIndex(index, record);
+    EXPECT_EQ(View(record), expected);
   }
 }
 
 TEST(Convert2CPPortIndex, OverwritesEveryField) {
-  struct Case {
-    const char* what;
-    RecordView record;
-    bool emptyText;  // text present with length 0
-    TNCPPortIndex expected;
-  };
-  const Case cases[] = {
-      {"all optional absent", {1, 2, 3, 4, {}, {}, {}}, false, {1, 2, 3, 4, -1, -1, ""}},
-      {"present -1 and values", {1, 2, 3, 4, -1, 6, "abc"}, false, {1, 2, 3, 4, 6, -1, "abc"}},
-      {"present empty text", {0, 0, 0, 0, 0, 0, {}}, true, {0, 0, 0, 0, 0, 0, ""}},
-      {"-1 level widens with sign",
-       {-1, INT32_MIN, 0x7FFFFFFF, -2, {}, {}, {}},
-       false,
+  const std::pair<RecordView, TNCPPortIndex> cases[] = {
+      {{1, 2, 3, 4, {}, {}, {}}, {1, 2, 3, 4, -1, -1, ""}},  // absent optional components
+      {{1, 2, 3, 4, -1, 6, "abc"}, {1, 2, 3, 4, 6, -1, "abc"}},
+      {{0, 0, 0, 0, 0, 0, std::string("ab\0cd", 5)}, {0, 0, 0, 0, 0, 0, "ab"}},  // text stops at NUL
+      // Levels widen with sign: a record level of -1 becomes 2^64-1.
+      {{-1, INT32_MIN, 0x7FFFFFFF, -2, {}, {}, {}},
        {UINT64_MAX, 0xFFFFFFFF80000000ULL, 0x7FFFFFFF, UINT64_MAX - 1, -1, -1, ""}},
   };
-  for (const Case& c : cases) {
-    SCOPED_TRACE(c.what);
+  for (const auto& [view, expected] : cases) {
+    SCOPED_TRACE(::testing::PrintToString(expected.level1ID));
+    const auto& [level1, level2, level3, level4, level2Sub, level3Sub, text] = view;
     qcommon::QAsnPortIndex record;
-    record.level1ID = c.record.level1;
-    record.level2ID = c.record.level2;
-    record.level3ID = c.record.level3;
-    record.level4ID = c.record.level4;
-    if (c.record.level2Sub) record.level2SubID.GetOrCreate().Set(*c.record.level2Sub);
-    if (c.record.level3Sub) record.level3SubID.GetOrCreate().Set(*c.record.level3Sub);
-    if (c.record.text) record.strIndexText.GetOrCreate().Set(c.record.text->c_str());
-    if (c.emptyText) record.strIndexText.GetOrCreate();
+    record.level1ID = level1;
+    record.level2ID = level2;
+    record.level3ID = level3;
+    record.level4ID = level4;
+    if (level2Sub) record.level2SubID.GetOrCreate().Set(*level2Sub);
+    if (level3Sub) record.level3SubID.GetOrCreate().Set(*level3Sub);
+    if (text) record.strIndexText.GetOrCreate().Set(text->data(), text->size());
     TNCPPortIndex index{9, 9, 9, 9, 9, 9, "stale"};
     ns_velkor::Convert2CPPortIndex(record, index);
-    EXPECT_EQ(index, c.expected);
+    EXPECT_EQ(index, expected);
   }
 }
 
-TEST(Convert2CPPortIndex, TextStopsAtZeroByte) {
-  qcommon::QAsnPortIndex record;
-  record.strIndexText.GetOrCreate().Set("ab\0cd", 5);
-  TNCPPortIndex index;
-  ns_velkor::Convert2CPPortIndex(record, index);
-  EXPECT_EQ(index.strIndexText, "ab");
-}
-
 TEST(PortIndex, SubLevelMinusOneAndAbsentStandForEachOther) {
-  // Out and back: -1 comes back as -1 (absent on the wire in between).
+  // Out and back: -1 comes back as -1 (absent in between).
   const TNCPPortIndex index{1, 2, 3, 4, -1, -1, "p"};
   qcommon::QAsnPortIndex record;
   ns_velkor::Convert2QAsnPortIndex(index, record);
@@ -160,18 +117,13 @@ TEST(PortIndex, SubLevelMinusOneAndAbsentStandForEachOther) {
 
 // ---- use-state lists ----------------------------------------------------------
 
-struct UseState {
-  int level1;
-  int level4;
-  int state;
-};
-
-void Fill(qinventoryport::QAsnPortUseStateList& list, const std::vector<UseState>& elements) {
-  for (const UseState& e : elements) {
+// Appends elements of level1ID, level4ID and use state.
+void Fill(qinventoryport::QAsnPortUseStateList& list, const std::vector<std::tuple<int, int, int>>& elements) {
+  for (const auto& [level1, level4, state] : elements) {
     qinventoryport::QAsnPortUseState* element = list.Append();
-    element->portIndex.level1ID = e.level1;
-    element->portIndex.level4ID = e.level4;
-    element->useState = e.state;
+    element->portIndex.level1ID = level1;
+    element->portIndex.level4ID = level4;
+    element->useState = state;
   }
 }
 
@@ -182,7 +134,7 @@ TNCPPortIndex Port(int level1, int level4) {
 TEST(Convert2MapCpPortIndex2State, MaskSelectsStatesAndLastWins) {
   struct Case {
     const char* what;
-    std::vector<UseState> elements;
+    std::vector<std::tuple<int, int, int>> elements;
     unsigned short mask;
     PortStateMap expected;
   };

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <string>
+#include <tuple>
 
 #include "platform/uid/str_uid_parser.h"
 
@@ -10,68 +11,49 @@ namespace {
 
 using FrameUtil::StrUIDParser;
 
+// Texts that parse, with their MOC (also what the text form of GetMOC gives):
+// a VALUE may be empty and keeps further "=" and blanks.
 TEST(StrUIDParser, ParseAndMoc) {
-  struct Case {
-    const char* text;
-    bool parses;
-    const char* moc;  // also what the text form of GetMOC gives
-    std::size_t pairs;
-  };
-  const Case cases[] = {
-      {"", true, "", 0},
-      {"NE=1001,SH=1,SL=3,PP=2", true, "PP", 4},
-      {"NE=1", true, "NE", 1},
-      {"NE=", true, "NE", 1},       // empty VALUE
-      {"A_1=x=y", true, "A_1", 1},  // VALUE keeps further "="
-      {"NE=1,SUBGRP=a b c", true, "SUBGRP", 2},
-      {"NE=1,", false, "", 0},  // trailing empty pair
-      {",NE=1", false, "", 0},
-      {"NE=1,,PP=2", false, "", 0},
-      {"NE", false, "", 0},    // no "="
-      {"=1", false, "", 0},    // empty KEY
-      {"ne=1", false, "", 0},  // lower case KEY
-      {"N E=1", false, "", 0},
-      {"NE-X=1", false, "", 0},
-  };
-  for (const Case& c : cases) {
-    SCOPED_TRACE(c.text);
+  const std::pair<const char*, const char*> cases[] = {
+      {"NE=1,SL=3,PP=2", "PP"}, {"NE=", "NE"}, {"A_1=x=y", "A_1"}, {"NE=1,SG=a b", "SG"}, {"", ""}};
+  for (const auto& [text, moc] : cases) {
+    SCOPED_TRACE(text);
     StrUIDParser parser;
-    EXPECT_EQ(parser.Parse(c.text), c.parses);
-    EXPECT_EQ(parser.GetMOC(), c.moc);
-    EXPECT_EQ(parser.PairCount(), c.pairs);
-    EXPECT_EQ(StrUIDParser::GetMOC(c.text), c.moc);
+    EXPECT_TRUE(parser.Parse(text));
+    EXPECT_EQ(parser.GetMOC(), moc);
+    EXPECT_EQ(StrUIDParser::GetMOC(text), moc);
   }
 }
 
-TEST(StrUIDParser, FailedParseForgetsEarlierText) {
+// Refused, with no MOC: empty pairs, no "=", an empty or not upper-case KEY.
+TEST(StrUIDParser, Refuses) {
+  for (const char* text : {"NE=1,", ",NE=1", "NE=1,,PP=2", "NE", "=1", "ne=1", "N E=1", "NE-X=1"}) {
+    SCOPED_TRACE(text);
+    StrUIDParser parser;
+    EXPECT_FALSE(parser.Parse(text));
+    EXPECT_EQ(parser.GetMOC(), "");
+    EXPECT_EQ(StrUIDParser::GetMOC(text), "");
+  }
+}
+
+TEST(StrUIDParser, GetValueAndFailedParseForgetsEarlierText) {
   StrUIDParser parser;
-  ASSERT_TRUE(parser.Parse("NE=1,PP=2"));
+  ASSERT_TRUE(parser.Parse("NE=1001,SH=01,X=-1,Y=1a,Z=,BIG=18446744073709551615,OVER=18446744073709551616,NE=9"));
+  EXPECT_EQ(parser.PairCount(), 8u);
+  // Key, occurrence and the number read; 7: left as it was ("N" is no prefix of "NE").
+  const std::tuple<const char*, unsigned, std::uint64_t> cases[] = {
+      {"NE", 0, 1001}, {"NE", 1, 9},   {"NE", 2, 7},           {"SH", 0, 1}, {"X", 0, 7}, {"Y", 0, 7},
+      {"Z", 0, 7},     {"OVER", 0, 7}, {"BIG", 0, UINT64_MAX}, {"PP", 0, 7}, {"N", 0, 7}};
+  for (const auto& [key, occurrence, expected] : cases) {
+    std::uint64_t number = 7;
+    EXPECT_EQ(parser.GetValue(number, key, occurrence), expected != 7) << key << occurrence;
+    EXPECT_EQ(number, expected) << key << occurrence;
+  }
   EXPECT_FALSE(parser.Parse("bad"));
   EXPECT_EQ(parser.GetMOC(), "");
   std::uint64_t number = 5;
   EXPECT_FALSE(parser.GetValue(number, "NE", 0));
   EXPECT_EQ(number, 5u);
-}
-
-TEST(StrUIDParser, GetValue) {
-  struct Case {
-    const char* key;
-    unsigned occurrence;
-    bool stored;
-    std::uint64_t expected;  // 7 = left unchanged
-  };
-  StrUIDParser parser;
-  ASSERT_TRUE(parser.Parse("NE=1001,SH=01,X=-1,Y=1a,Z=,BIG=18446744073709551615,OVER=18446744073709551616,NE=9"));
-  const Case cases[] = {
-      {"NE", 0, true, 1001}, {"NE", 1, true, 9},  {"NE", 2, false, 7}, {"SH", 0, true, 1},
-      {"X", 0, false, 7},    {"Y", 0, false, 7},  {"Z", 0, false, 7},  {"BIG", 0, true, UINT64_MAX},
-      {"OVER", 0, false, 7}, {"PP", 0, false, 7}, {"N", 0, false, 7},  // no prefix matching
-  };
-  for (const Case& c : cases) {
-    std::uint64_t number = 7;
-    EXPECT_EQ(parser.GetValue(number, c.key, c.occurrence), c.stored) << c.key;
-    EXPECT_EQ(number, c.expected) << c.key;
-  }
 }
 
 }  // namespace
