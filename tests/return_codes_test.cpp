@@ -7,10 +7,10 @@
 #include <map>
 #include <sstream>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "convert/ns_velkor.h"
-#include "platform/trace/trace_sink.h"
 #include "tests/trace_capture.h"
 
 namespace {
@@ -33,48 +33,32 @@ void Fill(qcommon::QAsnErrInfoList& list, const std::vector<ErrEntry>& entries) 
   }
 }
 
-// key -> (name, code), for whole-map comparisons.
-std::map<unsigned long, std::pair<std::string, unsigned long>> Flatten(const RetMap& map) {
-  std::map<unsigned long, std::pair<std::string, unsigned long>> flat;
-  for (const auto& [key, info] : map) flat[key] = {info.strObjName, info.ulRetCode};
-  return flat;
+// The map as "key:name=code ...", keys and codes read as signed numbers.
+std::string Text(const RetMap& map) {
+  std::string text;
+  for (const auto& [key, info] : map) {
+    if (!text.empty()) text += ' ';
+    text += std::to_string(static_cast<long>(key)) + ':' + info.strObjName + '=' +
+            std::to_string(static_cast<long>(info.ulRetCode));
+  }
+  return text;
 }
-
-constexpr unsigned long kSynthetic = 1000000;
-
-// ---- list conversion --------------------------------------------------------
 
 TEST(ErrInfoListToMap, FilesEachElement) {
   struct Case {
     const char* what;
     std::vector<ErrEntry> list;
     unsigned long result;
-    std::map<unsigned long, std::pair<std::string, unsigned long>> map;
+    const char* map;
   };
   const Case cases[] = {
-      {"empty list", {}, 0, {}},
-      {"duplicate identifier goes to a synthetic key",
-       {{{5}, 2, "a"}, {{5}, 3, "b"}, {{7}, 4, "c"}},
-       2,
-       {{5, {"a", 2}}, {7, {"c", 4}}, {kSynthetic, {"b", 3}}}},
-      {"empty objID takes synthetic keys in list order",
-       {{{}, 1, "x"}, {{}, 2, "y"}},
-       1,
-       {{kSynthetic, {"x", 1}}, {kSynthetic + 1, {"y", 2}}}},
-      {"result is the first non-zero code",
-       {{{1}, 0, nullptr}, {{2}, 9, nullptr}, {{3}, 4, nullptr}},
-       9,
-       {{1, {"", 0}}, {2, {"", 9}}, {3, {"", 4}}}},
-      {"only the first identifier counts", {{{8, 9}, 6, "p"}}, 6, {{8, {"p", 6}}}},
-      {"negative code and identifier are sign-extended",
-       {{{-3}, -1, nullptr}},
-       ULONG_MAX,
-       {{ULONG_MAX - 2, {"", ULONG_MAX}}}},
-      {"identifier at a synthetic key is overwritten by a later synthetic one",
-       {{{1000000}, 5, "real"}, {{}, 6, "anon"}},
-       5,
-       {{kSynthetic, {"anon", 6}}}},
-      {"empty objName gives an empty name", {{{4}, 1, ""}}, 1, {{4, {"", 1}}}},
+      {"empty list", {}, 0, ""},
+      {"taken id: synthetic key", {{{5}, 2, "a"}, {{5}, 3, "b"}, {{7}, 4, "c"}}, 2, "5:a=2 7:c=4 1000000:b=3"},
+      {"no id: synthetic keys in list order", {{{}, 1, "x"}, {{}, 2, "y"}}, 1, "1000000:x=1 1000001:y=2"},
+      {"result: the first non-zero code", {{{1}, 0, nullptr}, {{2}, 9, ""}, {{3}, 4, nullptr}}, 9, "1:=0 2:=9 3:=4"},
+      {"only the first identifier counts", {{{8, 9}, 6, "p"}}, 6, "8:p=6"},
+      {"negative code and identifier are sign-extended", {{{-3}, -1, nullptr}}, ULONG_MAX, "-3:=-1"},
+      {"a later synthetic key overwrites an id", {{{1000000}, 5, "real"}, {{}, 6, "anon"}}, 5, "1000000:anon=6"},
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(c.what);
@@ -82,159 +66,101 @@ TEST(ErrInfoListToMap, FilesEachElement) {
     Fill(list, c.list);
     RetMap map;
     EXPECT_EQ(ns_velkor::Convert2MapIDKey2RetCodeByQAsnErrInfoList(list, map), c.result);
-    EXPECT_EQ(Flatten(map), c.map);
+    EXPECT_EQ(Text(map), c.map);
   }
-}
-
-TEST(ErrInfoListToMap, NameEndsAtZeroByte) {
-  qcommon::QAsnErrInfoList list;
-  Fill(list, {{{1}, 1, nullptr}});
-  list.First()->objName.GetOrCreate().Set("ab\0cd", 5);
-  RetMap map;
-  ns_velkor::Convert2MapIDKey2RetCodeByQAsnErrInfoList(list, map);
-  EXPECT_EQ(map.at(1).strObjName, "ab");
 }
 
 TEST(ErrInfoListToMap, CallerEntriesTakePartAndSyntheticKeysRestartPerCall) {
   RetMap map{{5, TERetInfo{"caller", 77}}};
   qcommon::QAsnErrInfoList first;
-  Fill(first, {{{5}, 1, "five"}, {{}, 2, "anon1"}});
+  Fill(first, {{{5}, 1, "five"}, {{}, 2, nullptr}});
+  first.Current()->objName.GetOrCreate().Set("ab\0cd", 5);  // the name ends at the zero byte
   EXPECT_EQ(ns_velkor::Convert2MapIDKey2RetCodeByQAsnErrInfoList(first, map), 1u);
-  // The caller's 5 stays; both new elements go to synthetic keys.
-  EXPECT_EQ(Flatten(map), (std::map<unsigned long, std::pair<std::string, unsigned long>>{
-                              {5, {"caller", 77}}, {kSynthetic, {"five", 1}}, {kSynthetic + 1, {"anon1", 2}}}));
-
+  EXPECT_EQ(Text(map), "5:caller=77 1000000:five=1 1000001:ab=2");
   qcommon::QAsnErrInfoList second;
   Fill(second, {{{}, 3, "again"}});
   ns_velkor::Convert2MapIDKey2RetCodeByQAsnErrInfoList(second, map);
-  EXPECT_EQ(map.size(), 3u);
-  EXPECT_EQ(map.at(kSynthetic).strObjName, "again");
-  EXPECT_EQ(map.at(kSynthetic).ulRetCode, 3u);
+  EXPECT_EQ(Text(map), "5:caller=77 1000000:again=3 1000001:ab=2");
 }
 
-// ---- returns ------------------------------------------------------------------
+TEST(ErrInfoReturnToMap, FilesTheListAndTracesFailures) {
+  struct Case {
+    const char* what;
+    int code;
+    bool list;  // errInfoList present: {2: "two", -7}
+    unsigned long result;
+    const char* after;   // the map {1:one=0, 4:four=9} after the first function
+    const char* after2;  // ... after the second
+  };
+  const Case cases[] = {
+      {"success", 0, true, 0, "1:one=0 4:four=9", "1:one=0 4:four=9"},
+      {"failure without list", 5, false, 5, "1:one=0 4:four=9", "1:=5 4:=5"},
+      {"failure with list", -2, true, ULONG_MAX - 1, "1:one=0 2:two=-7 4:four=9", "1:one=0 2:two=-7 4:four=9"},
+  };
+  for (const Case& c : cases) {
+    qcommon::QAsnErrInfoReturn record;
+    record.retCode = c.code;
+    if (c.list) Fill(record.errInfoList.GetOrCreate(), {{{2}, -7, "two"}});
+    for (const bool second : {false, true}) {
+      SCOPED_TRACE(std::string(c.what) + (second ? ", Return2" : ", Return"));
+      RetMap map{{1, TERetInfo{"one", 0}}, {4, TERetInfo{"four", 9}}};
+      const TraceCapture capture;
+      EXPECT_EQ(second ? ns_velkor::Convert2MapIDKey2RetCodeByQAsnErrInfoReturn2(record, map)
+                       : ns_velkor::Convert2MapIDKey2RetCodeByQAsnErrInfoReturn(record, map),
+                c.result);
+      EXPECT_EQ(Text(map), second ? c.after2 : c.after);
 
-qcommon::QAsnErrInfoReturn MakeReturn(int code, const std::vector<ErrEntry>* list) {
-  qcommon::QAsnErrInfoReturn record;
-  record.retCode = code;
-  if (list != nullptr) Fill(record.errInfoList.GetOrCreate(), *list);
-  return record;
-}
-
-std::string PrintOf(const AsnType& record) {
-  std::ostringstream text;
-  record.Print(text, 0, false);
-  return text.str();
-}
-
-TEST(ErrInfoReturnToMap, SuccessLeavesMapAloneAndTracesNothing) {
-  const std::vector<ErrEntry> list{{{1}, 4, "x"}};
-  const qcommon::QAsnErrInfoReturn record = MakeReturn(0, &list);
-  for (auto convert : {&ns_velkor::Convert2MapIDKey2RetCodeByQAsnErrInfoReturn,
-                       &ns_velkor::Convert2MapIDKey2RetCodeByQAsnErrInfoReturn2}) {
-    const TraceCapture capture;
-    RetMap map{{1, TERetInfo{"one", 0}}};
-    EXPECT_EQ(convert(record, map), 0u);
-    EXPECT_EQ(Flatten(map), (std::map<unsigned long, std::pair<std::string, unsigned long>>{{1, {"one", 0}}}));
-    EXPECT_TRUE(TraceCapture::Lines().empty());
+      const auto& lines = TraceCapture::Lines();
+      if (c.code == 0) {
+        EXPECT_TRUE(lines.empty());  // success writes no trace
+        continue;
+      }
+      // The code at INFO level 3, then the whole record at ASN.
+      ASSERT_EQ(lines.size(), 2u);
+      EXPECT_EQ(std::make_tuple(lines[0].module, lines[0].category, lines[0].level, lines[0].text, lines[0].file),
+                std::make_tuple(
+                    "tn_velkor", "INFO", 3,
+                    "QAsnErrInfoReturn failed " + std::to_string(c.code) + ", error snapshot:", "tn_velkor_unity"));
+      std::ostringstream printed;
+      record.Print(printed, 0, false);
+      EXPECT_EQ(std::make_tuple(lines[1].module, lines[1].category, lines[1].text, lines[1].file),
+                std::make_tuple("tn_velkor", "ASN", printed.str(), "tn_velkor_unity"));
+      EXPECT_GT(lines[1].line, lines[0].line);
+    }
   }
 }
-
-TEST(ErrInfoReturnToMap, FailureWithoutListDiffersBetweenTheTwoFunctions) {
-  const qcommon::QAsnErrInfoReturn record = MakeReturn(5, nullptr);
-  const RetMap before{{1, TERetInfo{"one", 0}}, {2, TERetInfo{"two", 9}}};
-
-  RetMap kept = before;
-  EXPECT_EQ(ns_velkor::Convert2MapIDKey2RetCodeByQAsnErrInfoReturn(record, kept), 5u);
-  EXPECT_EQ(Flatten(kept), Flatten(before));
-
-  RetMap marked = before;
-  EXPECT_EQ(ns_velkor::Convert2MapIDKey2RetCodeByQAsnErrInfoReturn2(record, marked), 5u);
-  EXPECT_EQ(Flatten(marked),
-            (std::map<unsigned long, std::pair<std::string, unsigned long>>{{1, {"", 5}}, {2, {"", 5}}}));
-}
-
-TEST(ErrInfoReturnToMap, FailureWithListFilesItAndKeepsUnmentionedEntries) {
-  const std::vector<ErrEntry> list{{{2}, -7, "two"}};
-  const qcommon::QAsnErrInfoReturn record = MakeReturn(-2, &list);
-  for (auto convert : {&ns_velkor::Convert2MapIDKey2RetCodeByQAsnErrInfoReturn,
-                       &ns_velkor::Convert2MapIDKey2RetCodeByQAsnErrInfoReturn2}) {
-    RetMap map{{1, TERetInfo{"one", 0}}};
-    EXPECT_EQ(convert(record, map), ULONG_MAX - 1);
-    EXPECT_EQ(Flatten(map), (std::map<unsigned long, std::pair<std::string, unsigned long>>{
-                                {1, {"one", 0}}, {2, {"two", ULONG_MAX - 6}}}));
-  }
-}
-
-TEST(ErrInfoReturnToMap, FailureTracesCodeThenRecord) {
-  const std::vector<ErrEntry> list{{{3}, 8, "obj"}};
-  const qcommon::QAsnErrInfoReturn record = MakeReturn(-5, &list);
-  const TraceCapture capture;
-  RetMap map;
-  ns_velkor::Convert2MapIDKey2RetCodeByQAsnErrInfoReturn(record, map);
-
-  const auto& lines = TraceCapture::Lines();
-  ASSERT_EQ(lines.size(), 2u);
-  EXPECT_EQ(lines[0].module, "tn_velkor");
-  EXPECT_EQ(lines[0].category, "INFO");
-  EXPECT_EQ(lines[0].level, 3);
-  EXPECT_EQ(lines[0].text, "QAsnErrInfoReturn failed -5, error snapshot:");
-  EXPECT_EQ(lines[0].file, "tn_velkor_unity");
-  EXPECT_EQ(lines[1].module, "tn_velkor");
-  EXPECT_EQ(lines[1].category, "ASN");
-  EXPECT_EQ(lines[1].file, "tn_velkor_unity");
-  EXPECT_GT(lines[1].line, lines[0].line);
-  EXPECT_EQ(lines[1].text, PrintOf(record));
-  EXPECT_NE(lines[1].text.find("obj"), std::string::npos);
-}
-
-// ---- ignorable codes -------------------------------------------------------------
 
 TEST(IgnoreMapRetCode, RemovesToleratedCodesAndDecidesResult) {
   struct Case {
     const char* what;
     unsigned long overall;
-    std::map<unsigned long, unsigned long> codes;  // key -> code
-    std::vector<unsigned long> remaining;
+    std::vector<unsigned long> codes;  // under the keys 1, 2, ...
+    const char* remaining;
     unsigned long result;
   };
   const Case cases[] = {
-      {"real failure stays", 8, {{1, 0}, {2, 7}, {3, 8}}, {3}, 8},
-      {"every failure tolerated", 8, {{1, 0}, {2, 7}}, {}, 0},
-      {"empty map does not clear the result", 8, {}, {}, 8},
-      {"tolerated overall code", 7, {{1, 0}, {2, 7}, {3, 8}}, {3}, 0},
-      {"tolerated overall code, empty map", 7, {}, {}, 0},
-      {"nothing to remove", 8, {{4, 9}}, {4}, 8},
+      {"real failure stays", 8, {0, 7, 8}, "3:=8", 8},       {"every failure tolerated", 8, {0, 7}, "", 0},
+      {"empty map does not clear the result", 8, {}, "", 8}, {"tolerated overall code", 7, {0, 7, 8}, "3:=8", 0},
+      {"tolerated overall code, empty map", 7, {}, "", 0},   {"nothing to remove", 8, {9}, "1:=9", 8},
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(c.what);
     RetMap map;
-    for (const auto& [key, code] : c.codes) map[key] = TERetInfo{"n", code};
+    for (unsigned long code : c.codes) map[map.size() + 1] = TERetInfo{"", code};
     const TraceCapture capture;
     EXPECT_EQ(ns_velkor::IgnoreMapRetCodeErrorCode(c.overall, map, 7, 0, 0), c.result);
-    std::vector<unsigned long> keys;
-    for (const auto& entry : map) keys.push_back(entry.first);
-    EXPECT_EQ(keys, c.remaining);
-
+    EXPECT_EQ(Text(map), c.remaining);
     const auto& lines = TraceCapture::Lines();
-    EXPECT_EQ(lines.size(), c.codes.size() - c.remaining.size());
+    EXPECT_EQ(lines.size(), c.codes.size() - map.size());  // one per removal
     for (const auto& line : lines) {
-      EXPECT_EQ(line.category, "INFO");
-      EXPECT_EQ(line.level, 1);
-      EXPECT_EQ(line.file, "tn_velkor_unity");
-      EXPECT_EQ(line.text, "IgnoreMapRetCodeErrorCode iRetCode1 7, iRetCode2 0, iRetCode3 0");
+      EXPECT_EQ(std::make_tuple(line.category, line.level, line.text),
+                std::make_tuple("INFO", 1, "IgnoreMapRetCodeErrorCode iRetCode1 7, iRetCode2 0, iRetCode3 0"));
     }
   }
-}
-
-TEST(IgnoreMapRetCode, AnyOfTheThreeCodesIsTolerated) {
   RetMap map{{1, TERetInfo{"", 11}}, {2, TERetInfo{"", 12}}, {3, TERetInfo{"", 13}}, {4, TERetInfo{"", 14}}};
-  EXPECT_EQ(ns_velkor::IgnoreMapRetCodeErrorCode(13, map, 11, 12, 13), 0u);
-  ASSERT_EQ(map.size(), 1u);
-  EXPECT_EQ(map.begin()->first, 4u);
+  EXPECT_EQ(ns_velkor::IgnoreMapRetCodeErrorCode(13, map, 11, 12, 13), 0u);  // any of the three is tolerated
+  EXPECT_EQ(Text(map), "4:=14");
 }
-
-// ---- single return ------------------------------------------------------------------
 
 TEST(SingleReturn, WritesCodeAndSuccess) {
   struct Case {
@@ -244,20 +170,16 @@ TEST(SingleReturn, WritesCodeAndSuccess) {
     long long retCode;
   };
   const Case cases[] = {
-      {0, false, true, 0},
-      {0, true, true, 0},
-      {5, false, false, 5},
-      {5, true, false, 5},
-      {1UL << 32, false, false, 0},
-      {ULONG_MAX, true, false, -1},
-      {0x80000000UL, false, false, INT32_MIN},
+      {0, false, true, 0},          {0, true, true, 0},
+      {5, false, false, 5},         {5, true, false, 5},
+      {1UL << 32, false, false, 0},  // narrows to 0, yet a failure
+      {ULONG_MAX, true, false, -1}, {0x80000000UL, false, false, INT32_MIN},
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(c.code);
     AsnSingleReturn record;
     record.success = !c.success;
-    const AsnInt* held = nullptr;
-    if (c.retCodePresent) held = &(record.retCode.GetOrCreate() = 99);
+    const AsnInt* held = c.retCodePresent ? &(record.retCode.GetOrCreate() = 99) : nullptr;
     ns_velkor::Convert2AsnSingleReturn(c.code, &record);
     EXPECT_EQ(record.success.Value(), c.success);
     ASSERT_FALSE(record.retCode.IsNull());
@@ -266,8 +188,7 @@ TEST(SingleReturn, WritesCodeAndSuccess) {
       EXPECT_EQ(record.retCode.Get(), held);  // assigned in place
     }
   }
+  ns_velkor::Convert2AsnSingleReturn(3, nullptr);  // a null record is ignored
 }
-
-TEST(SingleReturn, NullRecordIsIgnored) { ns_velkor::Convert2AsnSingleReturn(3, nullptr); }
 
 }  // namespace

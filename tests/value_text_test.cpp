@@ -6,65 +6,47 @@
 
 #include <cfloat>
 #include <climits>
-#include <cmath>
 #include <limits>
 #include <locale>
+#include <sstream>
+#include <stdexcept>
 #include <string>
+#include <utility>
 
 namespace {
 
 using ns_velkor::Convert2Num;
 using ns_velkor::Convert2Str;
 
-TEST(Convert2Str, Integers) {
-  EXPECT_EQ(Convert2Str<int>(0), "0");
-  EXPECT_EQ(Convert2Str<int>(-15), "-15");
-  EXPECT_EQ(Convert2Str<int>(INT_MIN), "-2147483648");
-  EXPECT_EQ(Convert2Str<int>(INT_MAX), "2147483647");
-  EXPECT_EQ(Convert2Str<long>(LONG_MIN), "-9223372036854775808");
-  EXPECT_EQ(Convert2Str<long>(1234567), "1234567");
-  EXPECT_EQ(Convert2Str<long long>(0), "0");
-  EXPECT_EQ(Convert2Str<long long>(LLONG_MAX), "9223372036854775807");
-}
-
-TEST(Convert2Str, FloatingValuesInFixedNotation) {
-  struct Case {
-    double value;
-    const char* text;
+TEST(Convert2Str, IntegersAndFixedNotation) {
+  const std::pair<std::string, const char*> cases[] = {
+      {Convert2Str<int>(-15), "-15"},
+      {Convert2Str<int>(INT_MIN), "-2147483648"},
+      {Convert2Str<int>(INT_MAX), "2147483647"},
+      {Convert2Str<long>(LONG_MIN), "-9223372036854775808"},
+      {Convert2Str<long long>(LLONG_MAX), "9223372036854775807"},
+      {Convert2Str<double>(1.0), "1.000000"},
+      {Convert2Str<double>(-0.1), "-0.100000"},
+      {Convert2Str<double>(2.5e-7), "0.000000"},
+      {Convert2Str<double>(0.0000006), "0.000001"},
+      {Convert2Str<double>(-0.0), "-0.000000"},
+      {Convert2Str<double>(1e20), "100000000000000000000.000000"},  // 21 digits, no exponent
+      {Convert2Str<double>(std::numeric_limits<double>::infinity()), "inf"},
+      {Convert2Str<double>(-std::numeric_limits<double>::infinity()), "-inf"},
+      {Convert2Str<double>(std::numeric_limits<double>::quiet_NaN()), "nan"},
+      // A float is printed from its exact widened value.
+      {Convert2Str<float>(-0.1f), "-0.100000"},
+      {Convert2Str<float>(16777217.0f), "16777216.000000"},
+      {Convert2Str<float>(FLT_MAX), "340282346638528859811704183484516925440.000000"},
   };
-  const Case doubles[] = {
-      {1.0, "1.000000"},
-      {-0.1, "-0.100000"},
-      {2.5e-7, "0.000000"},
-      {0.0000004, "0.000000"},
-      {0.0000006, "0.000001"},
-      {-0.0, "-0.000000"},
-      {1234.5, "1234.500000"},
-      {1e20, "100000000000000000000.000000"},
-      {std::numeric_limits<double>::infinity(), "inf"},
-      {-std::numeric_limits<double>::infinity(), "-inf"},
-      {std::numeric_limits<double>::quiet_NaN(), "nan"},
-  };
-  for (const Case& c : doubles) EXPECT_EQ(Convert2Str<double>(c.value), c.text) << c.value;
-
-  // A float is printed from its exact widened value.
-  EXPECT_EQ(Convert2Str<float>(-0.1f), "-0.100000");
-  EXPECT_EQ(Convert2Str<float>(0.1f), "0.100000");
-  EXPECT_EQ(Convert2Str<float>(1e10f), "10000000000.000000");
-  EXPECT_EQ(Convert2Str<float>(16777217.0f), "16777216.000000");
-  EXPECT_EQ(Convert2Str<float>(FLT_MAX), "340282346638528859811704183484516925440.000000");
+  for (const auto& [actual, expected] : cases) EXPECT_EQ(actual, expected);
 }
 
 TEST(Convert2Num, Int) {
-  struct Case {
-    std::string text;
-    int value;
-  };
-  const Case cases[] = {
+  const std::pair<std::string, int> cases[] = {
       {"", 0},
-      {"   ", 0},
       {"abc", 0},
-      {"  42kg", 42},
+      {"  42kg", 42},  // rest of the text ignored
       {"3.9", 3},
       {"+7", 7},
       {"-2147483648", INT_MIN},
@@ -76,50 +58,29 @@ TEST(Convert2Num, Int) {
       {std::string("12\0 34", 6), 12},
       {"- 5", 0},
   };
-  for (const Case& c : cases) EXPECT_EQ(Convert2Num<int>(c.text), c.value) << '"' << c.text << '"';
+  for (const auto& [text, value] : cases) EXPECT_EQ(Convert2Num<int>(text), value) << '"' << text << '"';
 }
 
-TEST(Convert2Num, WiderAndUnsignedIntegers) {
+TEST(Convert2Num, OtherTypes) {
   EXPECT_EQ(Convert2Num<long>("9223372036854775807"), LONG_MAX);
   EXPECT_EQ(Convert2Num<long>("-9223372036854775808"), LONG_MIN);
   EXPECT_EQ(Convert2Num<long>("9223372036854775808"), 0);
-  EXPECT_EQ(Convert2Num<long>("4102444800 s"), 4102444800L);
-
   EXPECT_EQ(Convert2Num<unsigned long>("18446744073709551615"), ULONG_MAX);
   EXPECT_EQ(Convert2Num<unsigned long>("18446744073709551616"), 0u);
   EXPECT_EQ(Convert2Num<unsigned long>("-1"), ULONG_MAX);  // wraps like stream extraction
-  EXPECT_EQ(Convert2Num<unsigned long>("x"), 0u);
-
   EXPECT_EQ(Convert2Num<unsigned short>("65535"), 65535);
   EXPECT_EQ(Convert2Num<unsigned short>("70000"), 0);
   EXPECT_EQ(Convert2Num<unsigned short>("-1"), 65535);
   EXPECT_EQ(Convert2Num<unsigned short>(" 80/tcp"), 80);
-}
 
-TEST(Convert2Num, FloatingValues) {
-  EXPECT_EQ(Convert2Num<double>("1.0"), 1.0);
-  EXPECT_EQ(Convert2Num<double>("1234.5"), 1234.5);
   EXPECT_EQ(Convert2Num<double>("-2.5e3m"), -2500.0);
-  EXPECT_EQ(Convert2Num<double>("1,5"), 1.0);
   EXPECT_EQ(Convert2Num<double>("1e400"), 0.0);
-  EXPECT_EQ(Convert2Num<double>("-1e400"), 0.0);
   EXPECT_EQ(Convert2Num<double>("1e-400"), 0.0);  // too small: zero without failure
   EXPECT_EQ(Convert2Num<double>("inf"), 0.0);
   EXPECT_EQ(Convert2Num<double>("nan"), 0.0);
-  EXPECT_EQ(Convert2Num<double>(""), 0.0);
-
   EXPECT_EQ(Convert2Num<float>("-0.1"), -0.1f);
-  EXPECT_EQ(Convert2Num<float>("3.5e2"), 350.0f);
-  EXPECT_EQ(Convert2Num<float>("1e39"), 0.0f);  // beyond float's range
-  EXPECT_EQ(Convert2Num<float>("1e-50"), 0.0f);
-}
-
-TEST(Convert2Num, ThereAndBackRoundsToSixDecimals) {
-  EXPECT_EQ(Convert2Num<double>(Convert2Str<double>(1.23456789)), 1.234568);
-  EXPECT_EQ(Convert2Num<double>(Convert2Str<double>(1e-7)), 0.0);
-  EXPECT_EQ(Convert2Num<float>(Convert2Str<float>(-0.1f)), -0.1f);
-  EXPECT_EQ(Convert2Num<int>(Convert2Str<int>(INT_MIN)), INT_MIN);
-  EXPECT_EQ(Convert2Num<long>(Convert2Str<long>(LONG_MIN)), LONG_MIN);
+  EXPECT_EQ(Convert2Num<float>("1e39"), 0.0f);                                // beyond float's range
+  EXPECT_EQ(Convert2Num<double>(Convert2Str<double>(1.23456789)), 1.234568);  // six decimals there and back
 }
 
 // A decimal comma and digits grouped in threes with a full stop.
@@ -130,44 +91,23 @@ class CommaDecimals : public std::numpunct<char> {
   std::string do_grouping() const override { return "\3"; }
 };
 
-// Makes `locale` the global locale while alive.
-class GlobalLocale {
- public:
-  explicit GlobalLocale(const std::locale& locale) : m_previous(std::locale::global(locale)) {}
-  ~GlobalLocale() { std::locale::global(m_previous); }
-
- private:
-  std::locale m_previous;
-};
-
-void ExpectLocaleIndependent() {
+void ExpectLocaleIndependent(const std::locale& locale) {
+  const std::locale previous = std::locale::global(locale);
+  std::ostringstream check;  // the global locale is in force for ordinary streams
+  check << std::fixed << 1234.5;
+  EXPECT_EQ(check.str(), "1.234,500000");
   EXPECT_EQ(Convert2Str<double>(1234.5), "1234.500000");
   EXPECT_EQ(Convert2Str<float>(-0.1f), "-0.100000");
-  EXPECT_EQ(Convert2Str<int>(1234567), "1234567");
   EXPECT_EQ(Convert2Str<long long>(-1234567890123LL), "-1234567890123");
   EXPECT_EQ(Convert2Num<double>("1234.5"), 1234.5);
   EXPECT_EQ(Convert2Num<double>("1,5"), 1.0);
   EXPECT_EQ(Convert2Num<int>("1.234"), 1);
   EXPECT_EQ(Convert2Num<unsigned long>("1.234"), 1u);
+  std::locale::global(previous);
 }
 
 TEST(ValueTextLocale, CustomGlobalLocaleWithDecimalComma) {
-  const GlobalLocale scope(std::locale(std::locale::classic(), new CommaDecimals));
-  std::ostringstream check;  // the global locale is in force for ordinary streams
-  check << std::fixed << 1234.5;
-  ASSERT_EQ(check.str(), "1.234,500000");
-  ExpectLocaleIndependent();
-}
-
-TEST(ValueTextLocale, GermanGlobalLocale) {
-  std::locale german;
-  try {
-    german = std::locale("de_DE.UTF-8");
-  } catch (const std::runtime_error&) {
-    GTEST_SKIP() << "de_DE.UTF-8 is not installed";
-  }
-  const GlobalLocale scope(german);
-  ExpectLocaleIndependent();
+  ExpectLocaleIndependent(std::locale(std::locale::classic(), new CommaDecimals));
 }
 
 }  // namespace
