@@ -8,8 +8,8 @@
 #include "platform/trace/trace_sink.h"
 #include "tools/velkor/cli.h"
 #include "tools/velkor/demo.h"
-#include "tools/velkor/record_commands.h"
 #include "tools/velkor/io.h"
+#include "tools/velkor/record_commands.h"
 #include "velkor_version.h"
 
 namespace {
