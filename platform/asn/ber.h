@@ -39,8 +39,17 @@ inline AsnTag TagWithForm(AsnTag tag, bool constructed) {
 std::string TagToString(AsnTag tag);
 
 // ---- encoding (in front of what the buffer holds) --------------------------
-// Writes the identifier octets of `tag`; returns how many.
-unsigned long BEncTag(AsnBuf& buf, AsnTag tag);
+// Writes the identifier octets of a high-tag-number `tag`; returns how many.
+unsigned long BEncHighTag(AsnBuf& buf, AsnTag tag);
+// Writes the identifier octets of `tag`; returns how many. Tags numbered
+// below 31 (every universal tag, most context tags) take one octet, inline.
+inline unsigned long BEncTag(AsnBuf& buf, AsnTag tag) {
+  if ((TagFirstOctet(tag) & 0x1F) != 0x1F) {
+    buf.PutByteRvs(TagFirstOctet(tag));
+    return 1;
+  }
+  return BEncHighTag(buf, tag);
+}
 // Writes a definite length in the long form, with the fewest length octets
 // (at least one, also for 0); returns how many octets, the initial one included.
 unsigned long BEncDefLenImpl(AsnBuf& buf, unsigned long length);
