@@ -64,10 +64,6 @@ void FuzzFiberInfoTemplate(std::string_view bytes) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   if (size == 0) return 0;
   const std::string_view bytes(reinterpret_cast<const char*>(data) + 1, size - 1);
-  if (data[0] % 2 == 0) {
-    FuzzFiberInfo(bytes);
-  } else {
-    FuzzFiberInfoTemplate(bytes);
-  }
+  (data[0] % 2 == 0 ? FuzzFiberInfo : FuzzFiberInfoTemplate)(bytes);  // the first byte picks the record type
   return 0;
 }

@@ -69,10 +69,6 @@ void FuzzPortUseStates(std::string_view bytes) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   if (size == 0) return 0;
   const std::string_view bytes(reinterpret_cast<const char*>(data) + 1, size - 1);
-  if (data[0] % 2 == 0) {
-    FuzzLinkList(bytes);
-  } else {
-    FuzzPortUseStates(bytes);
-  }
+  (data[0] % 2 == 0 ? FuzzLinkList : FuzzPortUseStates)(bytes);  // the first byte picks the record type
   return 0;
 }
