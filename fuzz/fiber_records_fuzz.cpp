@@ -10,32 +10,15 @@
 #include <string_view>
 
 #include "convert/ns_velkor.h"
+#include "fuzz/fuzz_decode.h"
 #include "platform/asn/asn_value_io.h"
 #include "platform/asn/csm_exception.h"
 
 namespace {
 
-// Decodes `bytes` into `record`; false (and nothing else) when they are malformed.
-bool Decode(AsnType& record, std::string_view bytes) {
-  try {
-    AsnDecodeValue(record, bytes);
-    return true;
-  } catch (CSM_Exception* error) {
-    delete error;
-    return false;
-  }
-}
-
-template <class Record>
-void CheckReencoding(Record& record) {
-  const std::string once = AsnEncodeValue(record);
-  Record again;
-  if (!Decode(again, once) || AsnEncodeValue(again) != once) std::abort();
-}
-
 void FuzzFiberInfo(std::string_view bytes) {
   qinventoryfiber::QAsnFiberInfo record;
-  if (!Decode(record, bytes)) return;
+  if (!FuzzDecode(record, bytes)) return;
   CheckReencoding(record);
   ns_utilmib::TEFiberCable cable;
   ns_velkor::Convert2FiberCable(record, cable);
@@ -47,7 +30,7 @@ void FuzzFiberInfo(std::string_view bytes) {
 
 void FuzzFiberInfoTemplate(std::string_view bytes) {
   qinventoryfiber::QAsnFiberInfoTemplate record;
-  if (!Decode(record, bytes)) return;
+  if (!FuzzDecode(record, bytes)) return;
   CheckReencoding(record);
   std::uint64_t mask = 0;
   ns_velkor::Convert2FiberInfoTemplateType(record, mask);

@@ -10,25 +10,15 @@
 #include <string_view>
 
 #include "convert/ns_velkor.h"
+#include "fuzz/fuzz_decode.h"
 #include "platform/asn/asn_value_io.h"
 #include "platform/asn/csm_exception.h"
 
 namespace {
 
-// Decodes `bytes` into `record`; false (and nothing else) when they are malformed.
-bool Decode(AsnType& record, std::string_view bytes) {
-  try {
-    AsnDecodeValue(record, bytes);
-    return true;
-  } catch (CSM_Exception* error) {
-    delete error;
-    return false;
-  }
-}
-
 void FuzzLinkList(std::string_view bytes) {
   qinventorylinkexterior::QAsnLinkInfoList list;
-  if (!Decode(list, bytes)) return;
+  if (!FuzzDecode(list, bytes)) return;
   std::list<ns_utilmib::CLinkMgrModel> models(1);
   ns_velkor::Convert2LinkMgrModelList(list, models);
   if (models.size() != list.Count() + 1) std::abort();
@@ -46,7 +36,7 @@ void FuzzLinkList(std::string_view bytes) {
 
 void FuzzPortUseStates(std::string_view bytes) {
   qinventoryport::QAsnPortUseStateList list;
-  if (!Decode(list, bytes)) return;
+  if (!FuzzDecode(list, bytes)) return;
   for (const unsigned short mask : {0x0000, 0x001F, 0xFFE0, 0x000A}) {
     std::map<ns_utilmib::TNCPPortIndex, unsigned short> map;
     ns_velkor::Convert2MapCpPortIndex2State(list, map, mask);

@@ -1,0 +1,29 @@
+// Decoding helpers shared by the fuzz targets.
+#pragma once
+
+#include <cstdlib>
+#include <string>
+#include <string_view>
+
+#include "platform/asn/asn_value_io.h"
+#include "platform/asn/csm_exception.h"
+
+// Decodes `bytes` into `record`; false (and nothing else) when they are malformed.
+inline bool FuzzDecode(AsnType& record, std::string_view bytes) {
+  try {
+    AsnDecodeValue(record, bytes);
+    return true;
+  } catch (CSM_Exception* error) {
+    delete error;
+    return false;
+  }
+}
+
+// Our own encoding must survive itself: re-encoding what decoded gives bytes
+// that decode and re-encode to the same bytes.
+template <class Record>
+void CheckReencoding(Record& record) {
+  const std::string once = AsnEncodeValue(record);
+  Record again;
+  if (!FuzzDecode(again, once) || AsnEncodeValue(again) != once) std::abort();
+}
