@@ -7,9 +7,9 @@
 #include <map>
 #include <string>
 
-#include "asn/qcommon_lists.h"
-#include "convert/ns_velkor.h"
-#include "platform/asn/asn_value_io.h"
+#include "tn_velkor/qcommon/qcommon_lists.h"
+#include "tn_velkor/ns_velkor.h"
+#include "tn_platform/asn/asn_value_io.h"
 
 namespace {
 

@@ -6,8 +6,8 @@
 
 #include <string>
 
-#include "convert/ns_velkor.h"
-#include "platform/asn/asn_value_io.h"
+#include "tn_velkor/ns_velkor.h"
+#include "tn_platform/asn/asn_value_io.h"
 
 namespace {
 

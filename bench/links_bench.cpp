@@ -7,7 +7,7 @@
 #include <list>
 #include <map>
 
-#include "convert/ns_velkor.h"
+#include "tn_velkor/ns_velkor.h"
 
 namespace {
 

@@ -5,8 +5,8 @@
 
 #include <string>
 
-#include "asn/qasn_tiny_int_list.h"
-#include "platform/asn/asn_value_io.h"
+#include "tn_velkor/qcommon/qasn_tiny_int_list.h"
+#include "tn_platform/asn/asn_value_io.h"
 
 namespace {
 

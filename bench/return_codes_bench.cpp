@@ -5,7 +5,7 @@
 #include <cstdio>
 #include <map>
 
-#include "convert/ns_velkor.h"
+#include "tn_velkor/ns_velkor.h"
 
 namespace {
 

@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "convert/value_text.h"
+#include "tn_velkor/convert/value_text.h"
 
 namespace {
 

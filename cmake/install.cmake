@@ -1,29 +1,34 @@
-# Installation: libraries, public headers under include/tn_velkor/, a CMake
-# package (find_package(tn_velkor), targets tn_velkor::tn_velkor,
-# tn_velkor::tn_qmodules, tn_velkor::tn_platform) and a pkg-config file.
+# Installation: libraries, headers under one include root, the ASN.1 module
+# texts, a CMake package (find_package(tn_velkor), target tn_velkor::tn_velkor)
+# and a pkg-config file.
 #
-# Consumers include the public header as <tn_velkor/ns_velkor.h>; the headers
-# it pulls in name their folders ("asn/...", "platform/..."), so both
-# include/ and include/tn_velkor/ are on a consumer's include path.
+# Every installed header sits under a project-named folder (tn_velkor/,
+# tn_qmodules/, tn_platform/) and includes the others by that prefixed path,
+# so a consumer needs include/ alone on its include path, and folders of its
+# own named asn/, platform/, convert/ or frame/ cannot shadow ours.
 include(CMakePackageConfigHelpers)
 
-set(TN_VELKOR_INSTALL_INCLUDEDIR ${CMAKE_INSTALL_INCLUDEDIR}/tn_velkor)
-foreach(target tn_platform tn_velkor)
-  target_include_directories(${target} PUBLIC $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
-endforeach()
-
-install(TARGETS tn_platform tn_velkor tn_qmodules EXPORT tn_velkorTargets
+install(TARGETS tn_platform tn_qmodules tn_velkor EXPORT tn_velkorTargets
   LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
   ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR}
-  RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+  RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR}
+  INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 
-# Public headers keep their folders below include/tn_velkor/; the public
-# header of the conversions also sits at the top. The other headers of
-# convert/ are private to the library and stay behind.
-install(FILES convert/ns_velkor.h DESTINATION ${TN_VELKOR_INSTALL_INCLUDEDIR})
-install(FILES convert/ns_velkor.h DESTINATION ${TN_VELKOR_INSTALL_INCLUDEDIR}/convert)
-install(DIRECTORY asn frame platform DESTINATION ${TN_VELKOR_INSTALL_INCLUDEDIR}
+# Public headers only: the converters' private headers (convert/*.h) and the
+# library's internal trace statement (frame/) stay behind.
+install(FILES tn_velkor/ns_velkor.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/tn_velkor)
+install(DIRECTORY tn_velkor/asn tn_velkor/qcommon DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/tn_velkor
   FILES_MATCHING PATTERN "*.h")
+install(DIRECTORY tn_qmodules/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/tn_qmodules
+  FILES_MATCHING PATTERN "*.h")
+install(DIRECTORY tn_platform/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/tn_platform
+  FILES_MATCHING PATTERN "*.h")
+install(DIRECTORY ${TN_GENERATED_INCLUDE_DIR}/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
+  FILES_MATCHING PATTERN "*.h")
+
+# The ASN.1 texts of every interface module, for peers that build their own codec.
+file(GLOB TN_MODULE_TEXTS ${PROJECT_SOURCE_DIR}/tn_velkor/qcommon/*.asn ${PROJECT_SOURCE_DIR}/tn_qmodules/*/*.asn)
+install(FILES ${TN_MODULE_TEXTS} DESTINATION ${CMAKE_INSTALL_DATADIR}/tn_velkor)
 
 install(EXPORT tn_velkorTargets NAMESPACE tn_velkor:: DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/tn_velkor)
 configure_package_config_file(cmake/tn_velkorConfig.cmake.in

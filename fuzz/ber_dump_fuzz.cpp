@@ -11,9 +11,9 @@
 #include <streambuf>
 #include <string_view>
 
-#include "asn/qcommon_lists.h"
-#include "platform/asn/asn_value_io.h"
-#include "platform/asn/csm_exception.h"
+#include "tn_velkor/qcommon/qcommon_lists.h"
+#include "tn_platform/asn/asn_value_io.h"
+#include "tn_platform/asn/csm_exception.h"
 #include "tools/velkor/ber_dump.cpp"
 
 namespace {

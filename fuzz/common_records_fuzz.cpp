@@ -10,11 +10,11 @@
 #include <string>
 #include <string_view>
 
-#include "asn/qasn_column.h"
-#include "asn/qasn_uni_res_id.h"
-#include "asn/qcommon_lists.h"
-#include "platform/asn/asn_value_io.h"
-#include "platform/asn/csm_exception.h"
+#include "tn_velkor/qcommon/qasn_column.h"
+#include "tn_velkor/qcommon/qasn_uni_res_id.h"
+#include "tn_velkor/qcommon/qcommon_lists.h"
+#include "tn_platform/asn/asn_value_io.h"
+#include "tn_platform/asn/csm_exception.h"
 
 namespace {
 

@@ -5,8 +5,8 @@
 #include <string>
 #include <string_view>
 
-#include "platform/asn/asn_value_io.h"
-#include "platform/asn/csm_exception.h"
+#include "tn_platform/asn/asn_value_io.h"
+#include "tn_platform/asn/csm_exception.h"
 
 // Decodes `bytes` into `record`; false (and nothing else) when they are malformed.
 inline bool FuzzDecode(AsnType& record, std::string_view bytes) {

@@ -9,10 +9,10 @@
 #include <map>
 #include <string_view>
 
-#include "convert/ns_velkor.h"
+#include "tn_velkor/ns_velkor.h"
 #include "fuzz/fuzz_decode.h"
-#include "platform/asn/asn_value_io.h"
-#include "platform/asn/csm_exception.h"
+#include "tn_platform/asn/asn_value_io.h"
+#include "tn_platform/asn/csm_exception.h"
 
 namespace {
 

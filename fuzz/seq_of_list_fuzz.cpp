@@ -9,9 +9,9 @@
 #include <string_view>
 #include <vector>
 
-#include "asn/qasn_tiny_int_list.h"
-#include "platform/asn/asn_value_io.h"
-#include "platform/asn/csm_exception.h"
+#include "tn_velkor/qcommon/qasn_tiny_int_list.h"
+#include "tn_platform/asn/asn_value_io.h"
+#include "tn_platform/asn/csm_exception.h"
 
 namespace {
 

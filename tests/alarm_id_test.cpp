@@ -6,7 +6,7 @@
 #include <map>
 #include <string>
 
-#include "convert/ns_velkor.h"
+#include "tn_velkor/ns_velkor.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
 // The list container: SEQUENCE OF framing both ways, truncated and malformed
 // input, the exact wrong-tag error, printing, copying and the cursor rules.
-#include "asn/asn_list.h"
+#include "tn_velkor/asn/asn_list.h"
 
 #include <gtest/gtest.h>
 
@@ -8,10 +8,10 @@
 #include <sstream>
 #include <vector>
 
-#include "asn/qasn_tiny_int_list.h"
-#include "asn/qcommon_lists.h"
-#include "platform/asn/asn_value_io.h"
-#include "platform/refl/may_null_pointer.h"
+#include "tn_velkor/qcommon/qasn_tiny_int_list.h"
+#include "tn_velkor/qcommon/qcommon_lists.h"
+#include "tn_platform/asn/asn_value_io.h"
+#include "tn_platform/refl/may_null_pointer.h"
 #include "test_bytes.h"
 
 namespace {

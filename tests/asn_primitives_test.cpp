@@ -8,10 +8,10 @@
 #include <memory>
 #include <sstream>
 
-#include "platform/asn/asn_bool.h"
-#include "platform/asn/asn_int.h"
-#include "platform/asn/asn_octs.h"
-#include "platform/asn/asn_value_io.h"
+#include "tn_platform/asn/asn_bool.h"
+#include "tn_platform/asn/asn_int.h"
+#include "tn_platform/asn/asn_octs.h"
+#include "tn_platform/asn/asn_value_io.h"
 #include "test_bytes.h"
 
 namespace {

@@ -1,6 +1,6 @@
 // Tag and length coding: exact octets both ways, and the exact error for every
 // malformed identifier or length.
-#include "platform/asn/ber.h"
+#include "tn_platform/asn/ber.h"
 
 #include <gtest/gtest.h>
 

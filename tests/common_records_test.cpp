@@ -6,11 +6,11 @@
 #include <memory>
 #include <string>
 
-#include "asn/qasn_column.h"
-#include "asn/qasn_uni_res_id.h"
-#include "asn/qcommon_lists.h"
-#include "convert/ns_velkor.h"
-#include "platform/asn/asn_value_io.h"
+#include "tn_velkor/qcommon/qasn_column.h"
+#include "tn_velkor/qcommon/qasn_uni_res_id.h"
+#include "tn_velkor/qcommon/qcommon_lists.h"
+#include "tn_velkor/ns_velkor.h"
+#include "tn_platform/asn/asn_value_io.h"
 #include "test_bytes.h"
 
 namespace {
@@ -33,7 +33,7 @@ QAsnErrInfo FilledErrInfo() {
   return info;
 }
 
-// Exact encoding of FilledErrInfo() (pyasn1 from asn/qcommon.asn gives the same octets).
+// Exact encoding of FilledErrInfo() (pyasn1 from tn_velkor/qcommon/qcommon.asn gives the same octets).
 const char kFilledErrInfo[] =
     "30 1F 30 06 02 01 0B 02 01 F4 80 06 70 6F 72 74 2D 31 02 02 04 D2 81 09 73 65 74 20 73 74 61 74 65";
 

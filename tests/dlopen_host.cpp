@@ -13,8 +13,8 @@
 #include <string>
 #include <vector>
 
-#include "platform/module/module_mgr.h"
-#include "platform/trace/trace_sink.h"
+#include "tn_platform/module/module_mgr.h"
+#include "tn_platform/trace/trace_sink.h"
 
 namespace {
 

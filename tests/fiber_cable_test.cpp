@@ -10,8 +10,8 @@
 #include <utility>
 #include <vector>
 
-#include "convert/ns_velkor.h"
-#include "platform/asn/asn_value_io.h"
+#include "tn_velkor/ns_velkor.h"
+#include "tn_platform/asn/asn_value_io.h"
 #include "tests/trace_capture.h"
 
 namespace {

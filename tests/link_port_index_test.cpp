@@ -7,8 +7,8 @@
 #include <string>
 #include <tuple>
 
-#include "convert/ns_velkor.h"
-#include "platform/uid/str_uid_parser.h"
+#include "tn_velkor/ns_velkor.h"
+#include "tn_platform/uid/str_uid_parser.h"
 
 namespace {
 

@@ -6,8 +6,8 @@
 #include <list>
 #include <string>
 
-#include "frame/tn_velkor_module.h"
-#include "platform/module/module_mgr.h"
+#include "tn_velkor/frame/tn_velkor_module.h"
+#include "tn_platform/module/module_mgr.h"
 #include "trace_capture.h"
 
 namespace {

@@ -9,7 +9,7 @@
 #include <utility>
 #include <vector>
 
-#include "convert/ns_velkor.h"
+#include "tn_velkor/ns_velkor.h"
 
 namespace {
 

@@ -10,7 +10,7 @@
 #include <tuple>
 #include <vector>
 
-#include "convert/ns_velkor.h"
+#include "tn_velkor/ns_velkor.h"
 #include "tests/trace_capture.h"
 
 namespace {

@@ -6,12 +6,12 @@
 #include <sstream>
 #include <string>
 
-#include "asn/qasn_column.h"
-#include "asn/qasn_uni_res_id.h"
-#include "asn/qcommon_lists.h"
-#include "platform/asn/asn_record.h"
-#include "platform/asn/asn_value_io.h"
-#include "platform/qmodules/module_type_descriptions.h"
+#include "tn_velkor/qcommon/qasn_column.h"
+#include "tn_velkor/qcommon/qasn_uni_res_id.h"
+#include "tn_velkor/qcommon/qcommon_lists.h"
+#include "tn_platform/asn/asn_record.h"
+#include "tn_platform/asn/asn_value_io.h"
+#include "tn_velkor/asn/value_type_descriptions.h"
 #include "test_bytes.h"
 
 namespace {
@@ -45,9 +45,9 @@ class CodecProbe : public AsnRecord<CodecProbe> {
     const CodecProbe p;
     infor.AddAttribInfor(access, MemberPosition(p, &CodecProbe::flag), "flag", -1).CaptureTypeInfor<AsnBool>();
     infor.AddAttribInfor(access, MemberPosition(p, &CodecProbe::big), "big", -1).CaptureTypeInfor<AsnInt>();
-    qmodules::DescribeRecordMember<QAsnColumn>(
+    DescribeRecordMember<QAsnColumn>(
         infor.AddAttribInfor(access, MemberPosition(p, &CodecProbe::column), "column", 0), true);
-    qmodules::DescribeListMember<QAsnTinyIntList>(
+    DescribeListMember<QAsnTinyIntList>(
         infor.AddAttribInfor(access, MemberPosition(p, &CodecProbe::codes), "codes", 1), "qcommon::QAsnTinyIntList",
         true);
     infor.AddAttribInfor(access, MemberPosition(p, &CodecProbe::note), "note", 40)

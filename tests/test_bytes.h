@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/asn/csm_exception.h"
+#include "tn_platform/asn/csm_exception.h"
 
 namespace test_bytes {
 

@@ -4,7 +4,7 @@
 
 #include <vector>
 
-#include "platform/trace/trace_sink.h"
+#include "tn_platform/trace/trace_sink.h"
 
 class TraceCapture {
  public:

@@ -5,7 +5,7 @@
 #include <string>
 #include <tuple>
 
-#include "platform/uid/str_uid_parser.h"
+#include "tn_platform/uid/str_uid_parser.h"
 
 namespace {
 

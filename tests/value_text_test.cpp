@@ -1,6 +1,6 @@
 // Number <-> text conversions: every instance the converters use, the edge
 // cases of the stream rules, and independence from the global locale.
-#include "convert/value_text.h"
+#include "tn_velkor/convert/value_text.h"
 
 #include <gtest/gtest.h>
 

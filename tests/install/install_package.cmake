@@ -24,7 +24,7 @@ endfunction()
 
 set(prefix ${WORK_DIR}/prefix)
 set(libdir ${prefix}/${LIBDIR})
-set(includedir ${prefix}/include/tn_velkor)
+set(includedir ${prefix}/include)
 file(REMOVE_RECURSE ${WORK_DIR})
 file(MAKE_DIRECTORY ${WORK_DIR})
 
@@ -32,11 +32,14 @@ run_step("install" ${CMAKE_COMMAND} --install ${BUILD_DIR} --prefix ${prefix})
 
 # ---- layout ------------------------------------------------------------------
 foreach(present
-    ${includedir}/ns_velkor.h
-    ${includedir}/convert/ns_velkor.h
-    ${includedir}/asn/asn_list.h
-    ${includedir}/platform/asn/ber.h
-    ${includedir}/platform/module/module_mgr.h
+    ${includedir}/tn_velkor/ns_velkor.h
+    ${includedir}/tn_velkor/asn/asn_list.h
+    ${includedir}/tn_velkor/qcommon/qasn_port_index.h
+    ${includedir}/tn_qmodules/qinventoryfiber/qasn_fiber_info.h
+    ${includedir}/tn_platform/asn/ber.h
+    ${includedir}/tn_platform/module/module_mgr.h
+    ${prefix}/share/tn_velkor/qcommon.asn
+    ${prefix}/share/tn_velkor/qinventoryfiber.asn
     ${libdir}/libtn_velkor.so
     ${libdir}/libtn_platform.so
     ${libdir}/libtn_qmodules.so
@@ -47,9 +50,9 @@ foreach(present
     message(FATAL_ERROR "install_package: ${present} is not installed")
   endif()
 endforeach()
-foreach(private convert/value_text.h convert/octs_text.h value_text.h octs_text.h)
+foreach(private tn_velkor/convert tn_velkor/frame asn platform convert frame)
   if(EXISTS ${includedir}/${private})
-    message(FATAL_ERROR "install_package: private header ${private} is installed")
+    message(FATAL_ERROR "install_package: ${private} is installed")
   endif()
 endforeach()
 file(GLOB_RECURSE sources ${includedir}/*.cpp ${includedir}/*.in)

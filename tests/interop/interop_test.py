@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Interoperability of our records with pyasn1, an ASN.1 implementation
 independent of ours, whose types tools/interop/asn_module.py builds from the
-module texts (*.asn under asn/ and platform/qmodules/). For every type of our
+module texts (*.asn under tn_velkor/ and tn_qmodules/). For every type of our
 catalogue (interop_peer list):
   - a module text defines it with the members we register (names, order,
     optional members tagged [n] with their registration number n, kinds);

@@ -11,11 +11,11 @@
 #include <thread>
 #include <vector>
 
-#include "asn/qasn_column.h"
-#include "asn/qasn_uni_res_id.h"
-#include "asn/qcommon_lists.h"
-#include "asn/value_type_descriptions.h"
-#include "platform/asn/asn_value_io.h"
+#include "tn_velkor/qcommon/qasn_column.h"
+#include "tn_velkor/qcommon/qasn_uni_res_id.h"
+#include "tn_velkor/qcommon/qcommon_lists.h"
+#include "tn_velkor/asn/value_type_descriptions.h"
+#include "tn_platform/asn/asn_value_io.h"
 
 namespace {
 

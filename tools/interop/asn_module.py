@@ -225,9 +225,9 @@ def parse(text, path="<text>"):
 
 
 def module_files(root):
-    """Every *.asn file under asn/ and platform/qmodules/ of the source tree."""
+    """Every *.asn file under tn_velkor/ and tn_qmodules/ of the source tree."""
     files = []
-    for folder in ("asn", os.path.join("platform", "qmodules")):
+    for folder in ("tn_velkor", "tn_qmodules"):
         for directory, _, names in os.walk(os.path.join(root, folder)):
             files.extend(os.path.join(directory, name) for name in names if name.endswith(".asn"))
     return sorted(files)

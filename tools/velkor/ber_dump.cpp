@@ -4,8 +4,8 @@
 #include <iomanip>
 #include <vector>
 
-#include "platform/asn/asn_octs.h"
-#include "platform/asn/csm_exception.h"
+#include "tn_platform/asn/asn_octs.h"
+#include "tn_platform/asn/csm_exception.h"
 
 namespace velkor {
 

@@ -14,7 +14,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/asn/ber.h"
+#include "tn_platform/asn/ber.h"
 
 namespace velkor {
 

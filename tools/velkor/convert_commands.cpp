@@ -5,7 +5,7 @@
 #include <limits>
 #include <optional>
 
-#include "convert/ns_velkor.h"
+#include "tn_velkor/ns_velkor.h"
 #include "tools/velkor/io.h"
 #include "tools/velkor/model_json.h"
 #include "tools/velkor/record_types.h"

@@ -5,8 +5,8 @@
 #include <sstream>
 #include <vector>
 
-#include "convert/ns_velkor.h"
-#include "platform/trace/trace_sink.h"
+#include "tn_velkor/ns_velkor.h"
+#include "tn_platform/trace/trace_sink.h"
 #include "tools/velkor/model_json.h"
 #include "tools/velkor/record_json.h"
 #include "tools/velkor/record_types.h"

@@ -4,8 +4,8 @@
 #include <memory>
 #include <string>
 
-#include "platform/asn/csm_exception.h"
-#include "platform/trace/trace_sink.h"
+#include "tn_platform/asn/csm_exception.h"
+#include "tn_platform/trace/trace_sink.h"
 #include "tools/velkor/cli.h"
 #include "tools/velkor/demo.h"
 #include "tools/velkor/io.h"

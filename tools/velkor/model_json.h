@@ -25,7 +25,7 @@
 #include <map>
 #include <string>
 
-#include "convert/ns_velkor.h"
+#include "tn_velkor/ns_velkor.h"
 #include "tools/velkor/json.h"
 
 namespace velkor {

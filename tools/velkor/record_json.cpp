@@ -3,12 +3,12 @@
 #include <memory>
 #include <vector>
 
-#include "platform/asn/asn_bool.h"
-#include "platform/asn/asn_int.h"
-#include "platform/asn/asn_list_base.h"
-#include "platform/asn/asn_member.h"
-#include "platform/asn/asn_octs.h"
-#include "platform/asn/asn_sequence.h"
+#include "tn_platform/asn/asn_bool.h"
+#include "tn_platform/asn/asn_int.h"
+#include "tn_platform/asn/asn_list_base.h"
+#include "tn_platform/asn/asn_member.h"
+#include "tn_platform/asn/asn_octs.h"
+#include "tn_platform/asn/asn_sequence.h"
 #include "tools/velkor/io.h"
 #include "tools/velkor/record_types.h"
 

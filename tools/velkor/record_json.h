@@ -13,7 +13,7 @@
 
 #include <string>
 
-#include "platform/asn/asn_type.h"
+#include "tn_platform/asn/asn_type.h"
 #include "tools/velkor/json.h"
 
 namespace velkor {

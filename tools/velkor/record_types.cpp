@@ -4,14 +4,14 @@
 #include <iomanip>
 #include <vector>
 
-#include "platform/asn/asn_bool.h"
-#include "platform/asn/asn_catalogue.h"
-#include "platform/asn/asn_int.h"
-#include "platform/asn/asn_member.h"
-#include "platform/asn/asn_octs.h"
-#include "platform/asn/asn_sequence.h"
-#include "platform/asn/asn_value_io.h"
-#include "platform/asn/csm_exception.h"
+#include "tn_platform/asn/asn_bool.h"
+#include "tn_platform/asn/asn_catalogue.h"
+#include "tn_platform/asn/asn_int.h"
+#include "tn_platform/asn/asn_member.h"
+#include "tn_platform/asn/asn_octs.h"
+#include "tn_platform/asn/asn_sequence.h"
+#include "tn_platform/asn/asn_value_io.h"
+#include "tn_platform/asn/csm_exception.h"
 #include "tools/velkor/io.h"
 
 namespace velkor {

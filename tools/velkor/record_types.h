@@ -8,8 +8,8 @@
 #include <string>
 #include <string_view>
 
-#include "platform/asn/asn_list_base.h"
-#include "platform/asn/asn_type.h"
+#include "tn_platform/asn/asn_list_base.h"
+#include "tn_platform/asn/asn_type.h"
 #include "tools/velkor/json.h"
 
 namespace velkor {

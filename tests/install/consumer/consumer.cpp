@@ -1,12 +1,12 @@
 // Uses the installed package: the public header by its installed name, and a
-// runtime header by its folder below include/tn_velkor.
+// runtime header by its prefixed path below include/.
 #include <tn_velkor/ns_velkor.h>
 
 #include <cstdio>
 #include <map>
 #include <string>
 
-#include "platform/asn/asn_value_io.h"
+#include "tn_platform/asn/asn_value_io.h"
 
 int main() {
   qcommon::QAsnNVSList list;

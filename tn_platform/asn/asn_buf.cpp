@@ -1,0 +1,54 @@
+#include "tn_platform/asn/asn_buf.h"
+
+#include <algorithm>
+#include <cstring>
+
+#include "tn_platform/asn/csm_exception.h"
+
+AsnBuf::AsnBuf(const unsigned char* data, std::size_t size) : m_begin(data), m_read(data), m_end(data + size) {}
+
+void AsnBuf::PutSegRvs(const unsigned char* data, std::size_t size) {
+  if (size == 0) return;
+  if (static_cast<std::size_t>(m_front - m_block.get()) < size) AddBuffer(size);
+  m_front -= size;
+  std::memcpy(m_front, data, size);
+}
+
+void AsnBuf::AddBuffer(std::size_t size) {
+  const std::size_t used = EncodedLength();
+  // Grow geometrically so that a long encoding costs amortised O(1) per octet.
+  const std::size_t newSize = std::max<std::size_t>({256, m_blockSize * 2, used + std::max<std::size_t>(size, 1)});
+  std::unique_ptr<unsigned char[]> block(new unsigned char[newSize]);
+  unsigned char* front = block.get() + (newSize - used);
+  if (used != 0) std::memcpy(front, m_front, used);
+  m_block = std::move(block);
+  m_blockSize = newSize;
+  m_front = front;
+}
+
+std::string AsnBuf::EncodedBytes() const {
+  return std::string(reinterpret_cast<const char*>(EncodedData()), EncodedLength());
+}
+
+const unsigned char* AsnBuf::GetSeg(std::size_t size) {
+  if (Remaining() < size) {
+    m_readError = true;
+    return nullptr;
+  }
+  const unsigned char* segment = m_read;
+  m_read += size;
+  return segment;
+}
+
+void AsnBuf::EnterConstructed() {
+  if (m_depth >= AsnDecodeLimits::kMaxDepth) {
+    AsnThrowDecodeError(
+        *this, "constructed values nested deeper than " + std::to_string(AsnDecodeLimits::kMaxDepth) + " levels");
+  }
+  ++m_depth;
+}
+
+void AsnThrowDecodeError(const AsnBuf& buf, const std::string& what) {
+  const std::string message = what + " at offset " + std::to_string(buf.Offset());
+  throw new CSM_Exception(kAsnDecodeError, 0, "", "asn_runtime", message.c_str(), nullptr);
+}

@@ -1,0 +1,33 @@
+// The catalogue of value types that the interface modules define: records and
+// lists by their type name, for programs that work on a type given by name
+// (the velkor tool). Modules add their types when they are loaded.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "tn_platform/asn/asn_type.h"
+
+struct AsnCatalogueEntry {
+  std::string name;         // the type name, as typeName() answers ("QAsnFiberInfo")
+  std::string module;       // the interface module ("qinventoryfiber")
+  AsnType* (*create)();     // a new default value, owned by the caller
+  std::string elementName;  // for a list: the element's type name; else empty
+};
+
+class AsnCatalogue {
+ public:
+  // Adds an entry (a second entry of the same name is ignored); returns true.
+  static bool Add(AsnCatalogueEntry entry);
+  // The entry of that type name, or null.
+  static const AsnCatalogueEntry* Find(std::string_view name);
+  // Every entry, ordered by module, then name.
+  static std::vector<AsnCatalogueEntry> All();
+};
+
+// The create function of a catalogue entry.
+template <class T>
+AsnType* CreateAsnValue() {
+  return new T();
+}

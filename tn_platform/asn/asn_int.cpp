@@ -1,0 +1,87 @@
+#include "tn_platform/asn/asn_int.h"
+
+#include <string>
+
+namespace asn_integer {
+
+unsigned long EncodeContent(AsnBuf& buf, std::int64_t value) {
+  // Write octets from the least significant up, and stop once the rest is
+  // pure sign extension of the octet just written (minimal form, X.690 8.3.2).
+  auto rest = static_cast<std::uint64_t>(value);
+  unsigned long count = 0;
+  for (;;) {
+    const auto octet = static_cast<unsigned char>(rest);
+    buf.PutByteRvs(octet);
+    ++count;
+    const bool negative = (octet & 0x80) != 0;
+    rest = static_cast<std::uint64_t>(static_cast<std::int64_t>(rest) >> 8);
+    if (count == 8 || rest == (negative ? ~std::uint64_t{0} : 0)) return count;
+  }
+}
+
+std::int64_t DecodeContent(AsnBuf& buf, unsigned long length, unsigned maxOctets, const char* typeName) {
+  const std::string name(typeName);
+  if (length == kIndefiniteLength) AsnThrowDecodeError(buf, name + ": indefinite length on an INTEGER");
+  if (length == 0) AsnThrowDecodeError(buf, name + ": INTEGER without content octets");
+  const unsigned char* octets = buf.GetSeg(length);
+  if (octets == nullptr) AsnThrowDecodeError(buf, name + ": INTEGER runs past the input");
+  if (length > 1 &&
+      ((octets[0] == 0x00 && (octets[1] & 0x80) == 0) || (octets[0] == 0xFF && (octets[1] & 0x80) != 0))) {
+    AsnThrowDecodeError(buf, name + ": INTEGER content is not minimal");
+  }
+  if (length > maxOctets) {
+    AsnThrowDecodeError(buf, name + ": INTEGER of " + std::to_string(length) + " octets does not fit (at most " +
+                                 std::to_string(maxOctets) + ")");
+  }
+  std::uint64_t value = (octets[0] & 0x80) ? ~std::uint64_t{0} : 0;
+  for (unsigned long i = 0; i < length; ++i) value = (value << 8) | octets[i];
+  return static_cast<std::int64_t>(value);
+}
+
+}  // namespace asn_integer
+
+namespace {
+// Reads tag and length of a complete INTEGER and returns the length.
+unsigned long DecodeIntegerHeader(AsnBuf& buf, unsigned long& bytesDecoded, const char* typeName) {
+  const AsnTag tag = BDecTag(buf, bytesDecoded);
+  if (buf.ReadError()) AsnThrowDecodeError(buf, std::string(typeName) + ": input ends before the tag");
+  if (tag != kTagInteger) AsnThrowDecodeError(buf, std::string(typeName) + ": wrong tag " + TagToString(tag));
+  const unsigned long length = BDecLen(buf, bytesDecoded);
+  if (buf.ReadError()) AsnThrowDecodeError(buf, std::string(typeName) + ": input ends in the length");
+  return length;
+}
+
+unsigned long EncodeInteger(AsnBuf& buf, std::int64_t value) {
+  unsigned long written = asn_integer::EncodeContent(buf, value);
+  written += BEncDefLen(buf, written);
+  return written + BEncTag(buf, kTagInteger);
+}
+}  // namespace
+
+void AsnTinyInt::BDecContent(AsnBuf& buf, AsnTag, unsigned long length, unsigned long& bytesDecoded) {
+  m_value = static_cast<int>(asn_integer::DecodeContent(buf, length, 4, "AsnTinyInt"));
+  bytesDecoded += length;
+}
+
+void AsnTinyInt::BDec(AsnBuf& buf, unsigned long& bytesDecoded, NIClass_EncodingFormatEnum) {
+  const unsigned long length = DecodeIntegerHeader(buf, bytesDecoded, "AsnTinyInt");
+  BDecContent(buf, kTagInteger, length, bytesDecoded);
+}
+
+unsigned long AsnTinyInt::BEnc(AsnBuf& buf, NIClass_EncodingFormatEnum) { return EncodeInteger(buf, m_value); }
+
+void AsnTinyInt::Print(std::ostream& os, unsigned long, bool) const { os << m_value; }
+
+void AsnInt::BDecContent(AsnBuf& buf, AsnTag, unsigned long length, unsigned long& bytesDecoded) {
+  m_value = asn_integer::DecodeContent(buf, length, 8, "AsnInt");
+  bytesDecoded += length;
+}
+
+void AsnInt::BDec(AsnBuf& buf, unsigned long& bytesDecoded, NIClass_EncodingFormatEnum) {
+  const unsigned long length = DecodeIntegerHeader(buf, bytesDecoded, "AsnInt");
+  BDecContent(buf, kTagInteger, length, bytesDecoded);
+}
+
+unsigned long AsnInt::BEnc(AsnBuf& buf, NIClass_EncodingFormatEnum) { return EncodeInteger(buf, m_value); }
+
+void AsnInt::Print(std::ostream& os, unsigned long, bool) const { os << m_value; }

@@ -1,0 +1,30 @@
+// AsnListBase: what the runtime knows of every SEQUENCE OF list, whatever its
+// element type. The list template (AsnList<T>, AsnSeqOf<T>) derives from it;
+// the generic record codec reaches list members through it.
+//
+// Virtual slots after AsnType's: 7 assignment from another list of the same
+// type, 8 BEncContent, 9 BDecContent.
+#pragma once
+
+#include "tn_platform/asn/asn_type.h"
+
+class AsnListBase : public AsnType {
+ public:
+  unsigned long Count() const { return count; }
+
+  // Deep copy from `other`, which must be a list of the same element type.
+  virtual AsnListBase& AssignList(const AsnListBase& other) = 0;
+  // Encodes the elements (each complete) in front of `buf`; returns the octets written.
+  virtual unsigned long BEncContent(AsnBuf& buf, NIClass_EncodingFormatEnum format) = 0;
+  // Replaces the elements with those decoded from content of `length` octets
+  // (kIndefiniteLength: up to end-of-contents) after `tag` was read.
+  virtual void BDecContent(AsnBuf& buf, unsigned int tag, unsigned long length, unsigned long& bytesDecoded,
+                           NIClass_EncodingFormatEnum format) = 0;
+
+ protected:
+  AsnListBase() = default;
+  AsnListBase(const AsnListBase&) = default;
+  AsnListBase& operator=(const AsnListBase&) = default;
+
+  unsigned long count = 0;
+};

@@ -1,0 +1,101 @@
+#include "tn_platform/asn/asn_octs.h"
+
+#include <cstring>
+#include <iomanip>
+
+void AsnOcts::Set(const char* text) {
+  if (text == nullptr) {
+    m_content.Assign(nullptr, 0);
+    return;
+  }
+  m_content.Assign(text, std::strlen(text));
+}
+
+unsigned long AsnOcts::BEncContent(AsnBuf& buf) const {
+  buf.PutSegRvs(m_content.data(), m_content.size());
+  return m_content.size();
+}
+
+unsigned long AsnOcts::BEnc(AsnBuf& buf, NIClass_EncodingFormatEnum) {
+  unsigned long written = BEncContent(buf);
+  written += BEncDefLen(buf, written);
+  return written + BEncTag(buf, kTagOctetString);
+}
+
+namespace {
+// Appends the segments of a constructed OCTET STRING to `out`.
+void DecodeSegments(AsnBuf& buf, unsigned long length, unsigned long& bytesDecoded, std::string& out) {
+  // The guard keeps the nesting count right when a segment throws.
+  const AsnNestingGuard nesting(buf);
+  const bool indefinite = length == kIndefiniteLength;
+  const std::size_t end = indefinite ? 0 : buf.Offset() + length;
+  unsigned long consumed = 0;
+  while (indefinite ? !AtEoc(buf) : buf.Offset() < end) {
+    if (buf.Remaining() == 0) AsnThrowDecodeError(buf, "OCTET STRING segments run past the input");
+    const AsnTag tag = BDecTag(buf, consumed);
+    if (TagWithForm(tag, false) != kTagOctetString) {
+      AsnThrowDecodeError(buf, "OCTET STRING segment with tag " + TagToString(tag));
+    }
+    const unsigned long segmentLength = BDecLen(buf, consumed);
+    if (buf.ReadError()) AsnThrowDecodeError(buf, "OCTET STRING segment runs past the input");
+    if (TagIsConstructed(tag)) {
+      DecodeSegments(buf, segmentLength, consumed, out);
+    } else {
+      if (segmentLength == kIndefiniteLength) AsnThrowDecodeError(buf, "indefinite length on a primitive OCTET STRING");
+      const unsigned char* octets = buf.GetSeg(segmentLength);
+      out.append(reinterpret_cast<const char*>(octets), segmentLength);
+      consumed += segmentLength;
+    }
+    if (!indefinite && buf.Offset() > end)
+      AsnThrowDecodeError(buf, "OCTET STRING segment runs past its enclosing value");
+  }
+  if (indefinite) BDecEoc(buf, consumed);
+  bytesDecoded += consumed;
+}
+}  // namespace
+
+void AsnOcts::BDecContent(AsnBuf& buf, AsnTag tag, unsigned long length, unsigned long& bytesDecoded) {
+  if (TagIsConstructed(tag)) {
+    std::string octets;
+    DecodeSegments(buf, length, bytesDecoded, octets);
+    m_content.Assign(octets.data(), octets.size());
+    return;
+  }
+  if (length == kIndefiniteLength) AsnThrowDecodeError(buf, "indefinite length on a primitive OCTET STRING");
+  const unsigned char* octets = buf.GetSeg(length);
+  if (octets == nullptr) AsnThrowDecodeError(buf, "OCTET STRING runs past the input");
+  m_content.Assign(octets, length);
+  bytesDecoded += length;
+}
+
+void AsnOcts::BDec(AsnBuf& buf, unsigned long& bytesDecoded, NIClass_EncodingFormatEnum) {
+  const AsnTag tag = BDecTag(buf, bytesDecoded);
+  if (buf.ReadError()) AsnThrowDecodeError(buf, "OCTET STRING: input ends before the tag");
+  if (TagWithForm(tag, false) != kTagOctetString) {
+    AsnThrowDecodeError(buf, "OCTET STRING: wrong tag " + TagToString(tag));
+  }
+  const unsigned long length = BDecLen(buf, bytesDecoded);
+  if (buf.ReadError()) AsnThrowDecodeError(buf, "OCTET STRING: input ends in the length");
+  BDecContent(buf, tag, length, bytesDecoded);
+}
+
+void PrintOctets(std::ostream& os, std::string_view octets) {
+  bool printable = true;
+  for (const char c : octets) printable = printable && c >= 0x20 && c <= 0x7E;
+  if (printable) {
+    os << '"';
+    for (const char c : octets) os << (c == '"' ? "\"\"" : std::string(1, c));
+    os << '"';
+    return;
+  }
+  const std::ios::fmtflags flags = os.flags();
+  const char fill = os.fill();
+  os << '\'';
+  for (const char c : octets)
+    os << std::hex << std::uppercase << std::setw(2) << std::setfill('0') << (static_cast<unsigned>(c) & 0xFF);
+  os.flags(flags);
+  os.fill(fill);
+  os << "'H";
+}
+
+void AsnOcts::Print(std::ostream& os, unsigned long, bool) const { PrintOctets(os, m_content.view()); }

@@ -1,0 +1,22 @@
+// Whole-value encoding and decoding: the entry points the tool and the tests
+// use. They never leave the buffer's read-error flag unread.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+#include "tn_platform/asn/asn_type.h"
+
+// Decodes exactly one complete value from `bytes`. Throws CSM_Exception* on a
+// malformed encoding, when the input ends early, when the value's content does
+// not take exactly the octets its definite length states (a list's elements
+// running past it), or when octets are left over.
+void AsnDecodeValue(AsnType& value, std::string_view bytes);
+
+// Decodes one complete value from the front of `bytes` and returns how many
+// octets it took (for inputs that hold several values one after another).
+std::size_t AsnDecodeFront(AsnType& value, std::string_view bytes);
+
+// The BER encoding of `value`.
+std::string AsnEncodeValue(AsnType& value);

@@ -1,0 +1,151 @@
+#include "tn_platform/asn/ber.h"
+
+#include <cstdio>
+
+#include "tn_platform/asn/csm_exception.h"
+
+namespace {
+// Subsequent identifier octets that fit below the first one in a packed tag.
+constexpr int kMaxSubsequentTagOctets = 3;
+}  // namespace
+
+AsnTag MakeTag(AsnTagClass tagClass, bool constructed, unsigned number) {
+  const unsigned first = static_cast<unsigned>(tagClass) | (constructed ? 0x20u : 0u);
+  if (number < 31) return (first | number) << 24;
+  // High-tag-number form (X.690 8.1.2.4): base-128 digits, most significant
+  // first, bit 8 set on all but the last.
+  AsnTag tag = (first | 0x1Fu) << 24;
+  int digits = 1;
+  for (unsigned rest = number >> 7; rest != 0; rest >>= 7) ++digits;
+  if (digits > kMaxSubsequentTagOctets) return 0;
+  for (int i = 0; i < digits; ++i) {
+    const unsigned digit = (number >> (7 * (digits - 1 - i))) & 0x7Fu;
+    const unsigned octet = digit | (i + 1 < digits ? 0x80u : 0u);
+    tag |= octet << (8 * (2 - i));
+  }
+  return tag;
+}
+
+unsigned TagNumber(AsnTag tag) {
+  const unsigned first = TagFirstOctet(tag);
+  if ((first & 0x1F) != 0x1F) return first & 0x1F;
+  unsigned number = 0;
+  for (int i = 0; i < kMaxSubsequentTagOctets; ++i) {
+    const unsigned octet = (tag >> (8 * (2 - i))) & 0xFF;
+    number = (number << 7) | (octet & 0x7F);
+    if ((octet & 0x80) == 0) break;
+  }
+  return number;
+}
+
+std::string TagToString(AsnTag tag) {
+  static const char* const kClassNames[] = {"UNIVERSAL ", "APPLICATION ", "", "PRIVATE "};
+  const unsigned classIndex = TagFirstOctet(tag) >> 6;
+  return "[" + std::string(kClassNames[classIndex]) + std::to_string(TagNumber(tag)) + "] " +
+         (TagIsConstructed(tag) ? "constructed" : "primitive");
+}
+
+unsigned long BEncHighTag(AsnBuf& buf, AsnTag tag) {
+  // Identifier octets stand in the packed tag from bit 31 down; the last one
+  // is the first octet without bit 8 set after the first identifier octet.
+  unsigned long count = 1;
+  for (int i = 0; i < kMaxSubsequentTagOctets; ++i) {
+    ++count;
+    if ((((tag >> (8 * (2 - i))) & 0x80) == 0)) break;
+  }
+  for (unsigned long i = count; i-- > 0;) buf.PutByteRvs(static_cast<unsigned char>(tag >> (24 - 8 * i)));
+  return count;
+}
+
+unsigned long BEncDefLenImpl(AsnBuf& buf, unsigned long length) {
+  // At least one length octet: a bare 0x80 would read back as the indefinite
+  // form (X.690 8.1.3.5).
+  unsigned long count = 0;
+  unsigned long rest = length;
+  do {
+    buf.PutByteRvs(static_cast<unsigned char>(rest));
+    ++count;
+    rest >>= 8;
+  } while (rest != 0);
+  buf.PutByteRvs(static_cast<unsigned char>(0x80 | count));
+  return count + 1;
+}
+
+unsigned long BEncEoc(AsnBuf& buf) {
+  buf.PutByteRvs(0);
+  buf.PutByteRvs(0);
+  return 2;
+}
+
+void BDecTag_Impl(AsnBuf& buf, unsigned long& bytesDecoded, unsigned int& tag) {
+  for (int i = 0; i < kMaxSubsequentTagOctets; ++i) {
+    const unsigned octet = buf.GetByte();
+    ++bytesDecoded;
+    if (buf.ReadError()) return;
+    if (i == 0 && octet == 0x80) AsnThrowDecodeError(buf, "high tag number form with a leading 0x80 octet");
+    tag |= octet << (8 * (2 - i));
+    if ((octet & 0x80) == 0) return;
+  }
+  AsnThrowDecodeError(buf, "tag number does not fit in 32 bits");
+}
+
+AsnTag BDecTag(AsnBuf& buf, unsigned long& bytesDecoded) {
+  const unsigned char first = buf.GetByte();
+  ++bytesDecoded;
+  if (buf.ReadError()) return 0;
+  AsnTag tag = static_cast<AsnTag>(first) << 24;
+  if ((first & 0x1F) == 0x1F) BDecTag_Impl(buf, bytesDecoded, tag);
+  return tag;
+}
+
+unsigned long BDecLen_Impl(AsnBuf& buf, unsigned long& bytesDecoded, unsigned char first) {
+  if (first == 0x80) return kIndefiniteLength;
+  if (first == 0xFF) AsnThrowDecodeError(buf, "length octet 0xFF is reserved");
+  const unsigned octets = first & 0x7Fu;
+  if (octets > AsnDecodeLimits::kMaxLengthOctets) {
+    AsnThrowDecodeError(buf, "length with " + std::to_string(octets) + " length octets (at most " +
+                                 std::to_string(AsnDecodeLimits::kMaxLengthOctets) + ")");
+  }
+  unsigned long length = 0;
+  for (unsigned i = 0; i < octets; ++i) {
+    const unsigned char octet = buf.GetByte();
+    ++bytesDecoded;
+    if (buf.ReadError()) return 0;
+    length = (length << 8) | octet;
+  }
+  // Checking here makes every definite length trustworthy for what follows:
+  // nothing is ever sized by a length the input cannot back.
+  if (length > buf.Remaining()) {
+    AsnThrowDecodeError(buf, "length " + std::to_string(length) + " runs past the input (" +
+                                 std::to_string(buf.Remaining()) + " octets left)");
+  }
+  return length;
+}
+
+unsigned long BDecLen(AsnBuf& buf, unsigned long& bytesDecoded) {
+  const unsigned char first = buf.GetByte();
+  ++bytesDecoded;
+  if (buf.ReadError()) return 0;
+  if ((first & 0x80) == 0) {
+    if (first > buf.Remaining()) {
+      AsnThrowDecodeError(buf, "length " + std::to_string(first) + " runs past the input (" +
+                                   std::to_string(buf.Remaining()) + " octets left)");
+    }
+    return first;
+  }
+  return BDecLen_Impl(buf, bytesDecoded, first);
+}
+
+void BDecEoc(AsnBuf& buf, unsigned long& bytesDecoded) {
+  const unsigned char first = buf.GetByte();
+  const unsigned char second = buf.GetByte();
+  if (buf.ReadError()) AsnThrowDecodeError(buf, "missing end-of-contents octets");
+  if (first != 0 || second != 0) AsnThrowDecodeError(buf, "end-of-contents octets expected");
+  bytesDecoded += 2;
+}
+
+bool AtEoc(const AsnBuf& buf) {
+  // Tag octet 0x00 is reserved for end-of-contents (X.690 8.1.5).
+  unsigned char octet = 0;
+  return buf.PeekByte(octet) && octet == 0;
+}

@@ -1,0 +1,83 @@
+// BER tag and length coding (X.690 8.1.2 and 8.1.3): the one place where
+// identifier and length octets are written and read.
+//
+// Tags travel packed in 32 bits: the first identifier octet in bits 24..31,
+// the subsequent octets of the high-tag-number form in bits 16..23, 8..15 and
+// 0..7. A tag that needs more than three subsequent octets does not fit.
+#pragma once
+
+#include <string>
+
+#include "tn_platform/asn/asn_buf.h"
+
+using AsnTag = unsigned int;
+
+// The length value that stands for the indefinite form.
+constexpr unsigned long kIndefiniteLength = ~0UL;
+
+enum class AsnTagClass : unsigned char { kUniversal = 0x00, kApplication = 0x40, kContext = 0x80, kPrivate = 0xC0 };
+
+// The packed tag of a class, form and number.
+AsnTag MakeTag(AsnTagClass tagClass, bool constructed, unsigned number);
+
+constexpr AsnTag kTagBoolean = 0x01000000u;
+constexpr AsnTag kTagInteger = 0x02000000u;
+constexpr AsnTag kTagOctetString = 0x04000000u;
+constexpr AsnTag kTagOctetStringConstructed = 0x24000000u;
+constexpr AsnTag kTagSequence = 0x30000000u;
+
+inline unsigned char TagFirstOctet(AsnTag tag) { return static_cast<unsigned char>(tag >> 24); }
+inline bool TagIsConstructed(AsnTag tag) { return (TagFirstOctet(tag) & 0x20) != 0; }
+inline AsnTagClass TagClassOf(AsnTag tag) { return static_cast<AsnTagClass>(TagFirstOctet(tag) & 0xC0); }
+// The tag number (for the low-tag form, the five low bits of the first octet).
+unsigned TagNumber(AsnTag tag);
+// The same tag in the other form (primitive <-> constructed).
+inline AsnTag TagWithForm(AsnTag tag, bool constructed) {
+  return constructed ? (tag | 0x20000000u) : (tag & ~0x20000000u);
+}
+// "[UNIVERSAL 16] constructed", "[2] primitive", ...
+std::string TagToString(AsnTag tag);
+
+// ---- encoding (in front of what the buffer holds) --------------------------
+// Writes the identifier octets of a high-tag-number `tag`; returns how many.
+unsigned long BEncHighTag(AsnBuf& buf, AsnTag tag);
+// Writes the identifier octets of `tag`; returns how many. Tags numbered
+// below 31 (every universal tag, most context tags) take one octet, inline.
+inline unsigned long BEncTag(AsnBuf& buf, AsnTag tag) {
+  if ((TagFirstOctet(tag) & 0x1F) != 0x1F) {
+    buf.PutByteRvs(TagFirstOctet(tag));
+    return 1;
+  }
+  return BEncHighTag(buf, tag);
+}
+// Writes a definite length in the long form, with the fewest length octets
+// (at least one, also for 0); returns how many octets, the initial one included.
+unsigned long BEncDefLenImpl(AsnBuf& buf, unsigned long length);
+// Writes a definite length in the shortest form; returns how many octets.
+inline unsigned long BEncDefLen(AsnBuf& buf, unsigned long length) {
+  if (length < 128) {
+    buf.PutByteRvs(static_cast<unsigned char>(length));
+    return 1;
+  }
+  return BEncDefLenImpl(buf, length);
+}
+// Writes the end-of-contents octets 00 00; returns 2.
+unsigned long BEncEoc(AsnBuf& buf);
+
+// ---- decoding ---------------------------------------------------------------
+// Completes a tag whose first octet (already in `tag`, shifted left by 24) has
+// its five low bits all set. Throws on a leading 0x80 subsequent octet or a
+// tag number that does not fit; sets the read-error flag when input runs out.
+void BDecTag_Impl(AsnBuf& buf, unsigned long& bytesDecoded, unsigned int& tag);
+// Reads a whole tag; 0 with the read-error flag set when the input is exhausted.
+AsnTag BDecTag(AsnBuf& buf, unsigned long& bytesDecoded);
+// Decodes a length whose first octet `first` has bit 7 set: 0x80 yields
+// kIndefiniteLength; 0xFF, more than AsnDecodeLimits::kMaxLengthOctets length
+// octets, or a definite length beyond the octets left in the input throw.
+unsigned long BDecLen_Impl(AsnBuf& buf, unsigned long& bytesDecoded, unsigned char first);
+// Reads a whole length (short, long or indefinite form).
+unsigned long BDecLen(AsnBuf& buf, unsigned long& bytesDecoded);
+// Consumes the end-of-contents octets 00 00; throws when they are not there.
+void BDecEoc(AsnBuf& buf, unsigned long& bytesDecoded);
+// True when the next octet starts end-of-contents (nothing is consumed).
+bool AtEoc(const AsnBuf& buf);

@@ -1,0 +1,77 @@
+// ns_utilmib::CLinkMgrModel: an external link between two network elements,
+// as the link manager keeps it.
+//
+// A new model, and one after Init(), has numbers 0, texts empty, both ends
+// as a new CLinkPortIndex and protectGroupID -1 (none). The link converters
+// fill the fields that come from a link record; linkID, linkRate, modifyTime,
+// strUserLabel, protectGroupID and strRemark belong to the link manager and
+// no record fills them.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "tn_platform/model/link_port_index.h"
+
+namespace ns_utilmib {
+
+class CLinkMgrModel {
+ public:
+  std::uint64_t linkID = 0;  // the link manager's own key
+  std::string strText4;
+  CLinkPortIndex srcPortIndex;
+  CLinkPortIndex dstPortIndex;
+  std::uint16_t tinyValue1 = 0;
+  std::uint16_t tinyValue2 = 0;
+  std::uint16_t p2mpLabel = 0;
+  std::int32_t linkRate = 0;  // rate class the link manager derives
+  std::string strText2;
+  std::string strText1;
+  std::string strText3;
+  std::uint16_t tinyValue4 = 0;
+  std::int32_t tinyValue5 = 0;
+  std::int32_t tinyValue3 = 0;
+  std::int64_t buildTime = 0;   // seconds since 1970-01-01 UTC
+  std::int64_t modifyTime = 0;  // seconds since 1970-01-01 UTC, set by the link manager
+  std::string strText7;
+  std::int32_t midNe = 0;
+  std::string strLinkFDN;
+  std::string strUserLabel;
+  std::string srcNeName;
+  std::string srcCpName;
+  std::string srcSubCardName;
+  std::string srcPortName;
+  std::string dstNeName;
+  std::string dstCpName;
+  std::string dstSubCardName;
+  std::string dstPortName;
+  std::int32_t srcPortInfoType = 0;
+  std::int32_t dstPortInfoType = 0;
+  std::int32_t protectGroupID = -1;  // -1: not protected
+  std::string strText5;
+  std::string strText6;
+  std::string srcPortIpAddr;
+  std::string dstPortIpAddr;
+  std::string srcPortAlias;
+  std::string dstPortAlias;
+  double intValue2 = 0.0;
+  double intValue3 = 0.0;
+  std::int32_t intValue1 = 0;
+  std::int32_t tinyValue5Mirror = 0;
+  std::int32_t optTinyValue = 0;
+  std::string strRemark;
+
+  CLinkMgrModel() = default;
+  CLinkMgrModel(const CLinkMgrModel&) = default;
+  CLinkMgrModel& operator=(const CLinkMgrModel&) = default;
+  ~CLinkMgrModel() = default;
+
+  // Resets every field to the value of a new model.
+  void Init();
+
+  // Field by field (doubles compared exactly).
+  bool operator==(const CLinkMgrModel& other) const;
+  bool operator!=(const CLinkMgrModel& other) const { return !(*this == other); }
+};
+
+}  // namespace ns_utilmib

@@ -1,0 +1,75 @@
+#include "tn_platform/refl/class_infor.h"
+
+#include <algorithm>
+#include <map>
+#include <mutex>
+
+namespace refl {
+namespace {
+
+// Registered classes by name. Registration of a class may register the
+// classes of its members while it runs, so the lock is recursive.
+struct Registry {
+  std::recursive_mutex mutex;
+  std::map<std::string, const CClassInfor*, std::less<>> classes;
+};
+
+Registry& TheRegistry() {
+  static Registry registry;
+  return registry;
+}
+
+}  // namespace
+
+CClassInfor* CClassInfor::InitClassInfor(CClassInfor*& holder, const char* name, unsigned long size,
+                                         CreateFunction create, DestroyFunction destroy,
+                                         RegisterFunction registerAttributes) {
+  auto* infor = new CClassInfor;  // lives for the rest of the process
+  infor->m_name = name;
+  infor->m_size = size;
+  infor->m_create = create;
+  infor->m_destroy = destroy;
+  if (registerAttributes != nullptr) registerAttributes(*infor, Enum::Public);
+  holder = infor;
+  Registry& registry = TheRegistry();
+  const std::lock_guard<std::recursive_mutex> lock(registry.mutex);
+  registry.classes.emplace(infor->m_name, infor);
+  return infor;
+}
+
+CGnlTypeInfor& CClassInfor::AddAttribInfor(Enum::AccessSpecifierEnum access, unsigned short position, const char* name,
+                                           short number) {
+  m_attributes.push_back(CAttribInfor{access, position, name, number, CGnlTypeInfor{}});
+  return m_attributes.back().type;
+}
+
+const CAttribInfor* CClassInfor::FindAttribute(std::string_view name) const {
+  const auto found =
+      std::find_if(m_attributes.begin(), m_attributes.end(), [&](const CAttribInfor& a) { return a.name == name; });
+  return found == m_attributes.end() ? nullptr : &*found;
+}
+
+const CClassInfor* CClassInfor::Find(std::string_view name) {
+  Registry& registry = TheRegistry();
+  const std::lock_guard<std::recursive_mutex> lock(registry.mutex);
+  const auto found = registry.classes.find(name);
+  return found == registry.classes.end() ? nullptr : found->second;
+}
+
+std::vector<const CClassInfor*> CClassInfor::Registered() {
+  Registry& registry = TheRegistry();
+  const std::lock_guard<std::recursive_mutex> lock(registry.mutex);
+  std::vector<const CClassInfor*> classes;
+  for (const auto& entry : registry.classes) classes.push_back(entry.second);
+  return classes;
+}
+
+namespace helper {
+bool ChangeTypeTo_ClassType(CRefrence& reference, const CClassInfor& classInfor, const void* object) {
+  reference.m_class = &classInfor;
+  reference.m_object = const_cast<void*>(object);
+  return true;
+}
+}  // namespace helper
+
+}  // namespace refl

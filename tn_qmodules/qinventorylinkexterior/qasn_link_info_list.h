@@ -1,0 +1,19 @@
+// qinventorylinkexterior::QAsnLinkInfoList ::= SEQUENCE OF QAsnLinkInfo
+#pragma once
+
+#include "tn_velkor/asn/asn_list.h"
+#include "tn_qmodules/qinventorylinkexterior/qasn_link_info.h"
+
+namespace qinventorylinkexterior {
+
+class QAsnLinkInfoList : public AsnSeqOf<QAsnLinkInfo> {
+ public:
+  QAsnLinkInfoList() = default;
+  QAsnLinkInfoList(const QAsnLinkInfoList&) = default;
+  QAsnLinkInfoList& operator=(const QAsnLinkInfoList&) = default;
+
+  AsnType* Clone() const override;
+  const char* typeName() const override { return "QAsnLinkInfoList"; }
+};
+
+}  // namespace qinventorylinkexterior

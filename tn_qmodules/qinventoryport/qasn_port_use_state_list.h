@@ -1,0 +1,19 @@
+// qinventoryport::QAsnPortUseStateList ::= SEQUENCE OF QAsnPortUseState
+#pragma once
+
+#include "tn_velkor/asn/asn_list.h"
+#include "tn_qmodules/qinventoryport/qasn_port_use_state.h"
+
+namespace qinventoryport {
+
+class QAsnPortUseStateList : public AsnSeqOf<QAsnPortUseState> {
+ public:
+  QAsnPortUseStateList() = default;
+  QAsnPortUseStateList(const QAsnPortUseStateList&) = default;
+  QAsnPortUseStateList& operator=(const QAsnPortUseStateList&) = default;
+
+  AsnType* Clone() const override;
+  const char* typeName() const override { return "QAsnPortUseStateList"; }
+};
+
+}  // namespace qinventoryport

@@ -1,0 +1,212 @@
+// AsnList<T>: an owning doubly linked list of heap-allocated ASN.1 values with
+// a cursor; AsnSeqOf<T> adds the BER framing of a SEQUENCE OF.
+//
+// The cursor is part of the list's state: walking (MoveFirst, Current,
+// MoveNext) and assignment from a list move it even on a const list, so one
+// list must not be walked by two threads at once.
+//
+// Walk a list as:
+//   for (list.MoveFirst(); const T* element = list.Current(); list.MoveNext()) ...
+#pragma once
+
+#include "tn_velkor/asn/indent_table.h"
+#include "tn_platform/asn/asn_list_base.h"
+#include "tn_platform/asn/ber.h"
+#include "tn_platform/asn/csm_exception.h"
+
+template <class T>
+class AsnList : public AsnListBase {
+ public:
+  AsnList() = default;
+  AsnList(const AsnList& other) : AsnListBase() { AssignList(other); }
+  AsnList& operator=(const AsnList& other) {
+    AssignList(other);
+    return *this;
+  }
+  ~AsnList() override { Clear(); }
+
+  // Slots 2 to 4 are left to the concrete list and AsnSeqOf.
+  // Slot 5: one "- element" per element; see the definition.
+  void Print(std::ostream& os, unsigned long level, bool lineBreak) const override;
+  const char* typeName() const override { return "AsnList<T>"; }
+  // Slot 7: deep copy of a list of the same element type.
+  AsnListBase& AssignList(const AsnListBase& other) override;
+  // Slot 8: every element's complete encoding, in list order.
+  unsigned long BEncContent(AsnBuf& buf, NIClass_EncodingFormatEnum format) override;
+  // Slot 9: replaces the elements with those decoded from the content.
+  void BDecContent(AsnBuf& buf, unsigned int tag, unsigned long length, unsigned long& bytesDecoded,
+                   NIClass_EncodingFormatEnum format) override;
+
+  // The first element, or null.
+  T* First() const { return first ? first->element : nullptr; }
+  // Appends a new default element, moves the cursor to it and returns it.
+  T* Append();
+  // Appends a copy of `element`; the cursor stays where it is.
+  void AppendCopy(const T& element);
+  // Destroys every element; the list is empty afterwards.
+  void Clear();
+
+  void MoveFirst() const { current = first; }
+  T* Current() const { return current ? current->element : nullptr; }
+  void MoveNext() const {
+    if (current) current = current->next;
+  }
+
+ protected:
+  struct Node {
+    T* element;
+    Node* next;
+    Node* prev;
+  };
+
+  // Links a fully constructed element at the end.
+  Node* LinkAtEnd(T* element);
+
+  Node* first = nullptr;
+  Node* last = nullptr;
+  mutable Node* current = nullptr;
+};
+
+template <class T>
+class AsnSeqOf : public AsnList<T> {
+ public:
+  // Slot 3: tag 0x30, length, then the elements.
+  void BDec(AsnBuf& buf, unsigned long& bytesDecoded, NIClass_EncodingFormatEnum format) override;
+  // Slot 4: always definite lengths; an empty list is 30 00.
+  unsigned long BEnc(AsnBuf& buf, NIClass_EncodingFormatEnum format) override;
+};
+
+// ---- definitions ------------------------------------------------------------
+
+template <class T>
+typename AsnList<T>::Node* AsnList<T>::LinkAtEnd(T* element) {
+  Node* node = new Node{element, nullptr, last};
+  if (last) {
+    last->next = node;
+  } else {
+    first = node;
+  }
+  last = node;
+  ++count;
+  return node;
+}
+
+template <class T>
+T* AsnList<T>::Append() {
+  T* element = new T();
+  try {
+    current = LinkAtEnd(element);
+  } catch (...) {
+    delete element;
+    throw;
+  }
+  return element;
+}
+
+template <class T>
+void AsnList<T>::AppendCopy(const T& element) {
+  T* copy = new T();
+  try {
+    if (copy != &element) *copy = element;
+    LinkAtEnd(copy);
+  } catch (...) {
+    delete copy;
+    throw;
+  }
+}
+
+template <class T>
+void AsnList<T>::Clear() {
+  for (Node* node = first; node != nullptr;) {
+    Node* next = node->next;
+    delete node->element;
+    delete node;
+    node = next;
+  }
+  count = 0;
+  first = last = current = nullptr;
+}
+
+template <class T>
+AsnListBase& AsnList<T>::AssignList(const AsnListBase& other) {
+  if (&other == this) return *this;
+  const auto& source = dynamic_cast<const AsnList<T>&>(other);
+  Clear();
+  for (source.current = source.first; source.current && source.current->element;
+       source.current = source.current->next) {
+    AppendCopy(*source.current->element);
+  }
+  return *this;
+}
+
+template <class T>
+void AsnList<T>::Print(std::ostream& os, unsigned long level, bool lineBreak) const {
+  for (const Node* node = first; node != nullptr; node = node->next) {
+    if (lineBreak) os << '\n' << IndentText(level);
+    os << "- ";
+    node->element->Print(os, level + 1, false);
+  }
+}
+
+template <class T>
+unsigned long AsnList<T>::BEncContent(AsnBuf& buf, NIClass_EncodingFormatEnum) {
+  // Back to front: the last element is written first and ends up last.
+  unsigned long written = 0;
+  for (Node* node = last; node != nullptr; node = node->prev) written += node->element->BEnc(buf, NIClass_BER);
+  return written;
+}
+
+template <class T>
+void AsnList<T>::BDecContent(AsnBuf& buf, unsigned int, unsigned long length, unsigned long& bytesDecoded,
+                             NIClass_EncodingFormatEnum) {
+  const AsnNestingGuard nesting(buf);
+  Clear();
+  unsigned long consumed = 0;
+  if (length == kIndefiniteLength) {
+    for (;;) {
+      unsigned char next = 0;
+      if (!buf.PeekByte(next)) {
+        buf.SetReadError();
+        break;
+      }
+      if (next == 0x00) break;
+      Append()->BDec(buf, consumed, NIClass_BER);
+    }
+    BDecEoc(buf, consumed);
+  } else {
+    // Every element takes at least two octets, so the loop ends; an element
+    // that overruns the length is the caller's to notice.
+    while (consumed < length) Append()->BDec(buf, consumed, NIClass_BER);
+  }
+  bytesDecoded += consumed;
+}
+
+template <class T>
+void AsnSeqOf<T>::BDec(AsnBuf& buf, unsigned long& bytesDecoded, NIClass_EncodingFormatEnum) {
+  const unsigned char first = buf.GetByte();
+  ++bytesDecoded;
+  unsigned int tag = static_cast<unsigned int>(first) << 24;
+  if (!buf.ReadError() && (first & 0x1F) == 0x1F) BDecTag_Impl(buf, bytesDecoded, tag);
+  if (tag != kTagSequence) {
+    throw new CSM_Exception(kAsnDecodeError, 250, "", __BASE_FILE__,
+                            "AsnList::BDec: ERROR tag on SEQUENCE OF is wrong.", nullptr);
+  }
+  const unsigned char lengthOctet = buf.GetByte();
+  ++bytesDecoded;
+  unsigned long length = lengthOctet;
+  if (lengthOctet & 0x80) length = BDecLen_Impl(buf, bytesDecoded, lengthOctet);
+  this->BDecContent(buf, kTagSequence, length, bytesDecoded, NIClass_BER);
+}
+
+template <class T>
+unsigned long AsnSeqOf<T>::BEnc(AsnBuf& buf, NIClass_EncodingFormatEnum) {
+  const unsigned long content = this->BEncContent(buf, NIClass_BER);
+  unsigned long lengthSize = 1;
+  if (content <= 127) {
+    buf.PutByteRvs(static_cast<unsigned char>(content));
+  } else {
+    lengthSize = BEncDefLenImpl(buf, content);
+  }
+  buf.PutByteRvs(0x30);
+  return content + lengthSize + 1;
+}

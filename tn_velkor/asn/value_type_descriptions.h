@@ -1,0 +1,44 @@
+// Reflection descriptions of the runtime's value classes used in records:
+// AsnOcts, AsnTinyInt, AsnInt and AsnBool, plain and optional. Each value
+// class has one custom basic description, made on first need and shared by
+// every member of that type; an optional member adds the may-null modifier.
+// Records and lists as members are described by the two templates below.
+#pragma once
+
+#include "tn_platform/asn/asn_bool.h"
+#include "tn_platform/asn/asn_int.h"
+#include "tn_platform/asn/asn_octs.h"
+#include "tn_platform/asn/asn_sequence.h"
+#include "tn_platform/refl/may_null_pointer.h"
+#include "tn_platform/refl/object_functions.h"
+#include "tn_platform/refl/type_infor.h"
+
+template <>
+void refl::CGnlTypeInfor::CaptureTypeInfor<AsnOcts>();
+template <>
+void refl::CGnlTypeInfor::CaptureTypeInfor<refl::MayNullPointer<AsnOcts>>();
+template <>
+void refl::CGnlTypeInfor::CaptureTypeInfor<AsnTinyInt>();
+template <>
+void refl::CGnlTypeInfor::CaptureTypeInfor<refl::MayNullPointer<AsnTinyInt>>();
+template <>
+void refl::CGnlTypeInfor::CaptureTypeInfor<AsnInt>();
+template <>
+void refl::CGnlTypeInfor::CaptureTypeInfor<refl::MayNullPointer<AsnInt>>();
+template <>
+void refl::CGnlTypeInfor::CaptureTypeInfor<AsnBool>();
+
+// Describes a member of record type Record (optional when `optional`).
+template <class Record>
+void DescribeRecordMember(refl::CGnlTypeInfor& type, bool optional) {
+  type.ChangeTypeTo_ClassType(Record::GetClassInfor());
+  type.SetMayNull(optional);
+}
+
+// Describes a member of SEQUENCE OF list type List, named `qualifiedName`.
+template <class List>
+void DescribeListMember(refl::CGnlTypeInfor& type, const char* qualifiedName, bool optional) {
+  type.ChangeTypeTo_CustomType(qualifiedName, sizeof(List), &refl::CreateObject<List>, &refl::DestroyObject<List>,
+                               kAsnSeqOfClassId);
+  type.SetMayNull(optional);
+}

@@ -1,0 +1,31 @@
+// qcommon::QAsnNameAndValueString: one name/value pair of texts.
+//
+//   QAsnNameAndValueString ::= SEQUENCE { name OCTET STRING, value OCTET STRING }
+#pragma once
+
+#include "tn_platform/asn/asn_octs.h"
+#include "tn_platform/asn/asn_record.h"
+
+namespace qcommon {
+
+class QAsnNameAndValueString : public AsnRecord<QAsnNameAndValueString> {
+ public:
+  static constexpr char kClassName[] = "QAsnNameAndValueString";
+
+  AsnOcts name;
+  AsnOcts value;
+
+  QAsnNameAndValueString() { Constructor(*this); }
+  QAsnNameAndValueString(const QAsnNameAndValueString& other) : AsnRecord() { CopyConstructor(*this, other); }
+  ~QAsnNameAndValueString() override { Destructor(*this); }
+  QAsnNameAndValueString& operator=(const QAsnNameAndValueString& other) {
+    Assign(*this, other);
+    return *this;
+  }
+
+ private:
+  friend class AsnRecord<QAsnNameAndValueString>;
+  static void RegisterAttributes(refl::CClassInfor& infor, refl::Enum::AccessSpecifierEnum access);
+};
+
+}  // namespace qcommon

@@ -1,0 +1,22 @@
+// qcommon::QAsnTinyIntList ::= SEQUENCE OF INTEGER
+#pragma once
+
+#include "tn_velkor/asn/asn_list.h"
+#include "tn_platform/asn/asn_int.h"
+
+extern template class AsnList<AsnTinyInt>;
+extern template class AsnSeqOf<AsnTinyInt>;
+
+namespace qcommon {
+
+class QAsnTinyIntList : public AsnSeqOf<AsnTinyInt> {
+ public:
+  QAsnTinyIntList() = default;
+  QAsnTinyIntList(const QAsnTinyIntList&) = default;
+  QAsnTinyIntList& operator=(const QAsnTinyIntList&) = default;
+
+  AsnType* Clone() const override;
+  const char* typeName() const override { return "QAsnTinyIntList"; }
+};
+
+}  // namespace qcommon

@@ -1,0 +1,37 @@
+// The record lists of qcommon:
+//   QAsnNVSList ::= SEQUENCE OF QAsnNameAndValueString
+//   QAsnErrInfoList ::= SEQUENCE OF QAsnErrInfo
+#pragma once
+
+#include "tn_velkor/asn/asn_list.h"
+#include "tn_velkor/qcommon/qasn_err_info.h"
+#include "tn_velkor/qcommon/qasn_name_and_value_string.h"
+
+extern template class AsnList<qcommon::QAsnNameAndValueString>;
+extern template class AsnSeqOf<qcommon::QAsnNameAndValueString>;
+extern template class AsnList<qcommon::QAsnErrInfo>;
+extern template class AsnSeqOf<qcommon::QAsnErrInfo>;
+
+namespace qcommon {
+
+class QAsnNVSList : public AsnSeqOf<QAsnNameAndValueString> {
+ public:
+  QAsnNVSList() = default;
+  QAsnNVSList(const QAsnNVSList&) = default;
+  QAsnNVSList& operator=(const QAsnNVSList&) = default;
+
+  AsnType* Clone() const override;
+  const char* typeName() const override { return "QAsnNVSList"; }
+};
+
+class QAsnErrInfoList : public AsnSeqOf<QAsnErrInfo> {
+ public:
+  QAsnErrInfoList() = default;
+  QAsnErrInfoList(const QAsnErrInfoList&) = default;
+  QAsnErrInfoList& operator=(const QAsnErrInfoList&) = default;
+
+  AsnType* Clone() const override;
+  const char* typeName() const override { return "QAsnErrInfoList"; }
+};
+
+}  // namespace qcommon
