@@ -2,9 +2,8 @@
 # ThreadSanitizer proof that every catalogue type and the value types
 # register safely when many threads use them first at the same time:
 # configures build-tsan with TN_VELKOR_TSAN (tests only: no benchmarks, no
-# tool), builds the
-# first_registration_tsan program and runs it through ctest. A race report
-# fails the run.
+# tool), builds the first_registration_tsan program and runs it through
+# ctest. A race report fails the run.
 set -euo pipefail
 
 root="$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)"
