@@ -41,7 +41,8 @@ mkdir -p "$build/artifacts"
 
 # The last "cov: N ft: M" libFuzzer printed: edges and features reached.
 coverage() { grep -oE 'cov: [0-9]+ ft: [0-9]+' "$1" | tail -n 1 | sed -E 's/cov: ([0-9]+) ft: ([0-9]+)/\1 \2/'; }
-stat() { grep -E "^stat::$2:" "$1" | awk '{print $2}' | tail -n 1; }
+# A final statistic libFuzzer printed (-print_final_stats=1).
+final_stat() { grep -E "^stat::$2:" "$1" | awk '{print $2}' | tail -n 1; }
 
 targets=()
 for program in "$build"/fuzz/*_fuzz; do
@@ -91,7 +92,7 @@ for name in "${targets[@]}"; do
   fi
   read -r edges features <<< "$(coverage "$log")"
   line="$(printf '%-20s %12s executions %8s exec/s  cov %6s  ft %7s  seeds %5d +%-4d findings %d' "$name" \
-    "$(stat "$log" number_of_executed_units)" "$(stat "$log" average_exec_per_sec)" "${edges:-?}" "${features:-?}" \
+    "$(final_stat "$log" number_of_executed_units)" "$(final_stat "$log" average_exec_per_sec)" "${edges:-?}" "${features:-?}" \
     "$before" "$added" "$finding")"
   echo "$line"
   summary+=("$line")
