@@ -9,8 +9,10 @@ namespace velkor {
 Json ParseJson(std::string_view text) {
   try {
     return Json::parse(text.begin(), text.end());
-  } catch (const Json::parse_error& error) {
-    // nlohmann prefixes its messages with "[json.exception.parse_error.101] ".
+  } catch (const Json::exception& error) {
+    // A syntax error, or a number too large for a double ("1e400", which
+    // the parser reports as out_of_range). nlohmann prefixes its messages
+    // with "[json.exception.parse_error.101] ".
     std::string what = error.what();
     const std::size_t close = what.find("] ");
     if (what.rfind("[json.exception", 0) == 0 && close != std::string::npos) what.erase(0, close + 2);
