@@ -74,22 +74,22 @@ class OurWorkloads : public Workloads {
   void RoundTripUniResId() override {
     Encode(uniResId_, uniResIdBytes_);
     qcommon::QAsnUniResID record;
-    AsnDecodeValue(record, uniResIdBytes_);
+    AsnDecodeValue(record, uniResIdBytes_.EncodedView());
   }
 
-  std::string EncodedNvs() override { return nvsBytes_; }
-  std::string EncodedErrInfo() override { return errInfoBytes_; }
-  std::string EncodedUniResId() override { return uniResIdBytes_; }
+  std::string EncodedNvs() override { return std::string(nvsBytes_.EncodedView()); }
+  std::string EncodedErrInfo() override { return std::string(errInfoBytes_.EncodedView()); }
+  std::string EncodedUniResId() override { return std::string(uniResIdBytes_.EncodedView()); }
 
  private:
-  // The bytes end up in a string the caller keeps, as AsnEncodeValue gives them.
-  static void Encode(AsnType& value, std::string& bytes) { bytes = AsnEncodeValue(value); }
+  // Into a buffer kept across passes, as asn1c encodes into the caller's.
+  static void Encode(AsnType& value, AsnBuf& buf) { AsnEncodeInto(value, buf); }
 
   const ReferenceEncodings& input_;
   qcommon::QAsnNVSList nvs_;
   qcommon::QAsnErrInfoList errInfo_;
   qcommon::QAsnUniResID uniResId_;
-  std::string nvsBytes_, errInfoBytes_, uniResIdBytes_;
+  AsnBuf nvsBytes_, errInfoBytes_, uniResIdBytes_;
 };
 
 }  // namespace
