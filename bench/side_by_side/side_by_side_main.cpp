@@ -5,7 +5,8 @@
 // faster), beside each codec's median time per element and the goal. Then
 // the allocator calls per decoded element of each codec.
 //
-//   tn_asn1c_bench [pairs]      (default 11 pairs)
+//   tn_asn1c_bench [pairs [figure]]   (default 11 pairs; figure: only the
+//                                      figures whose name contains it)
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
@@ -83,7 +84,7 @@ bool SameBytes(const char* what, const std::string& ours, const std::string& the
   return false;
 }
 
-int Run(int pairs) {
+int Run(int pairs, const std::string& only) {
   // Our encodings are the input both decoders read; asn1c's DER must agree.
   ReferenceEncodings input;
   auto ours = MakeOurWorkloads(input);
@@ -114,6 +115,7 @@ int Run(int pairs) {
   std::printf("%-24s %12s %12s %8s %6s\n", "figure (ns/element)", "ours", "asn1c", "ratio", "goal");
   int missed = 0;
   for (const Figure& figure : figures) {
+    if (std::string(figure.name).find(only) == std::string::npos) continue;
     const int passes = CalibratePasses(*ours, *theirs, figure.pass, figure.elements);
     std::vector<double> ourTimes, theirTimes, ratios;
     for (int pair = 0; pair < pairs; ++pair) {
@@ -154,5 +156,5 @@ int Run(int pairs) {
 
 int main(int argc, char** argv) {
   const int pairs = argc > 1 ? std::max(1, std::atoi(argv[1])) : 11;
-  return side_by_side::Run(pairs);
+  return side_by_side::Run(pairs, argc > 2 ? argv[2] : "");
 }

@@ -40,12 +40,9 @@ const unsigned char* AsnBuf::GetSeg(std::size_t size) {
   return segment;
 }
 
-void AsnBuf::EnterConstructed() {
-  if (m_depth >= AsnDecodeLimits::kMaxDepth) {
-    AsnThrowDecodeError(
-        *this, "constructed values nested deeper than " + std::to_string(AsnDecodeLimits::kMaxDepth) + " levels");
-  }
-  ++m_depth;
+void AsnBuf::ThrowTooDeep() const {
+  AsnThrowDecodeError(
+      *this, "constructed values nested deeper than " + std::to_string(AsnDecodeLimits::kMaxDepth) + " levels");
 }
 
 void AsnThrowDecodeError(const AsnBuf& buf, const std::string& what) {

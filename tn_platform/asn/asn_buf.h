@@ -87,10 +87,15 @@ class AsnBuf {
 
   // Nesting of constructed values being decoded; entering one level more than
   // AsnDecodeLimits::kMaxDepth throws a CSM_Exception.
-  void EnterConstructed();
+  void EnterConstructed() {
+    if (m_depth >= AsnDecodeLimits::kMaxDepth) ThrowTooDeep();
+    ++m_depth;
+  }
   void LeaveConstructed() { --m_depth; }
 
  private:
+  [[noreturn]] void ThrowTooDeep() const;
+
   // Encoding block: the written octets are [m_front, m_block + m_blockSize).
   std::unique_ptr<unsigned char[]> m_block;
   std::size_t m_blockSize = 0;
