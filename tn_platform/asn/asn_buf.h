@@ -76,7 +76,15 @@ class AsnBuf {
   }
   // The next `size` octets, consumed; null with the read-error flag set when
   // fewer are left (nothing is consumed then).
-  const unsigned char* GetSeg(std::size_t size);
+  const unsigned char* GetSeg(std::size_t size) {
+    if (Remaining() < size) {
+      m_readError = true;
+      return nullptr;
+    }
+    const unsigned char* segment = m_read;
+    m_read += size;
+    return segment;
+  }
   std::size_t Remaining() const { return static_cast<std::size_t>(m_end - m_read); }
   // Octets consumed since the start of the input.
   std::size_t Offset() const { return static_cast<std::size_t>(m_read - m_begin); }

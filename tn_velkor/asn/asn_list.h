@@ -166,13 +166,14 @@ void AsnList<T>::BDecContent(AsnBuf& buf, unsigned int, unsigned long length, un
         break;
       }
       if (next == 0x00) break;
-      Append()->BDec(buf, consumed, NIClass_BER);
+      Append()->T::BDec(buf, consumed, NIClass_BER);
     }
     BDecEoc(buf, consumed);
   } else {
     // Every element takes at least two octets, so the loop ends; an element
     // that overruns the length is the caller's to notice.
-    while (consumed < length) Append()->BDec(buf, consumed, NIClass_BER);
+    // The element's own BDec, called directly: T is the element's exact type.
+    while (consumed < length) Append()->T::BDec(buf, consumed, NIClass_BER);
   }
   bytesDecoded += consumed;
 }
