@@ -6,7 +6,6 @@
 #include <list>
 #include <string>
 
-#include "tn_velkor/frame/tn_velkor_module.h"
 #include "tn_platform/module/module_mgr.h"
 #include "trace_capture.h"
 
@@ -27,7 +26,6 @@ TEST(ModuleFrame, RegisteredOnceAtLoadTime) {
   int named = 0;
   for (ModuleObject* module : manager.Modules()) named += module->GetModuleName() == "tn_velkor";
   EXPECT_EQ(named, 1);
-  EXPECT_NE(dynamic_cast<tn_velkor*>(&Module()), nullptr);
   const std::size_t before = manager.Modules().size();
   EXPECT_EQ(manager.RegisterModule(&Module()), 0);  // a repeated registration is ignored
   EXPECT_EQ(manager.Modules().size(), before);
@@ -56,9 +54,7 @@ TEST(ModuleFrame, InitWritesOneTimingLine) {
   const TraceCapture capture;
   EXPECT_EQ(module.Init(), 0);
   module.Fini();
-  std::list<ModuleEntry*> entries;
-  module.ListEntries(entries);
-  ASSERT_EQ(TraceCapture::Lines().size(), 1u);  // nothing but Init traces
+  ASSERT_EQ(TraceCapture::Lines().size(), 1u);  // Fini does not trace
   EXPECT_EQ(TraceCapture::Lines()[0].category, "TIME");
   const std::string& text = TraceCapture::Lines()[0].text;
   const std::string prefix = "Init tn_velkor took ";
@@ -78,8 +74,7 @@ TEST(ModuleFrame, HasNoEntries) {
   module.ListEntries(entries);  // appends nothing, removes nothing
   EXPECT_EQ(entries, (std::list<ModuleEntry*>{&a, &b, &c}));
   module.ReleaseEntries();
-  module.ReleaseEntries();
-  EXPECT_EQ(module.FindEntry(0, 0), nullptr);
+  module.ReleaseEntries();  // repeatable
 }
 
 TEST(TraceFacility, FormatsLinesWithAndWithoutASourcePosition) {

@@ -5,6 +5,7 @@
 // this plan instead of asking the reflection description for every member of
 // every record they handle.
 #pragma once
+#pragma GCC visibility push(default)
 
 #include <string>
 #include <vector>
@@ -32,3 +33,4 @@ struct AsnRecordPlan {
   const std::string* className;
   std::vector<AsnMemberStep> members;
 };
+#pragma GCC visibility pop

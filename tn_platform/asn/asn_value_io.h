@@ -1,6 +1,7 @@
 // Whole-value encoding and decoding: the entry points the tool and the tests
 // use. They never leave the buffer's read-error flag unread.
 #pragma once
+#pragma GCC visibility push(default)
 
 #include <cstddef>
 #include <string>
@@ -26,3 +27,4 @@ std::string AsnEncodeValue(AsnType& value);
 // kept across calls, or sized up front with AsnBuf(capacity), makes encoding
 // allocation-free.
 std::string_view AsnEncodeInto(AsnType& value, AsnBuf& buf);
+#pragma GCC visibility pop

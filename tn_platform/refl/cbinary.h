@@ -5,6 +5,7 @@
 // the short texts that most records carry (names, identifiers, values) cost
 // no allocation; longer content takes one heap block.
 #pragma once
+#pragma GCC visibility push(default)
 
 #include <cstddef>
 #include <cstring>
@@ -90,3 +91,4 @@ class CBinary {
 };
 
 }  // namespace refl
+#pragma GCC visibility pop
