@@ -14,16 +14,21 @@ usage: velkor_e2e.py BUILD_DIR PREFIX [CMAKE]
 """
 
 import atexit
+import base64
 import collections
 import contextlib
 import itertools
 import json
 import os
 import pty
+import resource
 import shutil
+import signal
+import stat
 import subprocess
 import sys
 import tempfile
+import time
 import unittest
 from pathlib import Path
 
@@ -31,6 +36,16 @@ VELKOR = None  # set in main()
 WORK = tempfile.mkdtemp(prefix="velkor_e2e.")  # scratch files
 atexit.register(shutil.rmtree, WORK, True)
 OBJECTS = os.path.join(WORK, "objects.json")  # a return-code map for --map
+
+
+def big_capture():
+    """A capture of QAsnColumn records larger than 64 MiB, made once."""
+    path = os.path.join(WORK, "big.ber")
+    if not os.path.exists(path):
+        text = b"x" * 65000
+        column = b"\x04\x83" + len(text).to_bytes(3, "big") + text
+        Path(path).write_bytes((b"\x30\x83" + len(column).to_bytes(3, "big") + column) * 1040)
+    return path
 
 
 def run(args, stdin=b"", env=None):
@@ -202,19 +217,27 @@ BAD_INPUT = [  # (arguments, input, the one stderr line's start after "velkor: "
      "level2SubID"),
     (["convert", "ignore-codes", "--code", "1"], '{"x": {}}', "convert ignore-codes: ", "x"),
 ] + [(["dump", "--hex"], hex_text, "dump: ", message) for hex_text, message in [  # where the bytes break
-    ("30 05 02 01 05", "runs past the input (3 octets left) at offset 2 (in the item at offset 0)"),
+    ("30 05 02 01 05", "input ends 2 octets short of the value at offset 0"),  # a cut capture
     ("30 03 02 02 05 00", "length 2 runs past its enclosing value (1 octets left) at offset 2"),
     ("30 02 1f 81 01 00", "tag runs past its enclosing value at offset 2"),
-    ("30 80 02 01 05", "missing end-of-contents at offset 5"),
+    ("30 80 02 01 05", "input ends before the end-of-contents of the value at offset 0"),
     ("04 80 00 00", "indefinite length on a primitive value at offset 0"),
     ("00 00", "end-of-contents outside an indefinite-length value at offset 0"),
     ("30 80 00 01 00", "end-of-contents with content at offset 2"),
     ("1f", "input ends inside a tag at offset 0"),
     ("30", "input ends inside a length at offset 0"),
-    ("30 ff", "reserved at offset 2 (in the item at offset 0)"),
-    ("1f 80 01 00", "leading 0x80 octet at offset 2 (in the item at offset 0)"),
+    ("30 ff", "length octet 0xFF is reserved at offset 0"),
+    ("1f 80 01 00", "leading 0x80 octet at offset 0"),
     ("30 80" * 33, "nested deeper than 32 levels at offset 64"),
-    ("30 06 02 01 05 04 05 41", "in the item at offset 5")]]  # what it could show goes to the output
+    ("30 06 02 01 05 04 05 41", "length 5 runs past its enclosing value (1 octets left) at offset 5"),
+    ("30 0a 02 01 05 04 05 41", "length 5 runs past its input (1 octets left) at offset 5")]] + [
+    (["decode", "QAsnPortIndex"], PORT_HEX, "decode: ", "add --hex"),  # text given as bytes: a hint
+    (["dump"], base64.b64encode(bytes.fromhex(PORT_HEX)).decode(), "dump: ", "add --base64"),
+    (["decode", "QAsnPortIndex", "--hex"], bytes.fromhex(PORT_HEX), "decode: ", "octet 0x0C at line 1, column 2"),
+    (["decode", "QAsnPortIndex", "--base64"], "MAw*", "decode: ", "'*' at line 1, column 4"),
+    (["encode", "QAsnPortIndex"], b'{"level1ID": 1}\0garbage', "encode: ", "NUL octet at position 15"),
+    (["encode", "QAsnPortIndex"], "{} {}", "encode: ", "bad JSON"),
+    (["encode", "QAsnColumn", "--all"], '{"strCondition": "c"}\n{', "encode: ", "(line 2)")]
 USAGE_MISTAKES = [  # (arguments, the one stderr line's start after "velkor: "): exit 2
     ([], ""), (["bogus"], ""), (["decode"], "decode: "), (["decode", "NoSuchType"], "decode: "),
     (["decode", "QAsnPortIndex", "--bogus"], "decode: "), (["convert"], "convert: "),
@@ -281,6 +304,103 @@ class Velkor(unittest.TestCase):
             self.assertEqual((Path(target).read_bytes(), os.listdir(work)), (bytes.fromhex("3003040163"), ["out.ber"]))
             missing = os.path.join(work, "missing", "x")
             self.assertEqual(run(["encode", "QAsnColumn", "-o", missing], '{"strCondition": "c"}')[0], 1)
+
+    def test_output_through_links_onto_fifos_and_keeping_the_mode(self):
+        column = '{"strCondition": "c"}'
+        with tempfile.TemporaryDirectory() as work:
+            target, link = os.path.join(work, "target.ber"), os.path.join(work, "link.ber")
+            Path(target).write_bytes(b"old")
+            os.chmod(target, 0o600)
+            os.symlink("target.ber", link)
+            ok(["encode", "QAsnColumn", "-o", link], column)
+            self.assertTrue(os.path.islink(link))
+            self.assertEqual(Path(target).read_bytes(), bytes.fromhex("3003040163"))
+            self.assertEqual(os.stat(target).st_mode & 0o777, 0o600)
+            fifo = os.path.join(work, "fifo")
+            os.mkfifo(fifo)
+            reader = subprocess.Popen(["cat", fifo], stdout=subprocess.PIPE)
+            ok(["encode", "QAsnColumn", "--hex", "-o", fifo], column)
+            self.assertEqual((reader.communicate(timeout=60)[0], stat.S_ISFIFO(os.stat(fifo).st_mode)),
+                             (b"3003040163\n", True))
+            self.assertEqual(sorted(os.listdir(work)), ["fifo", "link.ber", "target.ber"])
+        ok(["encode", "QAsnColumn", "-o", "/dev/null"], column)
+        self.assertTrue(stat.S_ISCHR(os.stat("/dev/null").st_mode))
+
+    def test_a_signal_leaves_no_temporary_file(self):
+        capture = big_capture()
+        for signal_number in (signal.SIGINT, signal.SIGTERM, signal.SIGHUP, signal.SIGPIPE):
+            with self.subTest(signal=signal_number), tempfile.TemporaryDirectory() as work:
+                target = os.path.join(work, "out.txt")
+                Path(target).write_bytes(b"old")
+                process = subprocess.Popen([VELKOR, "decode", "QAsnColumn", "--all", capture, "-o", target])
+                while len(os.listdir(work)) < 2 and process.poll() is None:
+                    time.sleep(0.001)
+                process.send_signal(signal_number)
+                self.assertEqual(process.wait(timeout=120), -signal_number)
+                self.assertEqual((os.listdir(work), Path(target).read_bytes()), (["out.txt"], b"old"))
+
+    def test_big_capture_streams_in_bounded_memory(self):
+        if b"__asan_init" in Path(VELKOR).read_bytes():
+            self.skipTest("the sanitizers reserve more address space than the cap")
+        capture = big_capture()
+        size = os.path.getsize(capture)
+        one_record = os.path.join(WORK, "one_record.ber")  # the capture as the content of a single record
+        Path(one_record).write_bytes(b"\x30\x84" + size.to_bytes(4, "big") + Path(capture).read_bytes())
+        cap = size + 64 * 1024 * 1024  # the input itself and a fixed amount besides
+
+        def limited():
+            resource.setrlimit(resource.RLIMIT_AS, (cap, cap))
+        for args in (["dump", capture], ["dump", one_record], ["decode", "QAsnColumn", "--all", capture],
+                     ["decode", "QAsnColumn", "--all", "--json", capture]):
+            with self.subTest(args=args):
+                with subprocess.Popen([VELKOR] + args, stdout=subprocess.PIPE, stderr=subprocess.PIPE,
+                                      preexec_fn=limited) as process:
+                    lines = sum(1 for _ in process.stdout)
+                    self.assertEqual((process.wait(timeout=300), process.stderr.read()), (0, b""))
+                self.assertGreater(lines, 1000 if args[0] == "dump" else 1)
+        process = subprocess.Popen([VELKOR, "dump", capture], stdout=subprocess.PIPE, preexec_fn=limited)
+        first = process.stdout.readline()  # as `velkor dump | head -1`
+        process.stdout.close()
+        self.assertEqual((first, process.wait(timeout=120)),
+                         (b"     0  [UNIVERSAL 16] constructed (SEQUENCE), length 65005\n", -signal.SIGPIPE))
+
+    def test_cut_capture_dump_shows_what_it_holds(self):
+        cut = bytes.fromhex(PORT_HEX * 2)[:-3]
+        code, out, err = run(["dump"], cut)
+        self.assertEqual((code, out.decode().count("INTEGER"), err.count("\n")), (1, 7, 1), err)
+        self.assertIn("short of the value at offset 14", err)
+
+    def test_every_hex_form_and_base64(self):
+        octets = bytes.fromhex(PORT_HEX)
+        rows = [octets[i:i + 16] for i in range(0, len(octets), 16)]
+        pairs = ["%02x" % octet for octet in octets]
+        forms = [" ".join(pairs), ":".join(pairs), ", ".join(pairs), " ".join("0x" + p for p in pairs),
+                 ",".join("0x%x" % octet for octet in octets), PORT_HEX.upper(), "\r\n".join(pairs),
+                 "".join("%08x: %s  %s\n" % (16 * i, " ".join(row.hex()[k:k + 4] for k in range(0, 32, 4)),
+                                            row.decode("latin-1")) for i, row in enumerate(rows)),  # xxd
+                 "".join("%07o %s\n" % (16 * i, " ".join("%02x" % o for o in row)) for i, row in enumerate(rows))
+                 + "%07o\n" % len(octets),  # od -t x1
+                 "".join("%08x  %s  |%s|\n" % (16 * i, " ".join("%02x" % o for o in row), row.decode("latin-1"))
+                         for i, row in enumerate(rows))]  # hexdump -C
+        for text in forms:
+            with self.subTest(text=text):
+                self.assertEqual(json.loads(ok(["decode", "QAsnPortIndex", "--hex", "--json"], text)), PORT)
+        encoded = base64.b64encode(octets).decode()
+        for text in (encoded, encoded.rstrip("="), "-----BEGIN X-----\n%s\n-----END X-----\n" % encoded):
+            with self.subTest(text=text):
+                self.assertEqual(json.loads(ok(["decode", "QAsnPortIndex", "--base64", "--json"], text)), PORT)
+
+    def test_json_lines_round_trip_and_keep_going(self):
+        records = [{"strFDN": "NE=%d" % n, "strMOC": "NE", "neID": n} for n in range(3)]
+        lines = "".join(json.dumps(r, separators=(",", ":")) + "\n" for r in records)
+        capture = ok(["encode", "QAsnUniResID", "--all"], lines)
+        self.assertEqual(ok(["decode", "QAsnUniResID", "--all", "--json", "--compact"], capture).decode(), lines)
+        self.assertEqual(json.loads(ok(["decode", "QAsnUniResID", "--all", "--json"], capture)), records)
+        broken = capture.replace(b"NE=1\x04\x02NE\x02", b"NE=1\x04\x02NE\x05")  # a wrong tag in record 2
+        code, out, err = run(["decode", "QAsnUniResID", "--all", "--json", "--compact", "--keep-going"], broken)
+        self.assertEqual((code, [json.loads(line)["neID"] for line in out.splitlines()]), (1, [0, 2]), err)
+        self.assertIn("record 2: ", err)
+        self.assertIn("1 of 3 records could not be decoded", err)
 
     def test_every_subcommand_has_help_with_an_example(self):
         listing = ok(["convert", "--help"]).decode().split("Subcommands:")[1].split("Example:")[0]

@@ -16,7 +16,7 @@ void AddConvertCommands(CLI::App& convert, Runners& runners) {
     } else {
       AddInputOutput(*sub, options->io);
     }
-    if (takes & kTakesFile) sub->add_flag("--hex", options->io.hex, "The input is hex text (blanks ignored)");
+    if (takes & kTakesFile) AddBytesInputFlags(*sub, options->io);
     if (takes & kTakesBytesOut) sub->add_flag("--hex", options->io.hex, "Write the record bytes as hex text");
     if (takes & kTakesMap) {
       sub->add_option("--map", options->mapFile, "Return-code map (JSON) to add to, instead of an empty one");
@@ -36,7 +36,7 @@ void AddConvertCommands(CLI::App& convert, Runners& runners) {
       sub->add_option("--moc", options->moc, "Node class the end may be (with --accept-node)");
       sub->add_flag("--accept-node", options->acceptNode, "Accept an end whose class is --moc as a node");
     }
-    runners[sub] = {std::string("convert ") + command.name, [options, run = command.run] { return run(*options); },
+    runners[sub] = {std::string("convert ") + command.name, [options, run = command.run](std::ostream& out) { out << run(*options); },
                     std::shared_ptr<const std::string>(options, &options->io.output)};
   }
 }

@@ -17,7 +17,13 @@ namespace {
 // ---- reading and writing ------------------------------------------------------
 
 void ReadRecord(const ConvertOptions& options, AsnType& record) {
-  DecodeBytes(record, ReadBytes(options.io.input, options.io.hex));
+  const std::string bytes = ReadBytes(options.io.input, options.io.hex, options.io.base64);
+  try {
+    DecodeBytes(record, bytes);
+  } catch (const ToolError& error) {
+    const bool raw = !options.io.hex && !options.io.base64;
+    ThrowBadInput(error.what() + (raw ? TextFormHint(std::string_view(bytes).substr(0, 4096)) : std::string()));
+  }
 }
 
 Json ReadJson(const ConvertOptions& options) { return ParseJson(ReadInput(options.io.input)); }

@@ -6,20 +6,69 @@
 
 namespace velkor {
 
+namespace {
+
+// nlohmann prefixes its messages with "[json.exception.parse_error.101] ".
+std::string ParseErrorText(const Json::parse_error& error) {
+  std::string what = error.what();
+  const std::size_t close = what.find("] ");
+  if (what.rfind("[json.exception", 0) == 0 && close != std::string::npos) what.erase(0, close + 2);
+  return what;
+}
+
+bool IsJsonBlank(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; }
+
+std::string_view Trimmed(std::string_view text) {
+  while (!text.empty() && IsJsonBlank(text.front())) text.remove_prefix(1);
+  while (!text.empty() && IsJsonBlank(text.back())) text.remove_suffix(1);
+  return text;
+}
+
+}  // namespace
+
 Json ParseJson(std::string_view text) {
+  // The parser would take a NUL for the end of its input and accept whatever
+  // garbage follows it.
+  const std::size_t nul = text.find('\0');
+  if (nul != std::string_view::npos) ThrowBadInput("bad JSON: NUL octet at position " + std::to_string(nul));
   try {
-    return Json::parse(text.begin(), text.end());
+    return Json::parse(text.begin(), text.end(), nullptr, true, false);
   } catch (const Json::parse_error& error) {
-    // nlohmann prefixes its messages with "[json.exception.parse_error.101] ".
-    std::string what = error.what();
-    const std::size_t close = what.find("] ");
-    if (what.rfind("[json.exception", 0) == 0 && close != std::string::npos) what.erase(0, close + 2);
-    ThrowBadInput("bad JSON: " + what);
+    ThrowBadInput("bad JSON: " + ParseErrorText(error));
+  }
+}
+
+void ForEachJsonRecord(std::string_view text, const std::function<void(const Json&, std::size_t)>& visit) {
+  const std::string_view trimmed = Trimmed(text);
+  if (!trimmed.empty() && trimmed.front() == '[') {
+    const Json array = ParseJson(text);
+    for (std::size_t i = 0; i < array.size(); ++i) visit(array[i], i);
+    return;
+  }
+  std::size_t index = 0;
+  std::size_t lineNumber = 0;
+  while (!text.empty()) {
+    const std::size_t end = text.find('\n');
+    const std::string_view line = text.substr(0, end);
+    text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
+    ++lineNumber;
+    if (Trimmed(line).empty()) continue;
+    Json json;
+    try {
+      json = ParseJson(line);
+    } catch (const ToolError& error) {
+      ThrowBadInput(std::string(error.what()) + " (line " + std::to_string(lineNumber) + ")");
+    }
+    visit(json, index++);
   }
 }
 
 // Invalid UTF-8 (possible only in a map key) is shown as U+FFFD, not refused.
 std::string JsonText(const Json& json) { return json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n"; }
+
+std::string CompactJsonText(const Json& json) {
+  return json.dump(-1, ' ', false, Json::error_handler_t::replace) + "\n";
+}
 
 void ThrowJsonError(const std::string& path, const std::string& what) { ThrowBadInput(path + ": " + what); }
 

@@ -4,7 +4,9 @@
 // their errors ("QAsnFiberInfo.aEndPort.level1ID: integer out of range").
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <limits>
 #include <nlohmann/json.hpp>
 #include <string>
@@ -15,11 +17,21 @@ namespace velkor {
 
 using Json = nlohmann::ordered_json;
 
-// Parses `text`. Throws ToolError(bad input) "bad JSON: <what>".
+// Parses `text` as exactly one JSON document: nothing but blanks may follow
+// it, and a NUL octet anywhere is refused. Throws ToolError(bad input)
+// "bad JSON: <what>".
 Json ParseJson(std::string_view text);
+
+// Calls `visit(record, index)` for each record of `text`: the elements of one
+// JSON array, or one document per line (JSON Lines; blank lines skipped).
+// Throws as ParseJson, naming the line for JSON Lines.
+void ForEachJsonRecord(std::string_view text, const std::function<void(const Json&, std::size_t)>& visit);
 
 // `json` as indented text with a final line break.
 std::string JsonText(const Json& json);
+
+// `json` on one line with a final line break (a line of JSON Lines).
+std::string CompactJsonText(const Json& json);
 
 // Throws ToolError(bad input) "<path>: <what>".
 [[noreturn]] void ThrowJsonError(const std::string& path, const std::string& what);
