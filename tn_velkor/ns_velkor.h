@@ -1,6 +1,8 @@
 // tn_velkor: conversions between Q-interface records and the server's model
 // objects. Everything a caller needs: the conversion functions of namespace
-// ns_velkor and, through the includes, every type they take.
+// ns_velkor and, through the includes, every record and model type they take,
+// whole-value encoding and decoding (AsnEncodeValue, AsnDecodeValue), the
+// type catalogue (AsnCatalogue) and the version (TN_VELKOR_VERSION).
 //
 // Conventions of every function here:
 // - It runs on the caller's thread, reads its source, writes its target and
@@ -12,27 +14,35 @@
 //   reference: two threads must not convert the same list (or records that
 //   share one) at the same time.
 #pragma once
+#pragma GCC visibility push(default)
 
 #include <cstdint>
 #include <list>
 #include <map>
 #include <string>
 
-#include "tn_velkor/qcommon/qasn_column.h"
-#include "tn_velkor/qcommon/qasn_uni_res_id.h"
-#include "tn_velkor/qcommon/qcommon_lists.h"
+// Whole-value encoding and decoding, the type catalogue and the exception.
+#include "tn_platform/asn/asn_catalogue.h"
+#include "tn_platform/asn/asn_value_io.h"
+#include "tn_platform/asn/csm_exception.h"
+// The model objects.
 #include "tn_platform/model/fiber_cable.h"
 #include "tn_platform/model/link_mgr_model.h"
 #include "tn_platform/model/link_port_index.h"
 #include "tn_platform/model/tncp_port_index.h"
-#include "tn_qmodules/qreturn/asn_other_to_svr_fault_rpt_strc.h"
-#include "tn_qmodules/qreturn/asn_single_return.h"
-#include "tn_velkor/qcommon/qasn_err_info_return.h"
+// The records of qcommon and of the other interface modules.
 #include "tn_qmodules/qinventoryfiber/qasn_fiber_info.h"
 #include "tn_qmodules/qinventoryfiber/qasn_fiber_info_template.h"
 #include "tn_qmodules/qinventorylinkexterior/qasn_link_info_list.h"
-#include "tn_velkor/qcommon/qasn_port_index.h"
 #include "tn_qmodules/qinventoryport/qasn_port_use_state_list.h"
+#include "tn_qmodules/qreturn/asn_other_to_svr_fault_rpt_strc.h"
+#include "tn_qmodules/qreturn/asn_single_return.h"
+#include "tn_velkor/qcommon/qasn_column.h"
+#include "tn_velkor/qcommon/qasn_err_info_return.h"
+#include "tn_velkor/qcommon/qasn_port_index.h"
+#include "tn_velkor/qcommon/qasn_uni_res_id.h"
+#include "tn_velkor/qcommon/qcommon_lists.h"
+#include "tn_velkor/version.h"
 
 namespace ns_velkor {
 
@@ -246,3 +256,4 @@ void Convert2QAsnFiberInfoTemplate(const std::uint64_t& templateType, qinventory
 void Convert2FiberInfoTemplateType(const qinventoryfiber::QAsnFiberInfoTemplate& record, std::uint64_t& templateType);
 
 }  // namespace ns_velkor
+#pragma GCC visibility pop

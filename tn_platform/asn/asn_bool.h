@@ -2,6 +2,7 @@
 // accepts any non-zero content octet as TRUE and refuses content that is not
 // exactly one octet.
 #pragma once
+#pragma GCC visibility push(default)
 
 #include "tn_platform/asn/asn_type.h"
 #include "tn_platform/asn/ber.h"
@@ -33,3 +34,4 @@ class AsnBool : public AsnType {
  private:
   bool m_value = false;
 };
+#pragma GCC visibility pop

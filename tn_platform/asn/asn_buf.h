@@ -7,6 +7,7 @@
 // out of bounds. Decode entry points of the runtime turn that flag into a
 // CSM_Exception (see AsnDecodeValue in asn_value_io.h).
 #pragma once
+#pragma GCC visibility push(default)
 
 #include <cstddef>
 #include <memory>
@@ -110,3 +111,4 @@ class AsnNestingGuard {
 // Throws a heap-allocated CSM_Exception for a malformed encoding. `what`
 // names the defect and the value; the offset of `buf` is appended.
 [[noreturn]] void AsnThrowDecodeError(const AsnBuf& buf, const std::string& what);
+#pragma GCC visibility pop

@@ -2,6 +2,7 @@
 // lists by their type name, for programs that work on a type given by name
 // (the velkor tool). Modules add their types when they are loaded.
 #pragma once
+#pragma GCC visibility push(default)
 
 #include <string>
 #include <string_view>
@@ -31,3 +32,4 @@ template <class T>
 AsnType* CreateAsnValue() {
   return new T();
 }
+#pragma GCC visibility pop

@@ -3,6 +3,7 @@
 // when decoding, an INTEGER without content octets, with non-minimal content
 // or too large for the class.
 #pragma once
+#pragma GCC visibility push(default)
 
 #include <cstdint>
 
@@ -67,3 +68,4 @@ class AsnInt : public AsnType {
  private:
   long long m_value = 0;
 };
+#pragma GCC visibility pop

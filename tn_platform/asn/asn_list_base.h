@@ -5,6 +5,7 @@
 // Virtual slots after AsnType's: 7 assignment from another list of the same
 // type, 8 BEncContent, 9 BDecContent.
 #pragma once
+#pragma GCC visibility push(default)
 
 #include "tn_platform/asn/asn_type.h"
 
@@ -28,3 +29,4 @@ class AsnListBase : public AsnType {
 
   unsigned long count = 0;
 };
+#pragma GCC visibility pop

@@ -2,6 +2,7 @@
 // The generic codec works through it, and so can any program that walks
 // records generically (printing, JSON, test data).
 #pragma once
+#pragma GCC visibility push(default)
 
 #include <string>
 #include <vector>
@@ -95,3 +96,4 @@ class AsnMember {
 
 // The members of `record`, in registration order.
 std::vector<AsnMember> AsnMembersOf(const AsnSequence& record);
+#pragma GCC visibility pop

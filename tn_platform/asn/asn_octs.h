@@ -1,6 +1,7 @@
 // AsnOcts: an OCTET STRING value. The content lives in a refl::CBinary and
 // may hold any octets, zero bytes included.
 #pragma once
+#pragma GCC visibility push(default)
 
 #include <string>
 #include <string_view>
@@ -50,3 +51,4 @@ class AsnOcts : public AsnType {
 // Writes octets as ASN.1 value notation: "text" when every octet is printable
 // ASCII (a quote doubled), else 'hex'H.
 void PrintOctets(std::ostream& os, std::string_view octets);
+#pragma GCC visibility pop

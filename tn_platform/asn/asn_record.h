@@ -6,6 +6,7 @@
 //   its special members, which apply AsnSequence's generic Constructor,
 //   CopyConstructor, Destructor and Assign once its own members exist.
 #pragma once
+#pragma GCC visibility push(default)
 
 #include "tn_platform/asn/asn_sequence.h"
 #include "tn_platform/refl/object_functions.h"
@@ -32,3 +33,4 @@ class AsnRecord : public AsnSequence {
   AsnRecord(const AsnRecord&) = default;
   AsnRecord& operator=(const AsnRecord&) = default;
 };
+#pragma GCC visibility pop

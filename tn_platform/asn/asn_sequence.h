@@ -23,6 +23,7 @@
 // (41, see AsnListBase) and records (registered classes), each plain or in a
 // refl::MayNullPointer.
 #pragma once
+#pragma GCC visibility push(default)
 
 #include "tn_platform/asn/asn_type.h"
 #include "tn_platform/asn/ber.h"
@@ -81,3 +82,4 @@ unsigned short MemberPosition(const Record& probe, const Member Record::*member)
   return static_cast<unsigned short>(reinterpret_cast<const char*>(&(probe.*member)) -
                                      reinterpret_cast<const char*>(&probe));
 }
+#pragma GCC visibility pop

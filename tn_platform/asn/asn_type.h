@@ -8,6 +8,7 @@
 // AsnType part. The generic record codec relies on this when it reaches a
 // member through the reflection library's untyped pointers.
 #pragma once
+#pragma GCC visibility push(default)
 
 #include <ostream>
 
@@ -33,3 +34,4 @@ class AsnType {
   AsnType(const AsnType&) = default;
   AsnType& operator=(const AsnType&) = default;
 };
+#pragma GCC visibility pop

@@ -1,6 +1,7 @@
 // Whole-value encoding and decoding: the entry points the tool and the tests
 // use. They never leave the buffer's read-error flag unread.
 #pragma once
+#pragma GCC visibility push(default)
 
 #include <cstddef>
 #include <string>
@@ -20,3 +21,4 @@ std::size_t AsnDecodeFront(AsnType& value, std::string_view bytes);
 
 // The BER encoding of `value`.
 std::string AsnEncodeValue(AsnType& value);
+#pragma GCC visibility pop

@@ -5,6 +5,7 @@
 // the subsequent octets of the high-tag-number form in bits 16..23, 8..15 and
 // 0..7. A tag that needs more than three subsequent octets does not fit.
 #pragma once
+#pragma GCC visibility push(default)
 
 #include <string>
 
@@ -81,3 +82,4 @@ unsigned long BDecLen(AsnBuf& buf, unsigned long& bytesDecoded);
 void BDecEoc(AsnBuf& buf, unsigned long& bytesDecoded);
 // True when the next octet starts end-of-contents (nothing is consumed).
 bool AtEoc(const AsnBuf& buf);
+#pragma GCC visibility pop

@@ -1,6 +1,7 @@
 // CSM_Exception: the error the ASN.1 runtime throws, always by pointer to a
 // heap object (`throw new CSM_Exception(...)`); the catcher owns and deletes it.
 #pragma once
+#pragma GCC visibility push(default)
 
 #include <memory>
 #include <string>
@@ -46,3 +47,4 @@ class CSM_Exception {
 
 // Error code of every decoding failure the runtime reports.
 constexpr long kAsnDecodeError = -54;
+#pragma GCC visibility pop

@@ -8,6 +8,7 @@
 // the cable holds fields of its own that the library never reads or writes:
 // cableType, strUserLabel, modifyFlag, strCustomInfo and lastModifyTime.
 #pragma once
+#pragma GCC visibility push(default)
 
 #include <cstdint>
 #include <string>
@@ -63,3 +64,4 @@ class TEFiberCable {
 };
 
 }  // namespace ns_utilmib
+#pragma GCC visibility pop

@@ -3,6 +3,7 @@
 // in an order of its own (level 2 before level 1, each sub-level after its
 // level).
 #pragma once
+#pragma GCC visibility push(default)
 
 #include <cstdint>
 #include <string>
@@ -24,3 +25,4 @@ class TEFiberEnd {
 };
 
 }  // namespace ns_utilmib
+#pragma GCC visibility pop

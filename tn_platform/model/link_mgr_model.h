@@ -7,6 +7,7 @@
 // strUserLabel, protectGroupID and strRemark belong to the link manager and
 // no record fills them.
 #pragma once
+#pragma GCC visibility push(default)
 
 #include <cstdint>
 #include <string>
@@ -75,3 +76,4 @@ class CLinkMgrModel {
 };
 
 }  // namespace ns_utilmib
+#pragma GCC visibility pop

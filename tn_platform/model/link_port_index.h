@@ -24,6 +24,7 @@
 // those fallbacks (nodeID and portID: 0). Each returns true when the
 // identifier had both a node key and the port key.
 #pragma once
+#pragma GCC visibility push(default)
 
 #include <cstdint>
 #include <string>
@@ -71,3 +72,4 @@ class CLinkPortIndex {
 };
 
 }  // namespace ns_utilmib
+#pragma GCC visibility pop

@@ -1,5 +1,6 @@
 // ns_utilmib::IsNeID: whether a number is a valid network-element identifier.
 #pragma once
+#pragma GCC visibility push(default)
 
 namespace ns_utilmib {
 
@@ -7,3 +8,4 @@ namespace ns_utilmib {
 bool IsNeID(unsigned long id);
 
 }  // namespace ns_utilmib
+#pragma GCC visibility pop

@@ -5,6 +5,7 @@
 // 0, sub-levels -1 (none) and an empty text. Indexes order lexicographically
 // over the fields in declaration order, so they can key an ordered map.
 #pragma once
+#pragma GCC visibility push(default)
 
 #include <cstdint>
 #include <string>
@@ -31,3 +32,4 @@ struct TNCPPortIndex {
 };
 
 }  // namespace ns_utilmib
+#pragma GCC visibility pop

@@ -1,6 +1,7 @@
 // ModuleMgr: the process-wide module manager. Modules register when they are
 // loaded; a host lists them, looks them up by name and drives Init and Fini.
 #pragma once
+#pragma GCC visibility push(default)
 
 #include <mutex>
 #include <string>
@@ -27,3 +28,4 @@ class ModuleMgr {
   mutable std::mutex m_mutex;
   std::vector<ModuleObject*> m_modules;
 };
+#pragma GCC visibility pop

@@ -3,6 +3,7 @@
 // GetModuleName, GetModuleID, Init, Fini, FindEntry, ListEntries,
 // ReleaseEntries, Reserved.
 #pragma once
+#pragma GCC visibility push(default)
 
 #include <cstdint>
 #include <list>
@@ -35,3 +36,4 @@ class ModuleObject {
   ModuleObject() = default;
   int m_iState = 0;
 };
+#pragma GCC visibility pop

@@ -1,6 +1,7 @@
 // The custom basic description of a value class, made once on first need and
 // stored in `holder`.
 #pragma once
+#pragma GCC visibility push(default)
 
 #include "tn_platform/refl/object_functions.h"
 #include "tn_platform/refl/type_infor.h"
@@ -23,3 +24,4 @@ const CCustomBasicTypeInfor& BasicTypeDescription(CCustomBasicTypeInfor*& holder
 }
 
 }  // namespace refl
+#pragma GCC visibility pop

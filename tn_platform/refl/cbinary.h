@@ -1,6 +1,7 @@
 // refl::CBinary: an owned run of octets, the reflection library's value type
 // for binary content. Empty content has no data: data() is null.
 #pragma once
+#pragma GCC visibility push(default)
 
 #include <cstddef>
 #include <string>
@@ -38,3 +39,4 @@ class CBinary {
 };
 
 }  // namespace refl
+#pragma GCC visibility pop

@@ -5,6 +5,7 @@
 // it on the first call. That first call is serialised, so several threads may
 // use a record type for the first time at once; later calls only read.
 #pragma once
+#pragma GCC visibility push(default)
 
 #include <string>
 #include <string_view>
@@ -99,3 +100,4 @@ class CRefrence {
 };
 
 }  // namespace refl
+#pragma GCC visibility pop

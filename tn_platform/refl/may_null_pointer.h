@@ -1,6 +1,7 @@
 // refl::MayNullPointer<T>: the holder of an optional member. It owns at most
 // one heap T; an empty holder means the member is absent.
 #pragma once
+#pragma GCC visibility push(default)
 
 namespace refl {
 
@@ -68,3 +69,4 @@ class MayNullPointer : public MayNullPointerBase {
 };
 
 }  // namespace refl
+#pragma GCC visibility pop

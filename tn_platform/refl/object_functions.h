@@ -1,5 +1,6 @@
 // The create and destroy functions that class and type descriptions carry.
 #pragma once
+#pragma GCC visibility push(default)
 
 namespace refl {
 
@@ -17,3 +18,4 @@ void DestroyObject(void* object) {
 }
 
 }  // namespace refl
+#pragma GCC visibility pop

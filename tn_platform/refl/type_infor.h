@@ -9,6 +9,7 @@
 //     identifier (the SEQUENCE OF lists);
 //   - a registered class (a record), through its CClassInfor.
 #pragma once
+#pragma GCC visibility push(default)
 
 #include <string>
 
@@ -119,3 +120,4 @@ unsigned CGnlTypeInfor::CustomId() const {
 }
 
 }  // namespace refl
+#pragma GCC visibility pop

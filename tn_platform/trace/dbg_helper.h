@@ -2,6 +2,7 @@
 // stack for one statement, given the module name, a category word, the source
 // file and line; then exactly one of PrintfTrace or TraceAsn.
 #pragma once
+#pragma GCC visibility push(default)
 
 #include <string>
 
@@ -31,3 +32,4 @@ class TEDbgHelper {
 };
 
 }  // namespace ns_utility
+#pragma GCC visibility pop

@@ -2,6 +2,7 @@
 // destroyed, writes "<label> took <N> us" to the trace sink under the
 // category "TIME" (level 1).
 #pragma once
+#pragma GCC visibility push(default)
 
 #include <chrono>
 #include <string>
@@ -21,3 +22,4 @@ class TESimpleTimeGuard {
 };
 
 }  // namespace NSTE_util
+#pragma GCC visibility pop

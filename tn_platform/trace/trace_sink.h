@@ -5,6 +5,7 @@
 // other value is a file path that lines are appended to. A host program or a
 // test installs its own sink with SetTraceSink (and restores the old one).
 #pragma once
+#pragma GCC visibility push(default)
 
 #include <string>
 
@@ -34,3 +35,4 @@ void EmitTrace(const TraceLine& line);
 std::string FormatTraceLine(const TraceLine& line);
 
 }  // namespace ns_utility
+#pragma GCC visibility pop

@@ -15,6 +15,7 @@
 //   std::uint64_t ne = 0;
 //   parser.GetValue(ne, "NE", 0);        // ne == 1001
 #pragma once
+#pragma GCC visibility push(default)
 
 #include <cstdint>
 #include <string>
@@ -52,3 +53,4 @@ class StrUIDParser {
 };
 
 }  // namespace FrameUtil
+#pragma GCC visibility pop

@@ -24,6 +24,7 @@
 // Every INTEGER is an AsnTinyInt (signed 32-bit). The two port indexes are
 // mandatory sub-records that the record always holds.
 #pragma once
+#pragma GCC visibility push(default)
 
 #include "tn_velkor/qcommon/qasn_uni_res_id.h"
 #include "tn_velkor/qcommon/qcommon_lists.h"
@@ -77,3 +78,4 @@ class QAsnFiberInfo : public AsnRecord<QAsnFiberInfo> {
 };
 
 }  // namespace qinventoryfiber
+#pragma GCC visibility pop

@@ -7,6 +7,7 @@
 //     ...
 //     column12 [11] IMPLICIT QAsnColumn OPTIONAL }
 #pragma once
+#pragma GCC visibility push(default)
 
 #include "tn_velkor/qcommon/qasn_column.h"
 #include "tn_platform/asn/asn_record.h"
@@ -45,3 +46,4 @@ class QAsnFiberInfoTemplate : public AsnRecord<QAsnFiberInfoTemplate> {
 };
 
 }  // namespace qinventoryfiber
+#pragma GCC visibility pop

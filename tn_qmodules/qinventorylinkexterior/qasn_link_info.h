@@ -18,6 +18,7 @@
 // spareValue is an opaque octet string reserved for the sender; the link
 // converters do not read it.
 #pragma once
+#pragma GCC visibility push(default)
 
 #include "tn_velkor/qcommon/qasn_uni_res_id.h"
 #include "tn_velkor/qcommon/qcommon_lists.h"
@@ -68,3 +69,4 @@ class QAsnLinkInfo : public AsnRecord<QAsnLinkInfo> {
 };
 
 }  // namespace qinventorylinkexterior
+#pragma GCC visibility pop

@@ -1,5 +1,6 @@
 // qinventorylinkexterior::QAsnLinkInfoList ::= SEQUENCE OF QAsnLinkInfo
 #pragma once
+#pragma GCC visibility push(default)
 
 #include "tn_velkor/asn/asn_list.h"
 #include "tn_qmodules/qinventorylinkexterior/qasn_link_info.h"
@@ -17,3 +18,4 @@ class QAsnLinkInfoList : public AsnSeqOf<QAsnLinkInfo> {
 };
 
 }  // namespace qinventorylinkexterior
+#pragma GCC visibility pop

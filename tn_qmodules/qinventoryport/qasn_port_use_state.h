@@ -4,6 +4,7 @@
 //
 // useState 0 to 4 are the states a port can be in.
 #pragma once
+#pragma GCC visibility push(default)
 
 #include "tn_platform/asn/asn_int.h"
 #include "tn_platform/asn/asn_record.h"
@@ -32,3 +33,4 @@ class QAsnPortUseState : public AsnRecord<QAsnPortUseState> {
 };
 
 }  // namespace qinventoryport
+#pragma GCC visibility pop

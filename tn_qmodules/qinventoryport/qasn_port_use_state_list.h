@@ -1,5 +1,6 @@
 // qinventoryport::QAsnPortUseStateList ::= SEQUENCE OF QAsnPortUseState
 #pragma once
+#pragma GCC visibility push(default)
 
 #include "tn_velkor/asn/asn_list.h"
 #include "tn_qmodules/qinventoryport/qasn_port_use_state.h"
@@ -17,3 +18,4 @@ class QAsnPortUseStateList : public AsnSeqOf<QAsnPortUseState> {
 };
 
 }  // namespace qinventoryport
+#pragma GCC visibility pop

@@ -15,6 +15,7 @@
 // plausible outline of the report, kept so that the record encodes like a
 // real one: neID, alarmCode, strAlarmText, occurTime and strLocation.
 #pragma once
+#pragma GCC visibility push(default)
 
 #include "tn_platform/asn/asn_int.h"
 #include "tn_platform/asn/asn_octs.h"
@@ -45,3 +46,4 @@ class AsnOtherToSvrFaultRptStrc : public AsnRecord<AsnOtherToSvrFaultRptStrc> {
   friend class AsnRecord<AsnOtherToSvrFaultRptStrc>;
   static void RegisterAttributes(refl::CClassInfor& infor, refl::Enum::AccessSpecifierEnum access);
 };
+#pragma GCC visibility pop

@@ -5,6 +5,7 @@
 //     success BOOLEAN,
 //     retCode [0] IMPLICIT INTEGER OPTIONAL }
 #pragma once
+#pragma GCC visibility push(default)
 
 #include "tn_platform/asn/asn_bool.h"
 #include "tn_platform/asn/asn_int.h"
@@ -30,3 +31,4 @@ class AsnSingleReturn : public AsnRecord<AsnSingleReturn> {
   friend class AsnRecord<AsnSingleReturn>;
   static void RegisterAttributes(refl::CClassInfor& infor, refl::Enum::AccessSpecifierEnum access);
 };
+#pragma GCC visibility pop

@@ -8,11 +8,16 @@
 // Walk a list as:
 //   for (list.MoveFirst(); const T* element = list.Current(); list.MoveNext()) ...
 #pragma once
+#pragma GCC visibility push(default)
 
 #include "tn_velkor/asn/indent_table.h"
 #include "tn_platform/asn/asn_list_base.h"
 #include "tn_platform/asn/ber.h"
 #include "tn_platform/asn/csm_exception.h"
+
+// The file a list's decoding error names: the library's one source, whichever
+// translation unit instantiates the list.
+inline constexpr char kAsnListSourceName[] = "tn_velkor_unity";
 
 template <class T>
 class AsnList : public AsnListBase {
@@ -188,7 +193,7 @@ void AsnSeqOf<T>::BDec(AsnBuf& buf, unsigned long& bytesDecoded, NIClass_Encodin
   unsigned int tag = static_cast<unsigned int>(first) << 24;
   if (!buf.ReadError() && (first & 0x1F) == 0x1F) BDecTag_Impl(buf, bytesDecoded, tag);
   if (tag != kTagSequence) {
-    throw new CSM_Exception(kAsnDecodeError, 250, "", __BASE_FILE__,
+    throw new CSM_Exception(kAsnDecodeError, 250, "", kAsnListSourceName,
                             "AsnList::BDec: ERROR tag on SEQUENCE OF is wrong.", nullptr);
   }
   const unsigned char lengthOctet = buf.GetByte();
@@ -210,3 +215,4 @@ unsigned long AsnSeqOf<T>::BEnc(AsnBuf& buf, NIClass_EncodingFormatEnum) {
   buf.PutByteRvs(0x30);
   return content + lengthSize + 1;
 }
+#pragma GCC visibility pop

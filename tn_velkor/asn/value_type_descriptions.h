@@ -4,6 +4,7 @@
 // every member of that type; an optional member adds the may-null modifier.
 // Records and lists as members are described by the two templates below.
 #pragma once
+#pragma GCC visibility push(default)
 
 #include "tn_platform/asn/asn_bool.h"
 #include "tn_platform/asn/asn_int.h"
@@ -42,3 +43,4 @@ void DescribeListMember(refl::CGnlTypeInfor& type, const char* qualifiedName, bo
                                kAsnSeqOfClassId);
   type.SetMayNull(optional);
 }
+#pragma GCC visibility pop

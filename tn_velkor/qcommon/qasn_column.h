@@ -2,6 +2,7 @@
 //
 //   QAsnColumn ::= SEQUENCE { strCondition OCTET STRING }
 #pragma once
+#pragma GCC visibility push(default)
 
 #include "tn_platform/asn/asn_octs.h"
 #include "tn_platform/asn/asn_record.h"
@@ -28,3 +29,4 @@ class QAsnColumn : public AsnRecord<QAsnColumn> {
 };
 
 }  // namespace qcommon
+#pragma GCC visibility pop

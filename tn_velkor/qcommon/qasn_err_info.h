@@ -4,6 +4,7 @@
 //     objID QAsnTinyIntList, objName [0] IMPLICIT OCTET STRING OPTIONAL,
 //     errCode INTEGER, strOperDesc [1] IMPLICIT OCTET STRING OPTIONAL }
 #pragma once
+#pragma GCC visibility push(default)
 
 #include "tn_velkor/qcommon/qasn_tiny_int_list.h"
 #include "tn_platform/asn/asn_int.h"
@@ -36,3 +37,4 @@ class QAsnErrInfo : public AsnRecord<QAsnErrInfo> {
 };
 
 }  // namespace qcommon
+#pragma GCC visibility pop

@@ -5,6 +5,7 @@
 //     retCode INTEGER,
 //     errInfoList [0] IMPLICIT QAsnErrInfoList OPTIONAL }
 #pragma once
+#pragma GCC visibility push(default)
 
 #include "tn_velkor/qcommon/qcommon_lists.h"
 #include "tn_platform/asn/asn_int.h"
@@ -34,3 +35,4 @@ class QAsnErrInfoReturn : public AsnRecord<QAsnErrInfoReturn> {
 };
 
 }  // namespace qcommon
+#pragma GCC visibility pop

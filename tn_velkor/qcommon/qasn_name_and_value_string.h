@@ -2,6 +2,7 @@
 //
 //   QAsnNameAndValueString ::= SEQUENCE { name OCTET STRING, value OCTET STRING }
 #pragma once
+#pragma GCC visibility push(default)
 
 #include "tn_platform/asn/asn_octs.h"
 #include "tn_platform/asn/asn_record.h"
@@ -29,3 +30,4 @@ class QAsnNameAndValueString : public AsnRecord<QAsnNameAndValueString> {
 };
 
 }  // namespace qcommon
+#pragma GCC visibility pop

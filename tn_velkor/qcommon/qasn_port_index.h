@@ -8,6 +8,7 @@
 //     level4ID INTEGER,
 //     strIndexText [2] IMPLICIT OCTET STRING OPTIONAL }
 #pragma once
+#pragma GCC visibility push(default)
 
 #include "tn_platform/asn/asn_int.h"
 #include "tn_platform/asn/asn_octs.h"
@@ -42,3 +43,4 @@ class QAsnPortIndex : public AsnRecord<QAsnPortIndex> {
 };
 
 }  // namespace qcommon
+#pragma GCC visibility pop

@@ -1,5 +1,6 @@
 // qcommon::QAsnTinyIntList ::= SEQUENCE OF INTEGER
 #pragma once
+#pragma GCC visibility push(default)
 
 #include "tn_velkor/asn/asn_list.h"
 #include "tn_platform/asn/asn_int.h"
@@ -20,3 +21,4 @@ class QAsnTinyIntList : public AsnSeqOf<AsnTinyInt> {
 };
 
 }  // namespace qcommon
+#pragma GCC visibility pop

@@ -4,6 +4,7 @@
 //     strFDN OCTET STRING, strMOC OCTET STRING, neID INTEGER,
 //     poSerialNum [0] IMPLICIT OCTET STRING OPTIONAL }
 #pragma once
+#pragma GCC visibility push(default)
 
 #include "tn_platform/asn/asn_int.h"
 #include "tn_platform/asn/asn_octs.h"
@@ -35,3 +36,4 @@ class QAsnUniResID : public AsnRecord<QAsnUniResID> {
 };
 
 }  // namespace qcommon
+#pragma GCC visibility pop

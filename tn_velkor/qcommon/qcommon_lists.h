@@ -2,6 +2,7 @@
 //   QAsnNVSList ::= SEQUENCE OF QAsnNameAndValueString
 //   QAsnErrInfoList ::= SEQUENCE OF QAsnErrInfo
 #pragma once
+#pragma GCC visibility push(default)
 
 #include "tn_velkor/asn/asn_list.h"
 #include "tn_velkor/qcommon/qasn_err_info.h"
@@ -35,3 +36,4 @@ class QAsnErrInfoList : public AsnSeqOf<QAsnErrInfo> {
 };
 
 }  // namespace qcommon
+#pragma GCC visibility pop

@@ -11,7 +11,7 @@
 #include "tools/velkor/io.h"
 #include "tools/velkor/output.h"
 #include "tools/velkor/record_commands.h"
-#include "velkor_version.h"
+#include "tn_velkor/version.h"
 
 namespace {
 
@@ -122,7 +122,7 @@ void AddInspectCommands(CLI::App& app, Runners& runners) {
 
 int main(int argc, char** argv) {
   CLI::App app{"velkor: converts Q-interface records (BER) and the server's model objects (JSON)", "velkor"};
-  app.set_version_flag("--version", std::string("velkor ") + velkor::kVersion);
+  app.set_version_flag("--version", std::string("velkor ") + TN_VELKOR_VERSION);
   app.require_subcommand(1);
   app.fallthrough();  // --trace is accepted after the subcommand too
   bool trace = false;
