@@ -103,7 +103,7 @@ def sample_maker(types):
             return ["text %d" % n, "grüße %d" % n, {"hex": "00ff%02x" % (n % 256)}][n % 3]
         if type_name in ("AsnTinyInt", "AsnInt"):
             small = [-5, 300, 70000, -2147483648, 2147483647][n % 5]
-            return small * 1000003 if type_name == "AsnInt" and n % 2 else small
+            return str(small * 1000003 if n % 2 else small) if type_name == "AsnInt" else small  # 64-bit: a string
         if type_name == "AsnBool":
             return n % 2 == 0
         if described[type_name]["kind"] == "list":
@@ -114,6 +114,7 @@ def sample_maker(types):
 
 
 PORT = {"level1ID": 1, "level2ID": 2, "level3ID": 3, "level4ID": 4}
+PORT_MODEL = {k: str(v) for k, v in PORT.items()}  # 64-bit fields of a model: decimal strings
 FIBER = {"fiberText1": "F-1", "fiberValue1": 12, "fiberText2": "Cable 12", "fiberValue2": 70000, "fiberValue3": 300,
          "aEndPort": {"level1ID": 1001, "level2ID": 1, "level3ID": 3, "level4ID": 2, "strIndexText": "a"},
          "zEndPort": {"level1ID": 1002, "level2ID": 1, "level3ID": 5, "level3SubID": 1, "level4ID": -1},
@@ -135,7 +136,7 @@ TEMPLATE = "3008a2020400ab020400"  # QAsnFiberInfoTemplate with column3 and colu
 
 def ret(ret_code, name=""):
     """An entry of a return-code map."""
-    return {"strObjName": name, "ulRetCode": ret_code}
+    return {"strObjName": name, "ulRetCode": str(ret_code)}
 
 
 CODES = {"1": ret(0), "2": ret(7), "3": ret(8)}
@@ -145,39 +146,39 @@ CONVERSIONS = [  # (convert arguments, input, expected output)
     # Narrowed integers, defaults for what is absent ("-0.1"), the last "Reserve" counts.
     (["fiber-to-cable", "--hex"], Hex("QAsnFiberInfo", FIBER),
      Part(fiberValue2=4464, fiberValue3=44, doubleValue=2.5, floatValue=-0.1, reserve=7, hybridMaxCapacity=-1,
-          aEnd=Part(level2SubID=-1), zEnd=Part(level4ID=2**64 - 1))),
+          aEnd=Part(level2SubID=-1, level1ID="1001"), zEnd=Part(level4ID=str(2**64 - 1)))),
     # The cable it writes reads back; its fiberText5 fills both texts, a non-zero reserve is "1".
     (["cable-to-fiber"], Piped(["fiber-to-cable", "--hex"], Hex("QAsnFiberInfo", FIBER)),
      Ber("QAsnFiberInfo", Part(fiberText1="F-5", fiberText5="F-5", doubleValue="2.500000", attrList=[
          Part(name="Memo"), Part(name="Reserve", value="1"), Part(name="MaintenanceState"),
          Part(name="BuildTime_t"), Part(name="DelayTime")]))),
     (["mask-to-template", "0x804", "--hex"], "", TEMPLATE.encode() + b"\n"),
-    (["template-to-mask", "--hex"], TEMPLATE, {"templateType": 0x804}),
+    (["template-to-mask", "--hex"], TEMPLATE, {"templateType": str(0x804)}),
     (["links-to-models", "--hex"], Hex("QAsnLinkInfoList", [LINK, dict(LINK, attrList=[])]),
-     [Part(buildTime=1500000000, p2mpLabel=65535, tinyValue1=70001 % 65536, intValue2=-3.0, optTinyValue=9,
-           srcNeName="Berlin", strLinkFDN="LINK=88", srcPortIndex=Part(nodeID=1001, oneID=77, strPortMOC="PP")),
+     [Part(buildTime="1500000000", p2mpLabel=65535, tinyValue1=70001 % 65536, intValue2=-3.0, optTinyValue=9,
+           srcNeName="Berlin", strLinkFDN="LINK=88", srcPortIndex=Part(nodeID="1001", oneID="77", strPortMOC="PP")),
       Part(srcNeName="", p2mpLabel=0)]),
     (["link-to-model", "--hex"], Hex("QAsnLinkInfo", LINK), Part(strText4="t4", srcNeName="Berlin")),
     (["resid-to-link-port", "--hex"],
      Hex("QAsnUniResID", {"strFDN": "NE=1002,SH=1,SL=5,GRP=2,SUBGRP=3,PP=7", "strMOC": "PP", "neID": 0}),
-     Part(filled=True, r1LinkPortId=0x2030007)),
+     Part(filled=True, r1LinkPortId=str(0x2030007))),
     (["resid-to-link-port", "--hex", "--moc", "NE", "--accept-node"],
-     Hex("QAsnUniResID", {"strFDN": "NE=1001", "strMOC": "NE", "neID": 0}), Part(filled=True, index=Part(nodeID=1001))),
+     Hex("QAsnUniResID", {"strFDN": "NE=1001", "strMOC": "NE", "neID": 0}), Part(filled=True, index=Part(nodeID="1001"))),
     # Map keys in numeric order; a repeated id goes to 1000000.
     (["errinfo-list-to-map", "--hex"], Hex("QAsnErrInfoList", [
         {"objID": [5], "errCode": 2, "objName": "ab"}, {"objID": [5], "errCode": 3}, {"objID": [7], "errCode": 4}]),
-     {"result": 2, "map": Ordered([("5", ret(2, "ab")), ("7", ret(4)), ("1000000", ret(3))])}),
+     {"result": "2", "map": Ordered([("5", ret(2, "ab")), ("7", ret(4)), ("1000000", ret(3))])}),
     (["errinfo-return-to-map", "--hex", "--map", OBJECTS], Hex("QAsnErrInfoReturn", {"retCode": 5}),
-     {"result": 5, "map": {"1": ret(0, "x"), "2": ret(0, "y")}}),
+     {"result": "5", "map": {"1": ret(0, "x"), "2": ret(0, "y")}}),
     (["errinfo-return-to-map", "--hex", "--map", OBJECTS, "--fill-all"], Hex("QAsnErrInfoReturn", {"retCode": 5}),
-     {"result": 5, "map": {"1": ret(5), "2": ret(5)}}),
-    (["ignore-codes", "--code", "8", "--ignore", "7"], json.dumps(CODES), {"result": 8, "map": {"3": ret(8)}}),
+     {"result": "5", "map": {"1": ret(5), "2": ret(5)}}),
+    (["ignore-codes", "--code", "8", "--ignore", "7"], json.dumps(CODES), {"result": "8", "map": {"3": ret(8)}}),
     (["ignore-codes", "--code", "8", "--ignore", "7"], json.dumps({"1": ret(0), "2": ret(7)}),
-     {"result": 0, "map": {}}),
-    (["ignore-codes", "--code", "8", "--ignore", "7"], "{}", {"result": 8, "map": {}}),
+     {"result": "0", "map": {}}),
+    (["ignore-codes", "--code", "8", "--ignore", "7"], "{}", {"result": "8", "map": {}}),
     (["ignore-codes", "--ignore", "7,0,0"], json.dumps({"result": 7, "map": CODES}),  # the piped form
-     {"result": 0, "map": {"3": ret(8)}}),
-    (["single-return", str(2**32)], "", Ber("AsnSingleReturn", {"success": False, "retCode": 0})),
+     {"result": "0", "map": {"3": ret(8)}}),
+    (["single-return", str(2**32)], "", Ber("AsnSingleReturn", {"success": False, "retCode": "0"})),
     (["nvs-to-map", "--hex"], Hex("QAsnNVSList", [{"name": "A", "value": "1"}, {"name": "B", "value": "2"},
                                                   {"name": "A", "value": "3"}]), {"A": "3", "B": "2"}),
     (["alarm-compose"], '{"sFaultID": 12, "lAlarmGroupID": -7}', b"12--7\n"),
@@ -189,8 +190,8 @@ CONVERSIONS = [  # (convert arguments, input, expected output)
     (["model-to-port-index"], json.dumps(dict(PORT, level3SubID=-7, level2SubID=-1, strIndexText="")),
      Ber("QAsnPortIndex", dict(PORT, level3SubID=-7, strIndexText=""))),  # level2SubID -1: absent
     (["port-index-to-model", "--hex"], Hex("QAsnPortIndex", dict(PORT, level3SubID=-7)),
-     dict(PORT, level3SubID=-7, level2SubID=-1, strIndexText="")),
-    (["port-states-to-map", "--hex", "--mask", "0x0A"], STATES, [Part(portIndex=Part(PORT), useState=3)]),
+     dict(PORT_MODEL, level3SubID=-7, level2SubID=-1, strIndexText="")),
+    (["port-states-to-map", "--hex", "--mask", "0x0A"], STATES, [Part(portIndex=Part(PORT_MODEL), useState=3)]),
     (["port-states-to-map", "--hex"], STATES, [Part(useState=3), Part(useState=2)]),
     (["port-states-to-map", "--hex", "--mask", "0"], STATES, []),
 ] + [(["virtual-port", "--", str(number)], "", Part(virtual=virtual))
@@ -401,6 +402,20 @@ class Velkor(unittest.TestCase):
         self.assertEqual((code, [json.loads(line)["neID"] for line in out.splitlines()]), (1, [0, 2]), err)
         self.assertIn("record 2: ", err)
         self.assertIn("1 of 3 records could not be decoded", err)
+
+    def test_64_bit_integers_are_strings_and_survive_jq(self):
+        big = 2**53 + 1  # a double would round it to 2**53
+        for given in (big, str(big)):
+            with self.subTest(given=given):
+                record = ok(["encode", "AsnSingleReturn"], json.dumps({"success": True, "retCode": given}))
+                self.assertEqual(json.loads(ok(["decode", "AsnSingleReturn", "--json"], record))["retCode"], str(big))
+        if shutil.which("jq") is None:
+            self.skipTest("jq is not installed")
+        for args in (["--json"], ["--json", "--compact"]):
+            with self.subTest(args=args):
+                through_jq = subprocess.run(["jq", "-c", "."], input=ok(["decode", "AsnSingleReturn"] + args, record),
+                                            capture_output=True, check=True).stdout
+                self.assertEqual(ok(["encode", "AsnSingleReturn"], through_jq), record)
 
     def test_every_subcommand_has_help_with_an_example(self):
         listing = ok(["convert", "--help"]).decode().split("Subcommands:")[1].split("Example:")[0]

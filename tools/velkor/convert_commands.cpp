@@ -84,7 +84,7 @@ ReturnCodeMap StartingMap(const ConvertOptions& options) {
 }
 
 std::string MapResult(unsigned long result, const ReturnCodeMap& map) {
-  return JsonText(Json{{"result", result}, {"map", ReturnCodeMapToJson(map)}});
+  return JsonText(Json{{"result", IntegerToJson(result)}, {"map", ReturnCodeMapToJson(map)}});
 }
 
 // Record bytes in, model JSON out: the shape of most conversions.
@@ -117,7 +117,7 @@ std::string TemplateToMask(const ConvertOptions& options) {
   ReadRecord(options, record);
   std::uint64_t templateType = 0;
   ns_velkor::Convert2FiberInfoTemplateType(record, templateType);
-  return JsonText(Json{{"templateType", templateType}});
+  return JsonText(Json{{"templateType", IntegerToJson(templateType)}});
 }
 
 std::string MaskToTemplate(const ConvertOptions& options) {
@@ -135,7 +135,7 @@ std::string ResIdToLinkPort(const ConvertOptions& options) {
   ns_utilmib::CLinkPortIndex index;
   const bool filled = ns_velkor::Convert2LinkPortIndexByQAsnUniRes(record, index, options.moc, options.acceptNode);
   return JsonText(
-      Json{{"filled", filled}, {"index", ModelToJson(index)}, {"r1LinkPortId", ns_velkor::GetR1LinkPortId(index)}});
+      Json{{"filled", filled}, {"index", ModelToJson(index)}, {"r1LinkPortId", IntegerToJson(ns_velkor::GetR1LinkPortId(index))}});
 }
 
 // ---- return codes --------------------------------------------------------------

@@ -91,6 +91,19 @@ std::string JsonTypeName(const Json& json) {
   }
 }
 
+Json DecimalTextToJson(const std::string& text) {
+  const std::size_t digits = text.size() - (text.rfind('-', 0) == 0 ? 1 : 0);
+  if (digits == 0 || digits > 20 || text.find_first_not_of("0123456789", text.size() - digits) != std::string::npos)
+    return nullptr;
+  try {
+    Json number = Json::parse(text);
+    // 20 digits may be beyond 64 bits: the parser then gives a double.
+    return number.is_number_integer() ? number : Json(nullptr);
+  } catch (const Json::exception&) {
+    return nullptr;
+  }
+}
+
 std::string JsonString(const Json& json, const std::string& path) {
   if (!json.is_string()) ThrowJsonError(path, "expected a string, found " + JsonTypeName(json));
   return json.get<std::string>();

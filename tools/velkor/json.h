@@ -39,10 +39,33 @@ std::string CompactJsonText(const Json& json);
 // The JSON type's name for messages ("a string", "an array", ...).
 std::string JsonTypeName(const Json& json);
 
-// An integer of type T from a JSON number without fraction, range-checked.
+// An integer as JSON: a number, or for 64-bit types a decimal string, as the
+// protobuf JSON mapping has it, so that tools that hold numbers as doubles
+// (jq, JavaScript) cannot round it.
 template <class T>
-T JsonInteger(const Json& json, const std::string& path) {
+Json IntegerToJson(T value) {
   static_assert(std::is_integral_v<T>, "integers only");
+  if constexpr (sizeof(T) >= 8) {
+    return std::to_string(value);
+  } else {
+    return value;
+  }
+}
+
+// `text` as a JSON number when it is a decimal integer ("-12"), else null.
+Json DecimalTextToJson(const std::string& text);
+
+// An integer of type T from a JSON number without fraction or a string of
+// decimal digits, range-checked.
+template <class T>
+T JsonInteger(const Json& given, const std::string& path) {
+  static_assert(std::is_integral_v<T>, "integers only");
+  Json parsed;
+  if (given.is_string()) {
+    parsed = DecimalTextToJson(given.get<std::string>());
+    if (parsed.is_null()) ThrowJsonError(path, "expected an integer, found the string " + given.dump());
+  }
+  const Json& json = given.is_string() ? parsed : given;
   if (json.is_number_unsigned()) {
     const std::uint64_t value = json.get<std::uint64_t>();
     if (value <= static_cast<std::uint64_t>(std::numeric_limits<T>::max())) return static_cast<T>(value);
