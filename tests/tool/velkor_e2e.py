@@ -417,6 +417,25 @@ class Velkor(unittest.TestCase):
                                             capture_output=True, check=True).stdout
                 self.assertEqual(ok(["encode", "AsnSingleReturn"], through_jq), record)
 
+    def test_decoding_errors_name_the_item_the_dump_shows(self):
+        for args, hex_text, names, offset in [  # (decode arguments, input, what the error names, item offset)
+                (["QAsnPortIndex"], "300d02010102010202010302020004", "QAsnPortIndex.level4ID: ", 11),  # not minimal
+                (["QAsnPortIndex"], "300c02010102010202010302010400", "left over", 14),
+                (["QAsnPortIndex"], "300c04010102010202010302010400", "QAsnPortIndex.level1ID: wrong tag", 2),
+                (["QAsnPortIndex", "--all"], PORT_HEX + "300c0201010201020201030202", "record 2: QAsnPortIndex", 14),
+                (["QAsnPortIndex", "--all"], PORT_HEX * 2 + "300d02010102010202010302020004", "level4ID", 39),
+                (["QAsnNVSList"], "3100", "QAsnNVSList", 0),  # a list's wrong tag
+                (["QAsnNVSList"], "300a30040400040030020400", "QAsnNameAndValueString.value: mandatory member missing", 8)]:
+            with self.subTest(hex=hex_text):
+                code, _, err = run(["decode"] + args + ["--hex"], hex_text)
+                self.assertEqual(code, 1)
+                self.assertIn(names, err)
+                self.assertTrue(err.rstrip().endswith("at offset %d" % offset) or
+                                ("at offset %d)" % offset) in err, err)
+                dumped = run(["dump", "--hex"], hex_text)[1].decode()
+                if "left over" not in names:
+                    self.assertIn("\n%6d  " % offset, "\n" + dumped)
+
     def test_every_subcommand_has_help_with_an_example(self):
         listing = ok(["convert", "--help"]).decode().split("Subcommands:")[1].split("Example:")[0]
         conversions = [["convert", line.split()[0]] for line in listing.splitlines() if line.strip()]

@@ -109,6 +109,7 @@ class Walker {
     item.depth = static_cast<unsigned>(m_frames.size());
     const unsigned long length = ReadHeader(item, limit);
     const std::size_t contentStart = m_buf.Offset();
+    item.headerLength = contentStart - item.offset;
 
     if (item.tag == 0) {  // X.690 8.1.5: end-of-contents is 00 00
       if (length != 0) BreakAt(item.offset, "end-of-contents with content");

@@ -12,6 +12,7 @@
 #include "tn_platform/asn/asn_sequence.h"
 #include "tn_platform/asn/asn_value_io.h"
 #include "tn_platform/asn/csm_exception.h"
+#include "tools/velkor/decode_errors.h"
 #include "tools/velkor/io.h"
 
 namespace velkor {
@@ -26,29 +27,16 @@ const AsnCatalogueEntry& FindEntry(std::string_view name) {
   return *entry;
 }
 
-// `message` with the offset it ends with ("... at offset N") moved on by
-// `base` octets.
-std::string ShiftOffset(std::string message, std::size_t base) {
-  static const std::string kAt = " at offset ";
-  const std::size_t at = message.rfind(kAt);
-  if (base == 0 || at == std::string::npos) return message;
-  std::size_t end = at + kAt.size();
-  std::size_t offset = 0;
-  while (end < message.size() && message[end] >= '0' && message[end] <= '9')
-    offset = offset * 10 + static_cast<std::size_t>(message[end++] - '0');
-  if (end == at + kAt.size()) return message;
-  return message.substr(0, at + kAt.size()) + std::to_string(base + offset) + message.substr(end);
-}
-
-// Runs a decode, turning the runtime's exception into the tool's error.
+// Runs a decode of `bytes` as `value`, turning the runtime's exception into
+// the tool's error, located as the dump would show it.
 template <class Decode>
-auto Decoding(Decode decode, std::size_t base = 0) {
+auto Decoding(Decode decode, const AsnType& value, std::string_view bytes, std::size_t base = 0) {
   try {
     return decode();
   } catch (CSM_Exception* exception) {
     const std::string message = exception->Message();
     delete exception;
-    ThrowBadInput(ShiftOffset(message, base));
+    ThrowBadInput(LocateDecodeError(message, bytes, base, value.typeName()));
   }
 }
 
@@ -92,14 +80,16 @@ std::unique_ptr<AsnType> CreateElementOf(const AsnListBase& list) {
 }
 
 void DecodeBytes(AsnType& value, std::string_view bytes) {
-  Decoding([&] {
-    AsnDecodeValue(value, bytes);
-    return true;
-  });
+  Decoding(
+      [&] {
+        AsnDecodeValue(value, bytes);
+        return true;
+      },
+      value, bytes);
 }
 
 std::size_t DecodeFrontBytes(AsnType& value, std::string_view bytes, std::size_t base) {
-  return Decoding([&] { return AsnDecodeFront(value, bytes); }, base);
+  return Decoding([&] { return AsnDecodeFront(value, bytes); }, value, bytes, base);
 }
 
 std::string EncodeBytes(const AsnType& value) { return AsnEncodeValue(const_cast<AsnType&>(value)); }
