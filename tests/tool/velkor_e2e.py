@@ -206,6 +206,7 @@ BAD_INPUT = [  # (arguments, input, the one stderr line's start after "velkor: "
     (["decode", "QAsnPortIndex", "--hex"], "300", "decode: ", "odd number"),
     (["decode", "QAsnPortIndex"], "", "decode: ", ""),
     (["decode", "QAsnPortIndex", "/nonexistent/file"], "", "decode: ", "/nonexistent/file"),
+    (["decode", "QAsnPortIndex", "/"], "", "decode: ", "cannot read /: it is a directory"),
     (["encode", "QAsnPortIndex"], "{", "encode: ", "bad JSON"),
     (["encode", "QAsnPortIndex"], '{"level1ID": 1}', "encode: ", "QAsnPortIndex.level2ID"),
     (["encode", "QAsnPortIndex"], '{"level1ID": 1, "bogus": 2}', "encode: ", "bogus"),
@@ -239,14 +240,23 @@ BAD_INPUT = [  # (arguments, input, the one stderr line's start after "velkor: "
     (["encode", "QAsnPortIndex"], b'{"level1ID": 1}\0garbage', "encode: ", "NUL octet at position 15"),
     (["encode", "QAsnPortIndex"], "{} {}", "encode: ", "bad JSON"),
     (["encode", "QAsnColumn", "--all"], '{"strCondition": "c"}\n{', "encode: ", "(line 2)")]
-USAGE_MISTAKES = [  # (arguments, the one stderr line's start after "velkor: "): exit 2
-    ([], ""), (["bogus"], ""), (["decode"], "decode: "), (["decode", "NoSuchType"], "decode: "),
-    (["decode", "QAsnPortIndex", "--bogus"], "decode: "), (["convert"], "convert: "),
-    (["convert", "no-such-conversion"], "convert: "),
-    (["convert", "mask-to-template", "abc"], "convert mask-to-template: "),
-    (["convert", "ignore-codes", "--ignore", "1,2,3,4", "--code", "1"], "convert ignore-codes: "),
-    (["convert", "ignore-codes"], "convert ignore-codes: "),
-    (["convert", "port-states-to-map", "--mask", "x"], "convert port-states-to-map: ")]
+USAGE_MISTAKES = [  # (arguments, the one stderr line's start after "velkor: ", a part of it): exit 2
+    ([], "", "a command is required"), (["bogus"], "", ""), (["dumpp"], "", 'did you mean "dump"?'),
+    (["decode"], "decode: ", "missing TYPE"), (["decode", "NoSuchType"], "decode: ", ""),
+    (["decode", "QAsnPortIdx"], "decode: ", 'did you mean "QAsnPortIndex"?'),
+    (["decode", "QAsnPortIndex", "--bogus"], "decode: ", 'unexpected argument "--bogus"'),
+    (["decode", "QAsnPortIndex", "--hex", "--base64"], "decode: ", "cannot be given together"),
+    (["decode", "QAsnPortIndex", "--keep-going"], "decode: ", "--keep-going requires --all"),
+    (["decode", "QAsnPortIndex", "-o"], "decode: ", "--output: needs a value"),
+    (["types", "other::QAsnNVSList"], "types: ", ""),
+    (["convert"], "convert: ", "a command is required"),
+    (["convert", "fiber-to-cabel"], "convert: ", 'did you mean "fiber-to-cable"?'),
+    (["convert", "mask-to-template", "abc"], "convert mask-to-template: ", ""),
+    (["convert", "ignore-codes", "--ignore", "1,2,3,4", "--code", "1"], "convert ignore-codes: ", ""),
+    (["convert", "ignore-codes"], "convert ignore-codes: ", ""),
+    (["convert", "port-states-to-map", "--mask", "70000"], "convert port-states-to-map: ",
+     '--mask: "70000" is out of range (0 to 65535)'),
+    (["convert", "port-states-to-map", "--mask", "x"], "convert port-states-to-map: ", '"x" is not a number')]
 
 
 class Velkor(unittest.TestCase):
@@ -282,13 +292,15 @@ class Velkor(unittest.TestCase):
                     self.assertTrue(matches(json.loads(out), expected), out.decode())
 
     def test_failures_give_one_line_and_the_exit_code(self):
-        cases = [(1,) + case for case in BAD_INPUT] + [(2, args, "{}", start, "") for args, start in USAGE_MISTAKES]
+        cases = [(1,) + case for case in BAD_INPUT] + [(2, args, "{}", start, part) for args, start, part in USAGE_MISTAKES]
         for exit_code, args, stdin, start, part in cases:
             with self.subTest(args=args, stdin=stdin):
                 code, _, err = run(args, stdin)
                 self.assertEqual((code, len(err.splitlines())), (exit_code, 1), err)
                 self.assertTrue(err.startswith("velkor: " + start), err)
                 self.assertIn(part, err)
+                for wording in ("Could not convert", "not expected", "subcommand", "basic_filebuf"):
+                    self.assertNotIn(wording, err)  # the parser's and the library's own wording
         self.assertIn(b"INTEGER", run(["dump", "--hex"], "30 06 02 01 05 04 05 41")[1])
         dump = ok(["dump", "--hex"], "30 80 02 01 05 a1 03 81 01 ff 00 00").decode()
         for shown in ("length indefinite", "end-of-contents", "[1] constructed"):
@@ -453,6 +465,8 @@ class Velkor(unittest.TestCase):
                      "IgnoreMapRetCodeErrorCode", "Convert2LinkMgrModelList", "12--7"]:
             self.assertIn(step, demo)
         self.assertIn("level2SubID   AsnTinyInt  optional [0]", ok(["types", "QAsnPortIndex"]).decode())
+        listed = ok(["types", "QAsnErrInfoReturn"]).decode().split()  # a member's type, as shown, is a name `types` takes
+        self.assertIn("QAsnErrInfoList (qcommon)", ok(["types", next(t for t in listed if "::" in t)]).decode())
         fiber = stdin_of(Hex("QAsnFiberInfo", dict(FIBER, doubleValue="-1")))  # repaired, with a trace line
         for args, env in [(["--trace"], None), ([], dict(os.environ, TN_TRACE="stderr"))]:
             code, out, err = run(["convert", "fiber-to-cable", "--hex"] + args, fiber, env)

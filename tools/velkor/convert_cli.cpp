@@ -30,7 +30,8 @@ void AddConvertCommands(CLI::App& convert, Runners& runners) {
       sub->add_option("--ignore", options->ignore, "Up to three tolerated codes, comma-separated")->delimiter(',');
     }
     if (takes & kTakesMask) {
-      sub->add_option("--mask", options->mask, "Use states to keep: bit n keeps state n (default 0x1F: all)");
+      sub->add_option("--mask", options->mask, "Use states to keep: bit n keeps state n (default 0x1F: all)")
+          ->check(CLI::Range(0u, 0xFFFFu));
     }
     if (takes & kTakesLinkEnd) {
       sub->add_option("--moc", options->moc, "Node class the end may be (with --accept-node)");

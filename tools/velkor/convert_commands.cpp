@@ -208,7 +208,7 @@ std::string PortStatesToMap(const ConvertOptions& options) {
   qinventoryport::QAsnPortUseStateList list;
   ReadRecord(options, list);
   std::map<ns_utilmib::TNCPPortIndex, unsigned short> map;
-  ns_velkor::Convert2MapCpPortIndex2State(list, map, options.mask);
+  ns_velkor::Convert2MapCpPortIndex2State(list, map, static_cast<unsigned short>(options.mask));
   return JsonText(PortStateMapToJson(map));
 }
 

@@ -3,6 +3,7 @@
 #include <iostream>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "tn_platform/asn/csm_exception.h"
 #include "tn_platform/trace/trace_sink.h"
@@ -11,6 +12,7 @@
 #include "tools/velkor/io.h"
 #include "tools/velkor/output.h"
 #include "tools/velkor/record_commands.h"
+#include "tools/velkor/usage.h"
 #include "tn_velkor/version.h"
 
 namespace {
@@ -144,11 +146,15 @@ int main(int argc, char** argv) {
     if (argc == 1) return Report("", "a command is required (see velkor --help)", velkor::kExitBadUsage);
     const CLI::App* chosen = Chosen(app, name);
     const std::string unknown = UnknownSubcommand(*chosen, argc, argv);
+    const std::string help = name.empty() ? "velkor --help" : "velkor " + name + " --help";
     if (!unknown.empty()) {
-      const std::string help = name.empty() ? "velkor --help" : "velkor " + name + " --help";
-      return Report(name, "unknown command \"" + unknown + "\" (see " + help + ")", velkor::kExitBadUsage);
+      std::vector<std::string> commands;
+      for (const CLI::App* sub : chosen->get_subcommands({})) commands.push_back(sub->get_name());
+      return Report(name, "unknown command \"" + unknown + "\"" + velkor::DidYouMean(unknown, commands) + " (see " +
+                              help + ")",
+                    velkor::kExitBadUsage);
     }
-    return Report(name, error.what(), velkor::kExitBadUsage);
+    return Report(name, velkor::UsageMessage(error) + " (see " + help + ")", velkor::kExitBadUsage);
   }
   const auto found = runners.find(Chosen(app, name));
   if (found == runners.end()) return Report(name, "no such command", velkor::kExitBadUsage);

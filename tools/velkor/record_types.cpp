@@ -14,17 +14,23 @@
 #include "tn_platform/asn/csm_exception.h"
 #include "tools/velkor/decode_errors.h"
 #include "tools/velkor/io.h"
+#include "tools/velkor/usage.h"
 
 namespace velkor {
 
 namespace {
 
+// The entry `name` stands for: the catalogue's name, or the name `types`
+// shows for a member's type ("qcommon::QAsnNVSList").
 const AsnCatalogueEntry& FindEntry(std::string_view name) {
-  const AsnCatalogueEntry* entry = AsnCatalogue::Find(name);
-  if (entry == nullptr) {
-    ThrowBadUsage("unknown record type \"" + std::string(name) + "\" (velkor types lists them)");
-  }
-  return *entry;
+  const std::size_t colons = name.rfind("::");
+  const std::string_view bare = colons == std::string_view::npos ? name : name.substr(colons + 2);
+  const AsnCatalogueEntry* entry = AsnCatalogue::Find(bare);
+  if (entry != nullptr && (colons == std::string_view::npos || entry->module == name.substr(0, colons))) return *entry;
+  std::vector<std::string> names;
+  for (const AsnCatalogueEntry& known : AsnCatalogue::All()) names.push_back(known.name);
+  ThrowBadUsage("unknown record type \"" + std::string(name) + "\"" + DidYouMean(bare, names) +
+                " (velkor types lists them)");
 }
 
 // Runs a decode of `bytes` as `value`, turning the runtime's exception into
