@@ -194,13 +194,17 @@ TEST(AsnPrimitives, RejectsMalformedEncodings) {
   }
 }
 
-// OCTET STRING prints as quoted text when every octet is printable, else as
-// hex; printing leaves the stream's fill alone.
+// OCTET STRING prints as quoted text when it is UTF-8 text without control
+// characters, else as hex; printing leaves the stream's fill alone.
 TEST(AsnPrimitives, Print) {
   const std::pair<std::string, const char*> octs[] = {{"", "\"\""},
                                                       {"say \"hi\"", "\"say \"\"hi\"\"\""},
                                                       {std::string("a\0b", 3), "'610062'H"},
-                                                      {"\xFF\x0A", "'FF0A'H"}};
+                                                      {"\xFF\x0A", "'FF0A'H"},
+                                                      {"gr\xC3\xBC\xC3\x9F", "\"gr\xC3\xBC\xC3\x9F\""},
+                                                      {"\xC3\x28", "'C328'H"},       // a broken sequence
+                                                      {"\xC0\xAF", "'C0AF'H"},       // not the shortest form
+                                                      {"\xC2\x85", "'C285'H"}};      // a C1 control
   for (const auto& [content, printed] : octs) {
     std::ostringstream os;
     os << std::setfill('*');

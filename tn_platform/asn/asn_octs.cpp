@@ -79,10 +79,53 @@ void AsnOcts::BDec(AsnBuf& buf, unsigned long& bytesDecoded, NIClass_EncodingFor
   BDecContent(buf, tag, length, bytesDecoded);
 }
 
+namespace {
+
+// Length of the UTF-8 sequence starting at `octets[i]` when it is a valid,
+// shortest-form encoding of a character that is not a control character;
+// 0 otherwise.
+std::size_t TextCharLength(std::string_view octets, std::size_t i) {
+  const unsigned lead = static_cast<unsigned char>(octets[i]);
+  if (lead >= 0x20 && lead < 0x7F) return 1;
+  std::size_t length = 0;
+  unsigned code = 0;
+  if (lead >= 0xC2 && lead <= 0xDF) {
+    length = 2;
+    code = lead & 0x1F;
+  } else if (lead >= 0xE0 && lead <= 0xEF) {
+    length = 3;
+    code = lead & 0x0F;
+  } else if (lead >= 0xF0 && lead <= 0xF4) {
+    length = 4;
+    code = lead & 0x07;
+  } else {
+    return 0;
+  }
+  if (octets.size() - i < length) return 0;
+  for (std::size_t k = 1; k < length; ++k) {
+    const unsigned next = static_cast<unsigned char>(octets[i + k]);
+    if ((next & 0xC0) != 0x80) return 0;
+    code = (code << 6) | (next & 0x3F);
+  }
+  static const unsigned kSmallest[] = {0, 0, 0x80, 0x800, 0x10000};
+  if (code < kSmallest[length] || code > 0x10FFFF || (code >= 0xD800 && code <= 0xDFFF)) return 0;
+  if (code >= 0x80 && code < 0xA0) return 0;  // C1 control characters
+  return length;
+}
+
+}  // namespace
+
+bool AsnOctetsAreText(std::string_view octets) {
+  for (std::size_t i = 0; i < octets.size();) {
+    const std::size_t length = TextCharLength(octets, i);
+    if (length == 0) return false;
+    i += length;
+  }
+  return true;
+}
+
 void PrintOctets(std::ostream& os, std::string_view octets) {
-  bool printable = true;
-  for (const char c : octets) printable = printable && c >= 0x20 && c <= 0x7E;
-  if (printable) {
+  if (AsnOctetsAreText(octets)) {
     os << '"';
     for (const char c : octets) os << (c == '"' ? "\"\"" : std::string(1, c));
     os << '"';

@@ -48,7 +48,11 @@ class AsnOcts : public AsnType {
   refl::CBinary m_content;
 };
 
-// Writes octets as ASN.1 value notation: "text" when every octet is printable
-// ASCII (a quote doubled), else 'hex'H.
+// True when `octets` are UTF-8 text without control characters: valid,
+// shortest-form sequences of characters other than C0, DEL and C1 controls.
+bool AsnOctetsAreText(std::string_view octets);
+
+// Writes octets as ASN.1 value notation: "text" when they are text as
+// AsnOctetsAreText has it (a quote doubled), else 'hex'H.
 void PrintOctets(std::ostream& os, std::string_view octets);
 #pragma GCC visibility pop

@@ -13,12 +13,14 @@ namespace {
 
 // One open constructed value.
 struct Frame {
-  std::size_t limit;  // no item inside may run past this offset
-  bool indefinite;    // closed by end-of-contents rather than by reaching `limit`
+  std::size_t start;      // offset of its identifier octet
+  std::size_t limit;      // no item inside may run past this offset
+  bool indefinite;        // closed by end-of-contents rather than by reaching `limit`
+  std::size_t shortBy;    // octets of its content the input lacks (a cut capture)
 };
 
-// Thrown inside the walk for a defect it finds itself; the tag and length
-// decoders of ber.h report theirs as CSM_Exception*.
+// Thrown inside the walk for a defect it finds itself; the tag decoder of
+// ber.h reports its defects as CSM_Exception*.
 struct Break {
   std::string what;
 };
@@ -36,13 +38,19 @@ class Walker {
 
   void Run() {
     for (;;) {
-      // Definite-length values end where their content ends.
-      while (!m_frames.empty() && !m_frames.back().indefinite && m_buf.Offset() == m_frames.back().limit)
+      // Definite-length values end where their content ends; a value the
+      // input cuts short ends the walk there.
+      while (!m_frames.empty() && !m_frames.back().indefinite && m_buf.Offset() == m_frames.back().limit) {
+        const Frame& frame = m_frames.back();
+        if (frame.shortBy > 0) {
+          BreakAt(frame.start, "input ends " + std::to_string(frame.shortBy) + " octets short of the value");
+        }
         m_frames.pop_back();
+      }
       const std::size_t limit = m_frames.empty() ? m_bytes.size() : m_frames.back().limit;
       if (m_buf.Offset() == limit) {
         if (m_frames.empty()) return;
-        BreakAt(m_buf.Offset(), "missing end-of-contents");
+        BreakAt(m_frames.back().start, "input ends before the end-of-contents of the value");
       }
       Item(limit);
     }
@@ -51,22 +59,48 @@ class Walker {
  private:
   // Reads the identifier and length octets of `item`, which must end by
   // `limit`; returns the length (kIndefiniteLength for the indefinite form).
+  // The length is not checked against the input: a cut capture still shows
+  // the items it holds.
   unsigned long ReadHeader(BerItem& item, std::size_t limit) {
     unsigned long octets = 0;
     try {
       item.tag = BDecTag(m_buf, octets);
-      if (m_buf.ReadError()) BreakAt(item.offset, "input ends inside a tag");
-      if (m_buf.Offset() > limit) BreakAt(item.offset, "tag runs past its enclosing value");
-      const unsigned long length = BDecLen(m_buf, octets);
-      if (m_buf.ReadError()) BreakAt(item.offset, "input ends inside a length");
-      if (m_buf.Offset() > limit) BreakAt(item.offset, "length octets run past their enclosing value");
-      return length;
     } catch (CSM_Exception* exception) {
-      // The runtime names the offset it had reached; add where the item began.
       const std::string message = exception->Message();
       delete exception;
-      throw Break{message + " (in the item at offset " + std::to_string(item.offset) + ")"};
+      BreakAt(item.offset, WithoutOffset(message));
     }
+    if (m_buf.ReadError()) BreakAt(item.offset, "input ends inside a tag");
+    if (m_buf.Offset() > limit) BreakAt(item.offset, "tag runs past its enclosing value");
+    const unsigned long length = ReadLength(item);
+    if (m_buf.Offset() > limit) BreakAt(item.offset, "length octets run past their enclosing value");
+    return length;
+  }
+
+  unsigned long ReadLength(const BerItem& item) {
+    const unsigned first = m_buf.GetByte();
+    if (m_buf.ReadError()) BreakAt(item.offset, "input ends inside a length");
+    if (first < 0x80) return first;
+    if (first == 0x80) return kIndefiniteLength;
+    if (first == 0xFF) BreakAt(item.offset, "length octet 0xFF is reserved");
+    const unsigned count = first & 0x7Fu;
+    if (count > AsnDecodeLimits::kMaxLengthOctets) {
+      BreakAt(item.offset, "length with " + std::to_string(count) + " length octets (at most " +
+                               std::to_string(AsnDecodeLimits::kMaxLengthOctets) + ")");
+    }
+    unsigned long length = 0;
+    for (unsigned i = 0; i < count; ++i) {
+      const unsigned octet = m_buf.GetByte();
+      if (m_buf.ReadError()) BreakAt(item.offset, "input ends inside a length");
+      length = (length << 8) | octet;
+    }
+    return length;
+  }
+
+  // A runtime message without its own trailing " at offset N".
+  static std::string WithoutOffset(const std::string& message) {
+    const std::size_t at = message.rfind(" at offset ");
+    return at == std::string::npos ? message : message.substr(0, at);
   }
 
   void Item(std::size_t limit) {
@@ -75,6 +109,7 @@ class Walker {
     item.depth = static_cast<unsigned>(m_frames.size());
     const unsigned long length = ReadHeader(item, limit);
     const std::size_t contentStart = m_buf.Offset();
+    item.headerLength = contentStart - item.offset;
 
     if (item.tag == 0) {  // X.690 8.1.5: end-of-contents is 00 00
       if (length != 0) BreakAt(item.offset, "end-of-contents with content");
@@ -93,16 +128,26 @@ class Walker {
       // X.690 8.1.3.2: only constructed values may use the indefinite form.
       if (!constructed) BreakAt(item.offset, "indefinite length on a primitive value");
       item.indefinite = true;
-      Open(item, Frame{limit, true});
+      Open(item, Frame{item.offset, limit, true, 0});
       return;
     }
-    if (length > limit - contentStart) {
-      BreakAt(item.offset, "length " + std::to_string(length) + " runs past its enclosing value (" +
-                               std::to_string(limit - contentStart) + " octets left)");
-    }
     item.length = length;
+    const std::size_t left = limit - contentStart;
+    if (length > left) {
+      // Past the end of the input itself (every enclosing value cut short
+      // too): a cut capture, whose constructed items are shown up to the cut.
+      const bool inputEnds = limit == m_bytes.size() && (m_frames.empty() || m_frames.back().shortBy > 0 ||
+                                                         m_frames.back().indefinite);
+      if (!inputEnds || !constructed) {
+        BreakAt(item.offset, "length " + std::to_string(length) + " runs past its " +
+                                 (inputEnds ? "input" : "enclosing value") + " (" + std::to_string(left) +
+                                 " octets left)");
+      }
+      Open(item, Frame{item.offset, limit, false, length - left});
+      return;
+    }
     if (constructed) {
-      Open(item, Frame{contentStart + length, false});
+      Open(item, Frame{item.offset, contentStart + length, false, 0});
       return;
     }
     item.content = m_bytes.substr(contentStart, length);

@@ -24,6 +24,7 @@ struct BerItem {
   AsnTag tag = 0;              // packed as ber.h packs tags
   bool endOfContents = false;  // the 00 00 that closes an indefinite length
   bool indefinite = false;     // constructed with indefinite length
+  std::size_t headerLength = 0;  // identifier and length octets
   std::size_t length = 0;      // content octets (definite lengths only)
   std::string_view content;    // the content of a primitive item
 };

@@ -7,6 +7,7 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <ostream>
 #include <string>
 
 #include "tools/velkor/record_commands.h"
@@ -15,7 +16,7 @@ namespace velkor {
 
 struct Runner {
   std::string name;                           // "decode", "convert fiber-to-cable"
-  std::function<std::string()> run;           // returns the command's output
+  std::function<void(std::ostream&)> run;     // writes the command's output as it goes
   std::shared_ptr<const std::string> output;  // where the output goes ("" = standard output)
 };
 
@@ -36,11 +37,23 @@ inline void AddInputOutput(CLI::App& sub, InputOutput& io) {
   sub.add_option("-o,--output", io.output, "Output file (default: standard output)");
 }
 
-// The input FILE argument, -o and --hex for a command that reads or writes
-// record bytes; `hexHelp` says which side the flag is for.
-inline void AddBytesOptions(CLI::App& sub, InputOutput& io, const std::string& hexHelp) {
+// What --hex and --base64 say for a command that reads record bytes.
+inline const char* const kHexInputHelp =
+    "The input is hex text: any blanks, colons or commas between octets, 0x before each octet, "
+    "and xxd or od dumps (their offsets and text columns are skipped) all do";
+inline const char* const kBase64InputHelp = "The input is Base64 text (PEM-style -----BEGIN/END lines are skipped)";
+
+// The --hex and --base64 flags of a command that reads record bytes.
+inline void AddBytesInputFlags(CLI::App& sub, InputOutput& io) {
+  CLI::Option* hex = sub.add_flag("--hex", io.hex, kHexInputHelp);
+  sub.add_flag("--base64", io.base64, kBase64InputHelp)->excludes(hex);
+}
+
+// The input FILE argument and -o of a command that reads record bytes, and
+// its --hex and --base64 flags.
+inline void AddBytesInputOptions(CLI::App& sub, InputOutput& io) {
   AddInputOutput(sub, io);
-  sub.add_flag("--hex", io.hex, hexHelp);
+  AddBytesInputFlags(sub, io);
 }
 
 // Registers the subcommands of `velkor convert`.

@@ -16,7 +16,7 @@ void AddConvertCommands(CLI::App& convert, Runners& runners) {
     } else {
       AddInputOutput(*sub, options->io);
     }
-    if (takes & kTakesFile) sub->add_flag("--hex", options->io.hex, "The input is hex text (blanks ignored)");
+    if (takes & kTakesFile) AddBytesInputFlags(*sub, options->io);
     if (takes & kTakesBytesOut) sub->add_flag("--hex", options->io.hex, "Write the record bytes as hex text");
     if (takes & kTakesMap) {
       sub->add_option("--map", options->mapFile, "Return-code map (JSON) to add to, instead of an empty one");
@@ -30,13 +30,14 @@ void AddConvertCommands(CLI::App& convert, Runners& runners) {
       sub->add_option("--ignore", options->ignore, "Up to three tolerated codes, comma-separated")->delimiter(',');
     }
     if (takes & kTakesMask) {
-      sub->add_option("--mask", options->mask, "Use states to keep: bit n keeps state n (default 0x1F: all)");
+      sub->add_option("--mask", options->mask, "Use states to keep: bit n keeps state n (default 0x1F: all)")
+          ->check(CLI::Range(0u, 0xFFFFu));
     }
     if (takes & kTakesLinkEnd) {
       sub->add_option("--moc", options->moc, "Node class the end may be (with --accept-node)");
       sub->add_flag("--accept-node", options->acceptNode, "Accept an end whose class is --moc as a node");
     }
-    runners[sub] = {std::string("convert ") + command.name, [options, run = command.run] { return run(*options); },
+    runners[sub] = {std::string("convert ") + command.name, [options, run = command.run](std::ostream& out) { out << run(*options); },
                     std::shared_ptr<const std::string>(options, &options->io.output)};
   }
 }

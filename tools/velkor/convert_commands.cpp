@@ -17,7 +17,13 @@ namespace {
 // ---- reading and writing ------------------------------------------------------
 
 void ReadRecord(const ConvertOptions& options, AsnType& record) {
-  DecodeBytes(record, ReadBytes(options.io.input, options.io.hex));
+  const std::string bytes = ReadBytes(options.io.input, options.io.hex, options.io.base64);
+  try {
+    DecodeBytes(record, bytes);
+  } catch (const ToolError& error) {
+    const bool raw = !options.io.hex && !options.io.base64;
+    ThrowBadInput(error.what() + (raw ? TextFormHint(std::string_view(bytes).substr(0, 4096)) : std::string()));
+  }
 }
 
 Json ReadJson(const ConvertOptions& options) { return ParseJson(ReadInput(options.io.input)); }
@@ -78,7 +84,7 @@ ReturnCodeMap StartingMap(const ConvertOptions& options) {
 }
 
 std::string MapResult(unsigned long result, const ReturnCodeMap& map) {
-  return JsonText(Json{{"result", result}, {"map", ReturnCodeMapToJson(map)}});
+  return JsonText(Json{{"result", IntegerToJson(result)}, {"map", ReturnCodeMapToJson(map)}});
 }
 
 // Record bytes in, model JSON out: the shape of most conversions.
@@ -111,7 +117,7 @@ std::string TemplateToMask(const ConvertOptions& options) {
   ReadRecord(options, record);
   std::uint64_t templateType = 0;
   ns_velkor::Convert2FiberInfoTemplateType(record, templateType);
-  return JsonText(Json{{"templateType", templateType}});
+  return JsonText(Json{{"templateType", IntegerToJson(templateType)}});
 }
 
 std::string MaskToTemplate(const ConvertOptions& options) {
@@ -129,7 +135,7 @@ std::string ResIdToLinkPort(const ConvertOptions& options) {
   ns_utilmib::CLinkPortIndex index;
   const bool filled = ns_velkor::Convert2LinkPortIndexByQAsnUniRes(record, index, options.moc, options.acceptNode);
   return JsonText(
-      Json{{"filled", filled}, {"index", ModelToJson(index)}, {"r1LinkPortId", ns_velkor::GetR1LinkPortId(index)}});
+      Json{{"filled", filled}, {"index", ModelToJson(index)}, {"r1LinkPortId", IntegerToJson(ns_velkor::GetR1LinkPortId(index))}});
 }
 
 // ---- return codes --------------------------------------------------------------
@@ -202,7 +208,7 @@ std::string PortStatesToMap(const ConvertOptions& options) {
   qinventoryport::QAsnPortUseStateList list;
   ReadRecord(options, list);
   std::map<ns_utilmib::TNCPPortIndex, unsigned short> map;
-  ns_velkor::Convert2MapCpPortIndex2State(list, map, options.mask);
+  ns_velkor::Convert2MapCpPortIndex2State(list, map, static_cast<unsigned short>(options.mask));
   return JsonText(PortStateMapToJson(map));
 }
 

@@ -18,7 +18,7 @@ struct ConvertOptions {
   bool fillAll = false;               // --fill-all: the Return2 variant
   std::string code;                   // --code: the overall code for ignore-codes
   std::vector<unsigned long> ignore;  // --ignore: up to three tolerated codes
-  unsigned short mask = 0x1F;         // --mask: the use states to keep
+  unsigned mask = 0x1F;               // --mask: the use states to keep (16 bits)
   std::string moc;                    // --moc: the node class a link end may be
   bool acceptNode = false;            // --accept-node
 };

@@ -10,6 +10,8 @@
 #include <string>
 #include <string_view>
 
+#include "tools/velkor/text_forms.h"
+
 namespace velkor {
 
 enum ExitCode : int { kExitOk = 0, kExitBadInput = 1, kExitBadUsage = 2 };
@@ -19,17 +21,8 @@ class ToolError : public std::runtime_error {
   ToolError(ExitCode code, const std::string& message) : std::runtime_error(message), m_code(code) {}
   ExitCode Code() const { return m_code; }
 
-  // What a command produced before it failed (a dump up to the broken
-  // octets); main() shows it on standard output, never in an output file.
-  const std::string& Partial() const { return m_partial; }
-  ToolError& WithPartial(std::string partial) {
-    m_partial = std::move(partial);
-    return *this;
-  }
-
  private:
   ExitCode m_code;
-  std::string m_partial;
 };
 
 // Shorthands for the two kinds of failure.
@@ -40,24 +33,9 @@ class ToolError : public std::runtime_error {
 // "-". Throws ToolError(bad input) when the file cannot be read.
 std::string ReadInput(const std::string& path);
 
-// The octets that hex text stands for. Blanks (space, tab, CR, LF) between
-// and inside pairs of digits are ignored; either case is accepted. Throws
-// ToolError(bad input) naming the offending character's position, or an odd
-// number of digits.
-std::string DecodeHex(std::string_view text);
-
-// Lower-case hex of `bytes`, two digits per octet, no separators.
-std::string EncodeHex(std::string_view bytes);
-
 // Record bytes from the input: the input itself, or the octets its hex text
-// stands for when `hex` is set.
-std::string ReadBytes(const std::string& path, bool hex);
-
-// Writes `data` to `path`, or to standard output when `path` is empty or "-".
-// A file is written to a temporary file in the same directory and renamed
-// over `path` only when complete, so a failure never leaves a partial file.
-// Throws ToolError(bad input) when writing fails.
-void WriteOutput(const std::string& path, std::string_view data);
+// (`hex`) or Base64 text (`base64`) stands for.
+std::string ReadBytes(const std::string& path, bool hex, bool base64 = false);
 
 // Record bytes as output: hex text with a final line break when `hex` is set,
 // or when they would go raw to a terminal (`path` empty and standard output is

@@ -6,22 +6,71 @@
 
 namespace velkor {
 
+namespace {
+
+// nlohmann prefixes its messages with "[json.exception.parse_error.101] ".
+std::string ParseErrorText(const Json::exception& error) {
+  std::string what = error.what();
+  const std::size_t close = what.find("] ");
+  if (what.rfind("[json.exception", 0) == 0 && close != std::string::npos) what.erase(0, close + 2);
+  return what;
+}
+
+bool IsJsonBlank(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; }
+
+std::string_view Trimmed(std::string_view text) {
+  while (!text.empty() && IsJsonBlank(text.front())) text.remove_prefix(1);
+  while (!text.empty() && IsJsonBlank(text.back())) text.remove_suffix(1);
+  return text;
+}
+
+}  // namespace
+
 Json ParseJson(std::string_view text) {
+  // The parser would take a NUL for the end of its input and accept whatever
+  // garbage follows it.
+  const std::size_t nul = text.find('\0');
+  if (nul != std::string_view::npos) ThrowBadInput("bad JSON: NUL octet at position " + std::to_string(nul));
   try {
-    return Json::parse(text.begin(), text.end());
+    return Json::parse(text.begin(), text.end(), nullptr, true, false);
   } catch (const Json::exception& error) {
-    // A syntax error, or a number too large for a double ("1e400", which
-    // the parser reports as out_of_range). nlohmann prefixes its messages
-    // with "[json.exception.parse_error.101] ".
-    std::string what = error.what();
-    const std::size_t close = what.find("] ");
-    if (what.rfind("[json.exception", 0) == 0 && close != std::string::npos) what.erase(0, close + 2);
-    ThrowBadInput("bad JSON: " + what);
+    // A syntax error, or a number too large for a double ("1e400"), which
+    // the parser reports as out_of_range.
+    ThrowBadInput("bad JSON: " + ParseErrorText(error));
+  }
+}
+
+void ForEachJsonRecord(std::string_view text, const std::function<void(const Json&, std::size_t)>& visit) {
+  const std::string_view trimmed = Trimmed(text);
+  if (!trimmed.empty() && trimmed.front() == '[') {
+    const Json array = ParseJson(text);
+    for (std::size_t i = 0; i < array.size(); ++i) visit(array[i], i);
+    return;
+  }
+  std::size_t index = 0;
+  std::size_t lineNumber = 0;
+  while (!text.empty()) {
+    const std::size_t end = text.find('\n');
+    const std::string_view line = text.substr(0, end);
+    text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
+    ++lineNumber;
+    if (Trimmed(line).empty()) continue;
+    Json json;
+    try {
+      json = ParseJson(line);
+    } catch (const ToolError& error) {
+      ThrowBadInput(std::string(error.what()) + " (line " + std::to_string(lineNumber) + ")");
+    }
+    visit(json, index++);
   }
 }
 
 // Invalid UTF-8 (possible only in a map key) is shown as U+FFFD, not refused.
 std::string JsonText(const Json& json) { return json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n"; }
+
+std::string CompactJsonText(const Json& json) {
+  return json.dump(-1, ' ', false, Json::error_handler_t::replace) + "\n";
+}
 
 void ThrowJsonError(const std::string& path, const std::string& what) { ThrowBadInput(path + ": " + what); }
 
@@ -41,6 +90,19 @@ std::string JsonTypeName(const Json& json) {
       return "a number with a fraction";
     default:
       return "a number";
+  }
+}
+
+Json DecimalTextToJson(const std::string& text) {
+  const std::size_t digits = text.size() - (text.rfind('-', 0) == 0 ? 1 : 0);
+  if (digits == 0 || digits > 20 || text.find_first_not_of("0123456789", text.size() - digits) != std::string::npos)
+    return nullptr;
+  try {
+    Json number = Json::parse(text);
+    // 20 digits may be beyond 64 bits: the parser then gives a double.
+    return number.is_number_integer() ? number : Json(nullptr);
+  } catch (const Json::exception&) {
+    return nullptr;
   }
 }
 

@@ -4,7 +4,9 @@
 // their errors ("QAsnFiberInfo.aEndPort.level1ID: integer out of range").
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <limits>
 #include <nlohmann/json.hpp>
 #include <string>
@@ -15,11 +17,21 @@ namespace velkor {
 
 using Json = nlohmann::ordered_json;
 
-// Parses `text`. Throws ToolError(bad input) "bad JSON: <what>".
+// Parses `text` as exactly one JSON document: nothing but blanks may follow
+// it, and a NUL octet anywhere is refused. Throws ToolError(bad input)
+// "bad JSON: <what>".
 Json ParseJson(std::string_view text);
+
+// Calls `visit(record, index)` for each record of `text`: the elements of one
+// JSON array, or one document per line (JSON Lines; blank lines skipped).
+// Throws as ParseJson, naming the line for JSON Lines.
+void ForEachJsonRecord(std::string_view text, const std::function<void(const Json&, std::size_t)>& visit);
 
 // `json` as indented text with a final line break.
 std::string JsonText(const Json& json);
+
+// `json` on one line with a final line break (a line of JSON Lines).
+std::string CompactJsonText(const Json& json);
 
 // Throws ToolError(bad input) "<path>: <what>".
 [[noreturn]] void ThrowJsonError(const std::string& path, const std::string& what);
@@ -27,10 +39,33 @@ std::string JsonText(const Json& json);
 // The JSON type's name for messages ("a string", "an array", ...).
 std::string JsonTypeName(const Json& json);
 
-// An integer of type T from a JSON number without fraction, range-checked.
+// An integer as JSON: a number, or for 64-bit types a decimal string, as the
+// protobuf JSON mapping has it, so that tools that hold numbers as doubles
+// (jq, JavaScript) cannot round it.
 template <class T>
-T JsonInteger(const Json& json, const std::string& path) {
+Json IntegerToJson(T value) {
   static_assert(std::is_integral_v<T>, "integers only");
+  if constexpr (sizeof(T) >= 8) {
+    return std::to_string(value);
+  } else {
+    return value;
+  }
+}
+
+// `text` as a JSON number when it is a decimal integer ("-12"), else null.
+Json DecimalTextToJson(const std::string& text);
+
+// An integer of type T from a JSON number without fraction or a string of
+// decimal digits, range-checked.
+template <class T>
+T JsonInteger(const Json& given, const std::string& path) {
+  static_assert(std::is_integral_v<T>, "integers only");
+  Json parsed;
+  if (given.is_string()) {
+    parsed = DecimalTextToJson(given.get<std::string>());
+    if (parsed.is_null()) ThrowJsonError(path, "expected an integer, found the string " + given.dump());
+  }
+  const Json& json = given.is_string() ? parsed : given;
   if (json.is_number_unsigned()) {
     const std::uint64_t value = json.get<std::uint64_t>();
     if (value <= static_cast<std::uint64_t>(std::numeric_limits<T>::max())) return static_cast<T>(value);

@@ -3,13 +3,16 @@
 #include <iostream>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "tn_platform/asn/csm_exception.h"
 #include "tn_platform/trace/trace_sink.h"
 #include "tools/velkor/cli.h"
 #include "tools/velkor/demo.h"
 #include "tools/velkor/io.h"
+#include "tools/velkor/output.h"
 #include "tools/velkor/record_commands.h"
+#include "tools/velkor/usage.h"
 #include "tn_velkor/version.h"
 
 namespace {
@@ -68,28 +71,30 @@ void AddInspectCommands(CLI::App& app, Runners& runners) {
     sub->add_option("TYPE", *only, "Show only this type");
     sub->add_flag("--json", *json, "Write the list as JSON");
     sub->add_option("-o,--output", *output, "Output file (default: standard output)");
-    runners[sub] = {"types", [=] { return velkor::RunTypes(*only, *json); }, output};
+    runners[sub] = {"types", [=](std::ostream& out) { out << velkor::RunTypes(*only, *json); }, output};
   }
   {
     auto io = std::make_shared<InputOutput>();
     CLI::App* sub = velkor::AddSubcommand(app, "dump", "Show the tag-length-value structure of any BER bytes",
                                           "velkor dump --hex record.hex");
-    velkor::AddBytesOptions(*sub, *io, "The input is hex text (blanks ignored)");
-    runners[sub] = {"dump", [=] { return velkor::RunDump(*io); }, std::shared_ptr<const std::string>(io, &io->output)};
+    velkor::AddBytesInputOptions(*sub, *io);
+    runners[sub] = {"dump", [=](std::ostream& out) { velkor::RunDump(*io, out); },
+                    std::shared_ptr<const std::string>(io, &io->output)};
   }
   {
-    auto io = std::make_shared<InputOutput>();
-    auto type = std::make_shared<std::string>();
-    auto all = std::make_shared<bool>(false);
-    auto json = std::make_shared<bool>(false);
+    auto options = std::make_shared<velkor::DecodeOptions>();
     CLI::App* sub = velkor::AddSubcommand(app, "decode", "Decode a record and show it in value notation or JSON",
                                           "velkor decode QAsnFiberInfo fiber.ber --json");
-    sub->add_option("TYPE", *type, "Record or list type (see velkor types)")->required();
-    velkor::AddBytesOptions(*sub, *io, "The input is hex text (blanks ignored)");
-    sub->add_flag("--all", *all, "Decode every record of the input, one after another");
-    sub->add_flag("--json", *json, "Write JSON instead of value notation");
-    runners[sub] = {"decode", [=] { return velkor::RunDecode(*type, *io, *all, *json); },
-                    std::shared_ptr<const std::string>(io, &io->output)};
+    sub->add_option("TYPE", options->type, "Record or list type (see velkor types)")->required();
+    velkor::AddBytesInputOptions(*sub, options->io);
+    CLI::Option* all = sub->add_flag("--all", options->all, "Decode every record of the input, one after another");
+    sub->add_flag("--json", options->json, "Write JSON instead of value notation");
+    sub->add_flag("--compact", options->compact, "JSON on one line per record (with --all: JSON Lines)");
+    sub->add_flag("--keep-going", options->keepGoing,
+                  "With --all: report a broken record and go on with the next (exit 1 at the end)")
+        ->needs(all);
+    runners[sub] = {"decode", [=](std::ostream& out) { velkor::RunDecode(*options, out); },
+                    std::shared_ptr<const std::string>(options, &options->io.output)};
   }
   {
     auto io = std::make_shared<InputOutput>();
@@ -98,9 +103,12 @@ void AddInspectCommands(CLI::App& app, Runners& runners) {
     CLI::App* sub = velkor::AddSubcommand(app, "encode", "Encode a record given as JSON into BER",
                                           "velkor encode QAsnPortIndex port.json --hex");
     sub->add_option("TYPE", *type, "Record or list type (see velkor types)")->required();
-    velkor::AddBytesOptions(*sub, *io, "Write the bytes as hex text");
-    sub->add_flag("--all", *all, "The input is a JSON array of records, encoded one after another");
-    runners[sub] = {"encode", [=] { return velkor::RunEncode(*type, *io, *all); },
+    velkor::AddInputOutput(*sub, *io);
+    sub->add_flag("--hex", io->hex, "Write the bytes as hex text");
+    sub->add_flag("--all", *all,
+                  "The input is a JSON array of records, or one record per line (JSON Lines); each is encoded, "
+                  "one after another");
+    runners[sub] = {"encode", [=](std::ostream& out) { velkor::RunEncode(*type, *io, *all, out); },
                     std::shared_ptr<const std::string>(io, &io->output)};
   }
   {
@@ -108,7 +116,7 @@ void AddInspectCommands(CLI::App& app, Runners& runners) {
     CLI::App* sub =
         velkor::AddSubcommand(app, "demo", "Walk a typical request step by step on built-in samples", "velkor demo");
     sub->add_option("-o,--output", *output, "Output file (default: standard output)");
-    runners[sub] = {"demo", [] { return velkor::RunDemo(); }, output};
+    runners[sub] = {"demo", [](std::ostream& out) { out << velkor::RunDemo(); }, output};
   }
 }
 
@@ -138,32 +146,40 @@ int main(int argc, char** argv) {
     if (argc == 1) return Report("", "a command is required (see velkor --help)", velkor::kExitBadUsage);
     const CLI::App* chosen = Chosen(app, name);
     const std::string unknown = UnknownSubcommand(*chosen, argc, argv);
+    const std::string help = name.empty() ? "velkor --help" : "velkor " + name + " --help";
     if (!unknown.empty()) {
-      const std::string help = name.empty() ? "velkor --help" : "velkor " + name + " --help";
-      return Report(name, "unknown command \"" + unknown + "\" (see " + help + ")", velkor::kExitBadUsage);
+      std::vector<std::string> commands;
+      for (const CLI::App* sub : chosen->get_subcommands({})) commands.push_back(sub->get_name());
+      return Report(name, "unknown command \"" + unknown + "\"" + velkor::DidYouMean(unknown, commands) + " (see " +
+                              help + ")",
+                    velkor::kExitBadUsage);
     }
-    return Report(name, error.what(), velkor::kExitBadUsage);
+    return Report(name, velkor::UsageMessage(error) + " (see " + help + ")", velkor::kExitBadUsage);
   }
   const auto found = runners.find(Chosen(app, name));
   if (found == runners.end()) return Report(name, "no such command", velkor::kExitBadUsage);
   const velkor::Runner& runner = found->second;
   if (trace) ns_utility::SetTraceSink(&TraceToStandardError);
 
+  // The output opens first: a command writes as it goes. What it wrote
+  // before failing stays where it can be read at once (a dump up to the
+  // break); an output file is left untouched instead.
+  std::unique_ptr<velkor::Output> output;
   try {
-    velkor::WriteOutput(*runner.output, runner.run());
+    output = std::make_unique<velkor::Output>(*runner.output);
+    runner.run(output->Stream());
+    output->Commit();
     return velkor::kExitOk;
   } catch (const velkor::ToolError& error) {
-    // A partial result helps only where it can be read at once; an output
-    // file is left untouched instead.
-    if (!error.Partial().empty() && (runner.output->empty() || *runner.output == "-")) {
-      std::cout << error.Partial() << std::flush;
-    }
+    if (output) output->Abandon();
     return Report(runner.name, error.what(), error.Code());
   } catch (CSM_Exception* exception) {
+    if (output) output->Abandon();
     const std::string message = exception->Message();
     delete exception;
     return Report(runner.name, message, velkor::kExitBadInput);
   } catch (const std::exception& exception) {
+    if (output) output->Abandon();
     return Report(runner.name, exception.what(), velkor::kExitBadInput);
   }
 }

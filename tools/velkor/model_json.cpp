@@ -109,8 +109,10 @@ template <class T>
 Json FieldToJson(const T& value) {
   if constexpr (std::is_same_v<T, float>) {
     return ShortestFloat(value);
-  } else if constexpr (std::is_arithmetic_v<T>) {
+  } else if constexpr (std::is_same_v<T, bool> || std::is_floating_point_v<T>) {
     return value;
+  } else if constexpr (std::is_integral_v<T>) {
+    return IntegerToJson(value);
   } else if constexpr (std::is_same_v<T, std::string>) {
     return OctetsToJson(value);
   } else if constexpr (std::is_same_v<T, LinkPortKind>) {
@@ -225,7 +227,7 @@ Json NameValueMapToJson(const std::map<std::string, std::string>& map) {
 
 Json AlarmKeyMapToJson(const std::map<std::string, int>& map) {
   Json object = Json::object();
-  for (const auto& [key, value] : map) object[key] = value;
+  for (const auto& [key, value] : map) object[key] = IntegerToJson(value);
   return object;
 }
 

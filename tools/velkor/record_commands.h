@@ -1,31 +1,44 @@
 // The commands that work on records of any catalogue type: types, dump,
-// decode and encode. Each takes its parsed arguments and returns what goes to
-// the output; failures are ToolErrors.
+// decode and encode. Each takes its parsed arguments and writes to `out` as it
+// goes, so a long capture needs no more memory than the input itself;
+// failures are ToolErrors.
 #pragma once
 
+#include <ostream>
 #include <string>
 
 namespace velkor {
 
 // Where a command reads and writes.
 struct InputOutput {
-  std::string input;   // file, or "" / "-" for standard input
-  std::string output;  // file, or "" for standard output
-  bool hex = false;    // the command's bytes (input or output) are hex text
+  std::string input;    // file, or "" / "-" for standard input
+  std::string output;   // file, or "" for standard output
+  bool hex = false;     // the command's bytes (input or output) are hex text
+  bool base64 = false;  // the command's input bytes are Base64 text
 };
 
 // `velkor types [TYPE] [--json]`.
 std::string RunTypes(const std::string& only, bool json);
 
-// `velkor dump [FILE]`. On broken bytes throws ToolError(bad input) whose
-// partial output is the dump up to the break.
-std::string RunDump(const InputOutput& io);
+// `velkor dump [FILE]`: one line per item, written as it is read. On broken
+// bytes the items before the break are out already; throws ToolError(bad
+// input) naming the break's offset.
+void RunDump(const InputOutput& io, std::ostream& out);
 
-// `velkor decode TYPE [FILE] [--all] [--json]`.
-std::string RunDecode(const std::string& type, const InputOutput& io, bool all, bool json);
+struct DecodeOptions {
+  std::string type;
+  InputOutput io;
+  bool all = false;        // every record of a capture
+  bool json = false;       // JSON instead of value notation
+  bool compact = false;    // JSON on one line per record (JSON Lines with `all`)
+  bool keepGoing = false;  // with `all`: report a broken record and go on
+};
+
+// `velkor decode TYPE [FILE] [--all] [--json] [--compact] [--keep-going]`.
+void RunDecode(const DecodeOptions& options, std::ostream& out);
 
 // `velkor encode TYPE [FILE] [--all]`: JSON in, bytes out; with `all` the JSON
-// is an array of values, encoded one after another.
-std::string RunEncode(const std::string& type, const InputOutput& io, bool all);
+// is an array of values or one value per line, encoded one after another.
+void RunEncode(const std::string& type, const InputOutput& io, bool all, std::ostream& out);
 
 }  // namespace velkor

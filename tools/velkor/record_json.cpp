@@ -16,47 +16,6 @@ namespace velkor {
 
 namespace {
 
-// Length of the UTF-8 sequence starting at `octets[i]` when it is a valid,
-// shortest-form encoding of a character that is not a control character;
-// 0 otherwise.
-std::size_t TextCharLength(std::string_view octets, std::size_t i) {
-  const unsigned lead = static_cast<unsigned char>(octets[i]);
-  if (lead >= 0x20 && lead < 0x7F) return 1;
-  std::size_t length = 0;
-  unsigned code = 0;
-  if (lead >= 0xC2 && lead <= 0xDF) {
-    length = 2;
-    code = lead & 0x1F;
-  } else if (lead >= 0xE0 && lead <= 0xEF) {
-    length = 3;
-    code = lead & 0x0F;
-  } else if (lead >= 0xF0 && lead <= 0xF4) {
-    length = 4;
-    code = lead & 0x07;
-  } else {
-    return 0;
-  }
-  if (octets.size() - i < length) return 0;
-  for (std::size_t k = 1; k < length; ++k) {
-    const unsigned next = static_cast<unsigned char>(octets[i + k]);
-    if ((next & 0xC0) != 0x80) return 0;
-    code = (code << 6) | (next & 0x3F);
-  }
-  static const unsigned kSmallest[] = {0, 0, 0x80, 0x800, 0x10000};
-  if (code < kSmallest[length] || code > 0x10FFFF || (code >= 0xD800 && code <= 0xDFFF)) return 0;
-  if (code >= 0x80 && code < 0xA0) return 0;  // C1 control characters
-  return length;
-}
-
-bool IsText(std::string_view octets) {
-  for (std::size_t i = 0; i < octets.size();) {
-    const std::size_t length = TextCharLength(octets, i);
-    if (length == 0) return false;
-    i += length;
-  }
-  return true;
-}
-
 // The elements of a list as separate values. The runtime's list template
 // offers no element access through its untyped base, so the elements are
 // taken from the list's own encoding: after the SEQUENCE OF header, each
@@ -120,7 +79,7 @@ void JsonToRecord(const Json& json, AsnSequence& record, const std::string& path
 }  // namespace
 
 Json OctetsToJson(std::string_view octets) {
-  if (IsText(octets)) return std::string(octets);
+  if (AsnOctetsAreText(octets)) return std::string(octets);
   return Json{{"hex", EncodeHex(octets)}};
 }
 
@@ -145,7 +104,7 @@ Json ValueToJson(const AsnType& value) {
   }
   if (const auto* octets = dynamic_cast<const AsnOcts*>(&value)) return OctetsToJson(octets->view());
   if (const auto* tiny = dynamic_cast<const AsnTinyInt*>(&value)) return tiny->Value();
-  if (const auto* integer = dynamic_cast<const AsnInt*>(&value)) return integer->Value();
+  if (const auto* integer = dynamic_cast<const AsnInt*>(&value)) return IntegerToJson(integer->Value());
   if (const auto* boolean = dynamic_cast<const AsnBool*>(&value)) return boolean->Value();
   ThrowBadInput(std::string("values of type ") + value.typeName() + " have no JSON form");
 }

@@ -12,29 +12,37 @@
 #include "tn_platform/asn/asn_sequence.h"
 #include "tn_platform/asn/asn_value_io.h"
 #include "tn_platform/asn/csm_exception.h"
+#include "tools/velkor/decode_errors.h"
 #include "tools/velkor/io.h"
+#include "tools/velkor/usage.h"
 
 namespace velkor {
 
 namespace {
 
+// The entry `name` stands for: the catalogue's name, or the name `types`
+// shows for a member's type ("qcommon::QAsnNVSList").
 const AsnCatalogueEntry& FindEntry(std::string_view name) {
-  const AsnCatalogueEntry* entry = AsnCatalogue::Find(name);
-  if (entry == nullptr) {
-    ThrowBadUsage("unknown record type \"" + std::string(name) + "\" (velkor types lists them)");
-  }
-  return *entry;
+  const std::size_t colons = name.rfind("::");
+  const std::string_view bare = colons == std::string_view::npos ? name : name.substr(colons + 2);
+  const AsnCatalogueEntry* entry = AsnCatalogue::Find(bare);
+  if (entry != nullptr && (colons == std::string_view::npos || entry->module == name.substr(0, colons))) return *entry;
+  std::vector<std::string> names;
+  for (const AsnCatalogueEntry& known : AsnCatalogue::All()) names.push_back(known.name);
+  ThrowBadUsage("unknown record type \"" + std::string(name) + "\"" + DidYouMean(bare, names) +
+                " (velkor types lists them)");
 }
 
-// Runs a decode, turning the runtime's exception into the tool's error.
+// Runs a decode of `bytes` as `value`, turning the runtime's exception into
+// the tool's error, located as the dump would show it.
 template <class Decode>
-auto Decoding(Decode decode) {
+auto Decoding(Decode decode, const AsnType& value, std::string_view bytes, std::size_t base = 0) {
   try {
     return decode();
   } catch (CSM_Exception* exception) {
     const std::string message = exception->Message();
     delete exception;
-    ThrowBadInput(message);
+    ThrowBadInput(LocateDecodeError(message, bytes, base, value.typeName()));
   }
 }
 
@@ -78,14 +86,16 @@ std::unique_ptr<AsnType> CreateElementOf(const AsnListBase& list) {
 }
 
 void DecodeBytes(AsnType& value, std::string_view bytes) {
-  Decoding([&] {
-    AsnDecodeValue(value, bytes);
-    return true;
-  });
+  Decoding(
+      [&] {
+        AsnDecodeValue(value, bytes);
+        return true;
+      },
+      value, bytes);
 }
 
-std::size_t DecodeFrontBytes(AsnType& value, std::string_view bytes) {
-  return Decoding([&] { return AsnDecodeFront(value, bytes); });
+std::size_t DecodeFrontBytes(AsnType& value, std::string_view bytes, std::size_t base) {
+  return Decoding([&] { return AsnDecodeFront(value, bytes); }, value, bytes, base);
 }
 
 std::string EncodeBytes(const AsnType& value) { return AsnEncodeValue(const_cast<AsnType&>(value)); }

@@ -28,8 +28,9 @@ std::unique_ptr<AsnType> CreateElementOf(const AsnListBase& list);
 void DecodeBytes(AsnType& value, std::string_view bytes);
 
 // Decodes one value from the front of `bytes`; returns the octets it took.
-// Throws as DecodeBytes.
-std::size_t DecodeFrontBytes(AsnType& value, std::string_view bytes);
+// Throws as DecodeBytes, with offsets counted from `base` octets before
+// `bytes` (the value's place in a capture).
+std::size_t DecodeFrontBytes(AsnType& value, std::string_view bytes, std::size_t base = 0);
 
 // The BER encoding of `value` (the runtime's encoder is not const, but
 // encoding leaves the value as it was).
