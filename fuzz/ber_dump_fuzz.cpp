@@ -2,8 +2,6 @@
 // read outside the input (the sanitizers watch), every item it reports must
 // lie inside the input after the one before it, and bytes that the runtime
 // decodes as a whole value must walk completely.
-//
-// The fuzz build leaves the tool out, so the walker's source is compiled here.
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
@@ -14,7 +12,7 @@
 #include "tn_velkor/qcommon/qcommon_lists.h"
 #include "tn_platform/asn/asn_value_io.h"
 #include "tn_platform/asn/csm_exception.h"
-#include "tools/velkor/ber_dump.cpp"
+#include "tools/velkor/ber_dump.h"
 
 namespace {
 

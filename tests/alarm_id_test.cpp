@@ -5,6 +5,8 @@
 #include <climits>
 #include <map>
 #include <string>
+#include <tuple>
+#include <utility>
 
 #include "tn_velkor/ns_velkor.h"
 
@@ -13,22 +15,15 @@ namespace {
 using AlarmMap = std::map<std::string, int>;
 
 TEST(AlarmIdCompose, FromMapAndFaultReport) {
-  struct Case {
-    AlarmMap map;
-    const char* expected;
+  const std::pair<AlarmMap, const char*> cases[] = {
+      {{{"sFaultID", 5}}, "5-0"},                                                                 // missing: 0
+      {{{"sFaultID", 12}, {"lAlarmGroupID", 34}, {"other", 99}, {"lAlarmGroupId", 1}}, "12-34"},  // exact keys only
+      {{{"sFaultID", 12}, {"lAlarmGroupID", -7}}, "12--7"},                                       // sign kept
   };
-  const Case cases[] = {
-      {{{"sFaultID", 12}, {"lAlarmGroupID", 34}}, "12-34"},
-      {{}, "0-0"},
-      {{{"sFaultID", 5}}, "5-0"},
-      {{{"lAlarmGroupID", 5}}, "0-5"},
-      {{{"sFaultID", 12}, {"lAlarmGroupID", 34}, {"other", 99}, {"lAlarmGroupId", 1}}, "12-34"},
-      {{{"sFaultID", 12}, {"lAlarmGroupID", -7}}, "12--7"},
-  };
-  for (const Case& c : cases) {
-    const AlarmMap before = c.map;
-    EXPECT_EQ(ns_velkor::GetCombineStrByMapKeyValueAsNewAlarmID(c.map), c.expected);
-    EXPECT_EQ(c.map, before);
+  for (const auto& [map, expected] : cases) {
+    const AlarmMap before = map;
+    EXPECT_EQ(ns_velkor::GetCombineStrByMapKeyValueAsNewAlarmID(map), expected);
+    EXPECT_EQ(map, before);  // missing keys are not added
   }
 
   EXPECT_EQ(ns_velkor::GetCombineStrByAsnOtherFaultRptAtrcAsNewAlarmID(nullptr), "");
@@ -44,36 +39,28 @@ constexpr int kOldFault = 111;
 constexpr int kOldGroup = 222;
 
 TEST(AlarmIdSplit, WellFormedAndMalformedTexts) {
-  struct Case {
-    std::string text;
-    int fault;
-    int group;
-  };
-  const Case cases[] = {
+  const std::tuple<std::string, int, int> cases[] = {
       {"12-34", 12, 34},
-      {"", kOldFault, kOldGroup},
-      {"   ", kOldFault, kOldGroup},
-      {"12", 12, kOldGroup},
-      {"12-", 12, kOldGroup},
-      {"12 34", 12, kOldGroup},
-      {"12x-34", 12, 34},
-      {"12-34x", 12, 34},
-      {"x-34", 0, kOldGroup},
-      {"12-x", 12, 0},
-      {"12--34", 12, -34},
-      {"+5-7", 5, 7},
-      {" 12 - 34 ", 12, 34},
-      {"\t12\n-\t34\n", 12, 34},
-      {"2147483648-1", INT_MAX, kOldGroup},
-      {"-2147483649-1", INT_MIN, kOldGroup},
-      {"12-2147483648", 12, INT_MAX},
-      {"-", 0, kOldGroup},
+      {"", kOldFault, kOldGroup},             // nothing to read: both unchanged
+      {"12", 12, kOldGroup},                  // no separator: group unchanged
+      {"12-", 12, kOldGroup},                 // nothing after the separator: unchanged
+      {"12 34", 12, kOldGroup},               // a blank is no separator
+      {"12x-34", 12, 34},                     // junk after a number is skipped up to the separator
+      {"x-34", 0, kOldGroup},                 // unreadable fault: 0, and the group is not read
+      {"12-x", 12, 0},                        // unreadable group: 0
+      {"12--34", 12, -34},                    // negative group
+      {"+5-7", 5, 7},                         // explicit plus
+      {"\t12\n-\t34\n", 12, 34},              // any white space around the numbers
+      {"2147483648-1", INT_MAX, kOldGroup},   // overflow clamps and stops
+      {"-2147483649-1", INT_MIN, kOldGroup},  // underflow likewise
+      {"12-2147483648", 12, INT_MAX},         // overflow in the group
+      {"-", 0, kOldGroup},                    // a lone separator is a failed number
   };
-  for (const Case& c : cases) {
-    SCOPED_TRACE("text \"" + c.text + "\"");
+  for (const auto& [text, fault, group] : cases) {
+    SCOPED_TRACE("text \"" + text + "\"");
     AlarmMap map{{"sFaultID", kOldFault}, {"lAlarmGroupID", kOldGroup}, {"third", 3}};
-    ns_velkor::GetMapKeyValueByNewAlarmID(c.text, map);
-    EXPECT_EQ(map, (AlarmMap{{"sFaultID", c.fault}, {"lAlarmGroupID", c.group}, {"third", 3}}));
+    ns_velkor::GetMapKeyValueByNewAlarmID(text, map);
+    EXPECT_EQ(map, (AlarmMap{{"sFaultID", fault}, {"lAlarmGroupID", group}, {"third", 3}}));
   }
 
   AlarmMap missing{{"lAlarmGroupID", 8}};  // missing entries are created with zero
@@ -81,8 +68,9 @@ TEST(AlarmIdSplit, WellFormedAndMalformedTexts) {
   EXPECT_EQ(missing, (AlarmMap{{"sFaultID", 0}, {"lAlarmGroupID", 8}}));
 }
 
+// Map and record give the same text, and the text splits back, at the extremes.
 TEST(AlarmIdRoundTrip, ExtremeValuesComeBack) {
-  const int values[] = {INT_MIN, INT_MIN + 1, -1, 0, 1, INT_MAX};
+  const int values[] = {INT_MIN, -1, 0, INT_MAX};
   for (int fault : values) {
     for (int group : values) {
       SCOPED_TRACE(std::to_string(fault) + "/" + std::to_string(group));

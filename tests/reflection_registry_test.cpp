@@ -9,11 +9,11 @@
 #include <string>
 #include <tuple>
 
+#include "tn_platform/refl/class_infor.h"
+#include "tn_velkor/asn/value_type_descriptions.h"
 #include "tn_velkor/qcommon/qasn_column.h"
 #include "tn_velkor/qcommon/qasn_uni_res_id.h"
 #include "tn_velkor/qcommon/qcommon_lists.h"
-#include "tn_velkor/asn/value_type_descriptions.h"
-#include "tn_platform/refl/class_infor.h"
 
 namespace {
 
@@ -23,38 +23,22 @@ using qcommon::QAsnNameAndValueString;
 using qcommon::QAsnTinyIntList;
 using qcommon::QAsnUniResID;
 
+// Per class its attributes in registration order, as name/number/type/custom id
+// (number -1: mandatory; custom id 4 AsnOcts, 40 AsnTinyInt, 41 SEQUENCE OF).
 struct ClassRow {
   const refl::CClassInfor& (*classInfor)();
   const char* name;
   unsigned long size;
+  const char* attributes;
 };
 const ClassRow kClasses[] = {
-    {&QAsnNameAndValueString::GetClassInfor, "QAsnNameAndValueString", sizeof(QAsnNameAndValueString)},
-    {&QAsnUniResID::GetClassInfor, "QAsnUniResID", sizeof(QAsnUniResID)},
-    {&QAsnErrInfo::GetClassInfor, "QAsnErrInfo", sizeof(QAsnErrInfo)},
-    {&QAsnColumn::GetClassInfor, "QAsnColumn", sizeof(QAsnColumn)},
-};
-
-// The attributes of every class, in registration order.
-struct AttributeRow {
-  const char* className;
-  const char* name;
-  short number;          // -1 mandatory, else the optional member's number
-  const char* typeName;  // the custom basic type's or the custom type's name
-  unsigned customId;     // 4 AsnOcts, 40 AsnTinyInt, 41 SEQUENCE OF
-};
-const AttributeRow kAttributes[] = {
-    {"QAsnNameAndValueString", "name", -1, "AsnOcts", 4},
-    {"QAsnNameAndValueString", "value", -1, "AsnOcts", 4},
-    {"QAsnUniResID", "strFDN", -1, "AsnOcts", 4},
-    {"QAsnUniResID", "strMOC", -1, "AsnOcts", 4},
-    {"QAsnUniResID", "neID", -1, "AsnTinyInt", 40},
-    {"QAsnUniResID", "poSerialNum", 0, "AsnOcts", 4},
-    {"QAsnErrInfo", "objID", -1, "qcommon::QAsnTinyIntList", 41},
-    {"QAsnErrInfo", "objName", 0, "AsnOcts", 4},
-    {"QAsnErrInfo", "errCode", -1, "AsnTinyInt", 40},
-    {"QAsnErrInfo", "strOperDesc", 1, "AsnOcts", 4},
-    {"QAsnColumn", "strCondition", -1, "AsnOcts", 4},
+    {&QAsnNameAndValueString::GetClassInfor, "QAsnNameAndValueString", sizeof(QAsnNameAndValueString),
+     "name/-1/AsnOcts/4 value/-1/AsnOcts/4"},
+    {&QAsnUniResID::GetClassInfor, "QAsnUniResID", sizeof(QAsnUniResID),
+     "strFDN/-1/AsnOcts/4 strMOC/-1/AsnOcts/4 neID/-1/AsnTinyInt/40 poSerialNum/0/AsnOcts/4"},
+    {&QAsnErrInfo::GetClassInfor, "QAsnErrInfo", sizeof(QAsnErrInfo),
+     "objID/-1/qcommon::QAsnTinyIntList/41 objName/0/AsnOcts/4 errCode/-1/AsnTinyInt/40 strOperDesc/1/AsnOcts/4"},
+    {&QAsnColumn::GetClassInfor, "QAsnColumn", sizeof(QAsnColumn), "strCondition/-1/AsnOcts/4"},
 };
 
 TEST(ReflectionRegistry, CommonRecordsRegisterTheirTable) {
@@ -62,27 +46,22 @@ TEST(ReflectionRegistry, CommonRecordsRegisterTheirTable) {
   for (const ClassRow& row : kClasses) {
     const refl::CClassInfor& infor = row.classInfor();
     SCOPED_TRACE(row.name);
-    EXPECT_EQ(infor.Name(), row.name);
-    EXPECT_EQ(infor.Size(), row.size);
+    EXPECT_EQ(std::make_tuple(infor.Name(), infor.Size()), std::make_tuple(row.name, row.size));
     EXPECT_EQ(refl::CClassInfor::Find(row.name), &infor);
-    std::size_t i = 0;
-    for (const AttributeRow& expected : kAttributes) {
-      if (infor.Name() != expected.className) continue;
-      SCOPED_TRACE(expected.name);
-      ASSERT_LT(i, infor.Attributes().size());
-      const refl::CAttribInfor& attribute = infor.Attributes()[i++];
-      EXPECT_EQ(attribute.name, expected.name);
-      EXPECT_EQ(attribute.number, expected.number);
+    std::string attributes;
+    for (const refl::CAttribInfor& attribute : infor.Attributes()) {
+      SCOPED_TRACE(attribute.name);
+      attributes += (attributes.empty() ? "" : " ") + std::string(attribute.name) + "/" +
+                    std::to_string(attribute.number) + "/" + attribute.type.TypeName() + "/" +
+                    std::to_string(attribute.type.CustomId());
       EXPECT_LT(attribute.position, row.size);
       EXPECT_EQ(attribute.access, refl::Enum::Public);
-      EXPECT_EQ(attribute.type.TypeName(), expected.typeName);
-      EXPECT_EQ(attribute.type.CustomId(), expected.customId);
-      EXPECT_EQ(attribute.type.IsMayNull(), expected.number >= 0);  // only optional members may be null
+      EXPECT_EQ(attribute.type.IsMayNull(), attribute.number >= 0);  // only optional members may be null
       // Plain and optional members of one value type share one description.
-      EXPECT_EQ(shared.emplace(expected.typeName, attribute.type.CustomBasic()).first->second,
+      EXPECT_EQ(shared.emplace(attribute.type.TypeName(), attribute.type.CustomBasic()).first->second,
                 attribute.type.CustomBasic());
     }
-    EXPECT_EQ(i, infor.Attributes().size());
+    EXPECT_EQ(attributes, row.attributes);
   }
   for (const char* name : {"qcommon::QAsnErrInfo", "QAsnNoSuchRecord", ""}) {
     EXPECT_EQ(refl::CClassInfor::Find(name), nullptr) << name;  // registered names only
@@ -96,11 +75,9 @@ TEST(ReflectionRegistry, CommonRecordsRegisterTheirTable) {
   for (const auto& [name, size, kindCode, customId] : rows) {
     const refl::CCustomBasicTypeInfor* basic = shared.at(name);
     ASSERT_NE(basic, nullptr) << name;
-    EXPECT_EQ(basic->Name(), name);
-    EXPECT_EQ(basic->Size(), size);
-    EXPECT_EQ(basic->Underlying().KindCode(), kindCode);
-    EXPECT_EQ(basic->CustomId(), customId);
-    EXPECT_FALSE(basic->Underlying().IsMayNull());
+    EXPECT_EQ(std::make_tuple(basic->Name(), basic->Size(), basic->Underlying().KindCode(), basic->CustomId(),
+                              basic->Underlying().IsMayNull()),
+              std::make_tuple(name, size, kindCode, customId, false));
   }
   refl::CGnlTypeInfor again;  // describing a member anew reuses the description made first
   again.CaptureTypeInfor<refl::MayNullPointer<AsnOcts>>();

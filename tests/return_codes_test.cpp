@@ -10,8 +10,8 @@
 #include <tuple>
 #include <vector>
 
-#include "tn_velkor/ns_velkor.h"
 #include "tests/trace_capture.h"
+#include "tn_velkor/ns_velkor.h"
 
 namespace {
 
@@ -170,10 +170,11 @@ TEST(SingleReturn, WritesCodeAndSuccess) {
     long long retCode;
   };
   const Case cases[] = {
-      {0, false, true, 0},          {0, true, true, 0},
-      {5, false, false, 5},         {5, true, false, 5},
-      {1UL << 32, false, false, 0},  // narrows to 0, yet a failure
-      {ULONG_MAX, true, false, -1}, {0x80000000UL, false, false, INT32_MIN},
+      {0, true, true, 0},                       // success, retCode assigned in place
+      {5, false, false, 5},                     // failure makes retCode present
+      {1UL << 32, false, false, 0},             // narrows to 0, yet a failure
+      {ULONG_MAX, true, false, -1},             // low 32 bits, signed
+      {0x80000000UL, false, false, INT32_MIN},  //
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(c.code);

@@ -1,13 +1,15 @@
 # Installs the build tree into a scratch prefix and checks the package from
-# the outside: the installed layout, a CMake consumer (find_package), a
-# pkg-config consumer, and the dlopen host on the installed library.
+# the outside: the installed layout, the exported symbols, the README's C++
+# snippets, a CMake consumer (find_package) and a pkg-config consumer (both
+# with shadowing folders of their own first on the include path and linked
+# with --as-needed), and the dlopen host on the installed library.
 #
 #   cmake -DBUILD_DIR=... -DWORK_DIR=... -DLIBDIR=lib -DGENERATOR=Ninja -DCXX=c++
 #         [-DEXTRA_FLAGS="-fsanitize=..."] -DCONSUMER_DIR=... -DHOST_SOURCE=...
-#         -P install_package.cmake
+#         -DREADME=... -P install_package.cmake
 cmake_minimum_required(VERSION 3.18)
 
-foreach(required BUILD_DIR WORK_DIR LIBDIR GENERATOR CXX CONSUMER_DIR HOST_SOURCE)
+foreach(required BUILD_DIR WORK_DIR LIBDIR GENERATOR CXX CONSUMER_DIR HOST_SOURCE README)
   if(NOT DEFINED ${required})
     message(FATAL_ERROR "install_package: ${required} is not set")
   endif()
@@ -71,15 +73,73 @@ foreach(header ${headers})
   endforeach()
 endforeach()
 
-# ---- CMake consumer ------------------------------------------------------------
+# ---- exported symbols --------------------------------------------------------------
+include(${CMAKE_CURRENT_LIST_DIR}/check_exports.cmake)
+foreach(library tn_platform tn_qmodules tn_velkor)
+  check_exports(${libdir}/lib${library}.so)
+endforeach()
+
+# ---- shadowing folders -------------------------------------------------------------
+# A service's own asn/, platform/, convert/ and frame/ headers, named like
+# ours, placed first on its include path: any of them used breaks the build.
+set(shadow ${WORK_DIR}/shadow)
+file(GLOB_RECURSE installed RELATIVE ${includedir} ${includedir}/*.h)
+foreach(header ${installed})
+  string(REGEX REPLACE "^tn_[a-z]+/" "" below "${header}")
+  foreach(copy ${below} asn/${below} platform/${below} convert/${below} frame/${below})
+    file(WRITE ${shadow}/${copy} "#error \"a service's own ${copy} was included instead of ${header}\"\n")
+  endforeach()
+endforeach()
+
+# ---- the README's C++ snippets ---------------------------------------------------
+# Each ```cpp block compiles as written (tests/install/readme_snippets.py),
+# against the installed headers and behind the shadowing folders.
+execute_process(COMMAND python3 ${CMAKE_CURRENT_LIST_DIR}/readme_snippets.py ${README} ${WORK_DIR}/snippets
+  OUTPUT_VARIABLE snippets RESULT_VARIABLE result)
+if(NOT result EQUAL 0)
+  message(FATAL_ERROR "install_package: the README's snippets could not be extracted")
+endif()
+string(REPLACE "\n" ";" snippets "${snippets}")
+foreach(snippet ${snippets})
+  run_step("compile ${snippet}" ${CXX} -std=c++17 -Wall -Wextra -Werror -Wno-unused-variable -Wno-unused-but-set-variable
+    -fsyntax-only -I${shadow} -I${includedir} ${snippet})
+endforeach()
+
+# ---- consumers ---------------------------------------------------------------------
+# Each prints the catalogue's type names; they must be the ones `velkor types` lists.
+execute_process(COMMAND ${prefix}/bin/velkor types OUTPUT_VARIABLE listed RESULT_VARIABLE result)
+if(NOT result EQUAL 0)
+  message(FATAL_ERROR "install_package: velkor types failed")
+endif()
+string(REGEX MATCHALL "(^|\n)[A-Za-z]+ \\(" names "${listed}")
+list(TRANSFORM names REPLACE "^\n?([A-Za-z]+) \\($" "\\1")
+list(SORT names)
+list(LENGTH names name_count)
+if(name_count LESS 10)
+  message(FATAL_ERROR "install_package: velkor types lists only ${name_count} types")
+endif()
+
+function(check_consumer what program)
+  execute_process(COMMAND ${program} OUTPUT_VARIABLE out RESULT_VARIABLE result)
+  if(NOT result EQUAL 0)
+    message(FATAL_ERROR "install_package: ${what} failed (${result})")
+  endif()
+  string(REGEX REPLACE "\n$" "" out "${out}")
+  string(REPLACE "\n" ";" seen "${out}")
+  list(SORT seen)
+  if(NOT seen STREQUAL names)
+    message(FATAL_ERROR "install_package: ${what} sees the types ${seen}; velkor types lists ${names}")
+  endif()
+  message(STATUS "${what} sees all ${name_count} types")
+endfunction()
+
 set(consumer_build ${WORK_DIR}/consumer)
 run_step("configure the CMake consumer" ${CMAKE_COMMAND} -S ${CONSUMER_DIR} -B ${consumer_build} -G ${GENERATOR}
-  -DCMAKE_CXX_COMPILER=${CXX} -DCMAKE_PREFIX_PATH=${prefix} -DHOST_SOURCE=${HOST_SOURCE}
+  -DCMAKE_CXX_COMPILER=${CXX} -DCMAKE_PREFIX_PATH=${prefix} -DHOST_SOURCE=${HOST_SOURCE} -DSHADOW_DIR=${shadow}
   "-DCMAKE_CXX_FLAGS=${EXTRA_FLAGS}" "-DCMAKE_EXE_LINKER_FLAGS=${EXTRA_FLAGS}")
 run_step("build the CMake consumer" ${CMAKE_COMMAND} --build ${consumer_build})
-run_step("run the CMake consumer" ${consumer_build}/consumer)
+check_consumer("the CMake consumer" ${consumer_build}/consumer)
 
-# ---- pkg-config consumer -------------------------------------------------------
 set(ENV{PKG_CONFIG_PATH} ${libdir}/pkgconfig)
 execute_process(COMMAND pkg-config --cflags --libs tn_velkor RESULT_VARIABLE result OUTPUT_VARIABLE flags
   OUTPUT_STRIP_TRAILING_WHITESPACE)
@@ -89,9 +149,9 @@ endif()
 message(STATUS "pkg-config --cflags --libs tn_velkor: ${flags}")
 separate_arguments(flags UNIX_COMMAND "${flags}")
 separate_arguments(extra UNIX_COMMAND "${EXTRA_FLAGS}")
-run_step("build the pkg-config consumer" ${CXX} -std=c++17 ${extra} ${CONSUMER_DIR}/consumer.cpp ${flags}
-  -Wl,-rpath,${libdir} -o ${WORK_DIR}/pkg_config_consumer)
-run_step("run the pkg-config consumer" ${WORK_DIR}/pkg_config_consumer)
+run_step("build the pkg-config consumer" ${CXX} -std=c++17 ${extra} -I${shadow} ${CONSUMER_DIR}/consumer.cpp
+  -Wl,--as-needed ${flags} -Wl,-rpath,${libdir} -o ${WORK_DIR}/pkg_config_consumer)
+check_consumer("the pkg-config consumer" ${WORK_DIR}/pkg_config_consumer)
 
 # ---- the installed library, loaded as the server loads it ------------------------------
 run_step("dlopen the installed library" ${consumer_build}/installed_dlopen_host ${libdir}/libtn_velkor.so)

@@ -1,99 +1,239 @@
-// First registration from many threads at once. Each thread uses, for the
-// first time in this process, the reflection hook of records that were never
-// used before and the descriptions of AsnOcts and AsnTinyInt; all threads must
-// see one and the same class and type description, and ThreadSanitizer (in
-// the build made by scripts/tsan.sh) must see no race.
+// First registration from many threads at once, for every type. Each thread
+// walks the whole catalogue and the runtime's value types (AsnOcts,
+// AsnTinyInt, AsnInt, AsnBool) in an order of its own, using each for the
+// first time in this process: records through their reflection hook and the
+// registry, every type through an encoding and a decoding, value types
+// through their descriptions. Afterwards every class must be registered
+// exactly once, every thread must have seen that same class and description,
+// and each class must have the members it should have. ThreadSanitizer (the
+// build made by scripts/tsan.sh) must see no race.
 //
 // A program of its own: the first use has to be the first in its process.
 // Exit status 0 when every check holds.
+#include <algorithm>
 #include <atomic>
 #include <cstdio>
+#include <functional>
+#include <map>
+#include <memory>
+#include <random>
+#include <set>
+#include <string>
 #include <thread>
 #include <vector>
 
-#include "tn_velkor/qcommon/qasn_column.h"
-#include "tn_velkor/qcommon/qasn_uni_res_id.h"
-#include "tn_velkor/qcommon/qcommon_lists.h"
-#include "tn_velkor/asn/value_type_descriptions.h"
+#include "tn_platform/asn/asn_catalogue.h"
 #include "tn_platform/asn/asn_value_io.h"
+#include "tn_velkor/asn/value_type_descriptions.h"
+#include "tn_velkor/ns_velkor.h"
 
 namespace {
 
 constexpr int kThreads = 16;
 
-struct Seen {
-  const refl::CClassInfor* uniResId = nullptr;
-  const refl::CClassInfor* errInfo = nullptr;
-  const refl::CClassInfor* column = nullptr;
-  const refl::CCustomBasicTypeInfor* octs = nullptr;
-  const refl::CCustomBasicTypeInfor* tinyInt = nullptr;
-  std::size_t encodedLength = 0;
+// The members every record class must have: "name:type:number" in
+// declaration order (number -1 for a mandatory member, else the optional
+// member's tag number).
+const std::map<std::string, std::string> kExpectedMembers = {
+    {"QAsnColumn", "strCondition:AsnOcts:-1"},
+    {"QAsnErrInfo", "objID:qcommon::QAsnTinyIntList:-1 objName:AsnOcts:0 errCode:AsnTinyInt:-1 strOperDesc:AsnOcts:1"},
+    {"QAsnErrInfoReturn", "retCode:AsnTinyInt:-1 errInfoList:qcommon::QAsnErrInfoList:0"},
+    {"QAsnNameAndValueString", "name:AsnOcts:-1 value:AsnOcts:-1"},
+    {"QAsnPortIndex",
+     "level1ID:AsnTinyInt:-1 level2ID:AsnTinyInt:-1 level2SubID:AsnTinyInt:0 level3ID:AsnTinyInt:-1 "
+     "level3SubID:AsnTinyInt:1 level4ID:AsnTinyInt:-1 strIndexText:AsnOcts:2"},
+    {"QAsnUniResID", "strFDN:AsnOcts:-1 strMOC:AsnOcts:-1 neID:AsnTinyInt:-1 poSerialNum:AsnOcts:0"},
+    {"QAsnFiberInfo",
+     "fiberText1:AsnOcts:-1 fiberValue1:AsnTinyInt:-1 fiberText2:AsnOcts:-1 fiberValue2:AsnTinyInt:-1 "
+     "fiberValue3:AsnTinyInt:-1 aEndPort:QAsnPortIndex:-1 zEndPort:QAsnPortIndex:-1 hybridMaxCapacity:AsnTinyInt:0 "
+     "fiberValue5:AsnTinyInt:1 doubleValue:AsnOcts:2 floatValue:AsnOcts:3 fiberText3:AsnOcts:4 fiberText4:AsnOcts:5 "
+     "fiberText5:AsnOcts:6 fiberText6:AsnOcts:7 fiberText7:AsnOcts:8 attrList:qcommon::QAsnNVSList:9 "
+     "fiberValue6:AsnTinyInt:10 fiberText8:AsnOcts:11 fiberText9:AsnOcts:12 aEndResID:QAsnUniResID:13 "
+     "zEndResID:QAsnUniResID:14 fiberValue7:AsnTinyInt:15"},
+    {"QAsnFiberInfoTemplate",
+     "column1:QAsnColumn:0 column2:QAsnColumn:1 column3:QAsnColumn:2 column4:QAsnColumn:3 column5:QAsnColumn:4 "
+     "column6:QAsnColumn:5 column7:QAsnColumn:6 column8:QAsnColumn:7 column9:QAsnColumn:8 column10:QAsnColumn:9 "
+     "column11:QAsnColumn:10 column12:QAsnColumn:11"},
+    {"QAsnLinkInfo",
+     "linkResID:QAsnUniResID:-1 strText1:AsnOcts:-1 strText2:AsnOcts:-1 strText3:AsnOcts:-1 strText4:AsnOcts:-1 "
+     "tinyValue1:AsnTinyInt:-1 tinyValue2:AsnTinyInt:-1 srcResID:QAsnUniResID:-1 dstResID:QAsnUniResID:-1 "
+     "tinyValue3:AsnTinyInt:-1 tinyValue4:AsnTinyInt:-1 spareValue:AsnOcts:-1 attrList:qcommon::QAsnNVSList:0 "
+     "intValue1:AsnInt:-1 intValue2:AsnInt:-1 intValue3:AsnInt:-1 strText5:AsnOcts:-1 strText6:AsnOcts:-1 "
+     "strText7:AsnOcts:-1 tinyValue5:AsnTinyInt:-1 optTinyValue:AsnTinyInt:1"},
+    {"QAsnPortUseState", "portIndex:QAsnPortIndex:-1 useState:AsnTinyInt:-1"},
+    {"AsnOtherToSvrFaultRptStrc",
+     "neID:AsnInt:-1 alarmGroupID:AsnInt:-1 alarmCode:AsnInt:-1 strAlarmText:AsnOcts:-1 faultID:AsnInt:-1 "
+     "occurTime:AsnInt:-1 strLocation:AsnOcts:0"},
+    {"AsnSingleReturn", "success:AsnBool:-1 retCode:AsnInt:0"},
 };
 
-// Half of the threads start with the value types' descriptions, the other
-// half with the records' hooks (which describe the same value types).
-void Use(int index, Seen& seen) {
-  if (index % 2 == 0) {
-    refl::CGnlTypeInfor octs;
-    octs.CaptureTypeInfor<refl::MayNullPointer<AsnOcts>>();
-    refl::CGnlTypeInfor tinyInt;
-    tinyInt.CaptureTypeInfor<AsnTinyInt>();
-    seen.octs = octs.CustomBasic();
-    seen.tinyInt = tinyInt.CustomBasic();
+// What one thread saw.
+struct Seen {
+  std::map<std::string, const refl::CClassInfor*> classes;           // record name -> its class
+  std::map<std::string, const refl::CCustomBasicTypeInfor*> values;  // "AsnOcts", "AsnOcts?" -> description
+  std::map<std::string, std::string> encodings;                      // type name -> encoding used
+};
+
+template <class T>
+const refl::CCustomBasicTypeInfor* Describe() {
+  refl::CGnlTypeInfor type;
+  type.CaptureTypeInfor<T>();
+  return type.CustomBasic();
+}
+
+// The value types' descriptions, plain and optional ("?").
+const std::vector<std::pair<std::string, const refl::CCustomBasicTypeInfor* (*)()>> kValueTypes = {
+    {"AsnOcts", &Describe<AsnOcts>},
+    {"AsnOcts?", &Describe<refl::MayNullPointer<AsnOcts>>},
+    {"AsnTinyInt", &Describe<AsnTinyInt>},
+    {"AsnTinyInt?", &Describe<refl::MayNullPointer<AsnTinyInt>>},
+    {"AsnInt", &Describe<AsnInt>},
+    {"AsnInt?", &Describe<refl::MayNullPointer<AsnInt>>},
+    {"AsnBool", &Describe<AsnBool>},
+};
+
+// An encoding of `type` to decode: a record's default value; a list with one
+// default element (so that decoding it uses the element type).
+std::string SampleEncoding(const AsnCatalogueEntry& type) {
+  const std::unique_ptr<AsnType> value(type.create());
+  if (type.elementName.empty()) return AsnEncodeValue(*value);
+  std::unique_ptr<AsnType> element;
+  if (const AsnCatalogueEntry* record = AsnCatalogue::Find(type.elementName)) {
+    element.reset(record->create());
+  } else {
+    element = std::make_unique<AsnTinyInt>();  // the one list of a value type
   }
-  qcommon::QAsnUniResID id;
-  refl::CRefrence reference;
-  id.BindReflection(reference);
-  seen.uniResId = reference.ClassInfor();
-  qcommon::QAsnErrInfoList list;
-  list.Append()->objName.GetOrCreate().Set("x");
-  seen.encodedLength = AsnEncodeValue(list).size();  // registers QAsnErrInfo on the way
-  seen.errInfo = &qcommon::QAsnErrInfo::GetClassInfor();
-  seen.column = &qcommon::QAsnColumn::GetClassInfor();
-  if (index % 2 != 0) {
-    seen.octs = seen.uniResId->Attributes()[0].type.CustomBasic();
-    seen.tinyInt = seen.uniResId->Attributes()[2].type.CustomBasic();
+  const std::string content = AsnEncodeValue(*element);
+  std::string length(1, static_cast<char>(content.size()));  // definite length, long form when needed
+  if (content.size() >= 0x80) {
+    length.clear();
+    for (std::size_t rest = content.size(); rest > 0; rest >>= 8) length.insert(length.begin(), static_cast<char>(rest));
+    length.insert(length.begin(), static_cast<char>(0x80 | length.size()));
   }
+  return "\x30" + length + content;
+}
+
+// One step per catalogue type and per value type, in the thread's own order.
+void Walk(int index, const std::vector<AsnCatalogueEntry>& catalogue, Seen& seen) {
+  std::vector<std::function<void()>> steps;
+  for (const AsnCatalogueEntry& type : catalogue) {
+    steps.emplace_back([&type, &seen] {
+      const std::string bytes = SampleEncoding(type);
+      const std::unique_ptr<AsnType> value(type.create());
+      AsnDecodeValue(*value, bytes);
+      seen.encodings[type.name] = AsnEncodeValue(*value);
+      if (const auto* record = dynamic_cast<const AsnSequence*>(value.get())) {
+        refl::CRefrence reference;
+        record->BindReflection(reference);
+        seen.classes[type.name] = reference.ClassInfor();
+        if (refl::CClassInfor::Find(type.name) != reference.ClassInfor()) seen.classes[type.name] = nullptr;
+      }
+    });
+  }
+  for (const auto& [name, describe] : kValueTypes) {
+    steps.emplace_back([&name = name, describe = describe, &seen] { seen.values[name] = describe(); });
+  }
+  std::shuffle(steps.begin(), steps.end(), std::mt19937(static_cast<unsigned>(index)));
+  for (const auto& step : steps) step();
+}
+
+// The members of `infor` as "name:type:number" joined by blanks.
+std::string MembersOf(const refl::CClassInfor& infor) {
+  std::string text;
+  for (const refl::CAttribInfor& attribute : infor.Attributes()) {
+    if (!text.empty()) text += ' ';
+    text += attribute.name + ":" + attribute.type.TypeName() + ":" + std::to_string(attribute.number);
+  }
+  return text;
+}
+
+// Every member of `infor` refers to the one description of its type.
+bool MembersShareDescriptions(const refl::CClassInfor& infor, const Seen& seen) {
+  for (const refl::CAttribInfor& attribute : infor.Attributes()) {
+    if (attribute.type.IsMayNull() != (attribute.number >= 0)) return false;
+    const auto value = seen.values.find(attribute.type.TypeName());
+    if (value != seen.values.end()) {
+      if (attribute.type.CustomBasic() != value->second) return false;
+    } else if (const refl::CClassInfor* member = refl::CClassInfor::Find(attribute.type.TypeName())) {
+      if (attribute.type.Class() != member) return false;
+    }
+  }
+  return true;
+}
+
+int Check(const std::vector<AsnCatalogueEntry>& catalogue, const std::vector<Seen>& seen) {
+  int failures = 0;
+  auto fail = [&failures](const std::string& what) {
+    std::fprintf(stderr, "%s\n", what.c_str());
+    ++failures;
+  };
+  for (int i = 1; i < kThreads; ++i) {
+    if (seen[i].classes != seen[0].classes || seen[i].values != seen[0].values ||
+        seen[i].encodings != seen[0].encodings)
+      fail("thread " + std::to_string(i) + " saw other classes, descriptions or encodings than thread 0");
+  }
+  for (const auto& [name, describe] : kValueTypes) {
+    if (seen[0].values.at(name) == nullptr) fail(name + ": no description");
+  }
+  if (seen[0].values.at("AsnOcts") != seen[0].values.at("AsnOcts?") ||
+      seen[0].values.at("AsnTinyInt") != seen[0].values.at("AsnTinyInt?") ||
+      seen[0].values.at("AsnInt") != seen[0].values.at("AsnInt?"))
+    fail("an optional member's value type has a description of its own");
+
+  std::multiset<std::string> registered;
+  for (const refl::CClassInfor* infor : refl::CClassInfor::Registered()) registered.insert(infor->Name());
+  std::set<std::string> records;
+  for (const AsnCatalogueEntry& type : catalogue) {
+    if (!type.elementName.empty()) continue;
+    records.insert(type.name);
+    const auto found = seen[0].classes.find(type.name);
+    const refl::CClassInfor* infor = found == seen[0].classes.end() ? nullptr : found->second;
+    if (infor == nullptr || infor != refl::CClassInfor::Find(type.name)) {
+      fail(type.name + ": not the registered class");
+      continue;
+    }
+    if (registered.count(type.name) != 1) fail(type.name + ": registered " + std::to_string(registered.count(type.name)) + " times");
+    const auto expected = kExpectedMembers.find(type.name);
+    if (expected == kExpectedMembers.end()) {
+      fail(type.name + ": a catalogue type this test does not know; add its members to kExpectedMembers");
+    } else if (MembersOf(*infor) != expected->second) {
+      fail(type.name + ": members " + MembersOf(*infor) + ", expected " + expected->second);
+    }
+    if (!MembersShareDescriptions(*infor, seen[0])) fail(type.name + ": a member with a description of its own");
+  }
+  for (const auto& [name, members] : kExpectedMembers) {
+    if (records.count(name) == 0) fail(name + ": not in the catalogue");
+  }
+  return failures;
 }
 
 }  // namespace
 
 int main() {
-  if (refl::CClassInfor::Find("QAsnUniResID") != nullptr || refl::CClassInfor::Find("QAsnErrInfo") != nullptr) {
-    std::fprintf(stderr, "a record was registered before its first use\n");
-    return 1;
+  static_cast<void>(ns_velkor::isVirtualPort(0));  // keeps the library, and the modules it links, loaded
+  const std::vector<AsnCatalogueEntry> catalogue = AsnCatalogue::All();
+  for (const AsnCatalogueEntry& type : catalogue) {
+    if (refl::CClassInfor::Find(type.name) != nullptr) {
+      std::fprintf(stderr, "%s was registered before its first use\n", type.name.c_str());
+      return 1;
+    }
   }
+
   std::vector<Seen> seen(kThreads);
   std::atomic<int> ready{0};
   std::vector<std::thread> threads;
   for (int i = 0; i < kThreads; ++i) {
-    threads.emplace_back([i, &seen, &ready] {
+    threads.emplace_back([i, &catalogue, &seen, &ready] {
       // Start together, to make the first uses overlap.
       ready.fetch_add(1);
       while (ready.load() < kThreads) std::this_thread::yield();
-      Use(i, seen[i]);
+      Walk(i, catalogue, seen[i]);
     });
   }
   for (std::thread& thread : threads) thread.join();
 
-  int failures = 0;
-  const Seen& first = seen[0];
-  for (int i = 0; i < kThreads; ++i) {
-    const Seen& s = seen[i];
-    if (s.uniResId != first.uniResId || s.errInfo != first.errInfo || s.column != first.column ||
-        s.octs != first.octs || s.tinyInt != first.tinyInt || s.encodedLength != first.encodedLength) {
-      std::fprintf(stderr, "thread %d saw other descriptions than thread 0\n", i);
-      ++failures;
-    }
-  }
-  if (first.uniResId == nullptr || first.octs == nullptr || first.tinyInt == nullptr ||
-      first.uniResId != refl::CClassInfor::Find("QAsnUniResID") || first.errInfo->Attributes().size() != 4 ||
-      first.uniResId->Attributes()[3].type.CustomBasic() != first.octs ||
-      first.errInfo->Attributes()[1].type.CustomBasic() != first.octs || first.encodedLength != 12) {
-    std::fprintf(stderr, "the registered descriptions are not the expected ones\n");
-    ++failures;
-  }
-  std::printf("%d threads registered QAsnUniResID, QAsnErrInfo and QAsnColumn once: %s\n", kThreads,
-              failures == 0 ? "ok" : "FAILED");
+  const int failures = Check(catalogue, seen);
+  std::printf("%d threads registered the %zu catalogue types and %zu value type descriptions once: %s\n", kThreads,
+              catalogue.size(), kValueTypes.size(), failures == 0 ? "ok" : "FAILED");
   return failures == 0 ? 0 : 1;
 }

@@ -30,22 +30,9 @@ std::string AsnBuf::EncodedBytes() const {
   return std::string(reinterpret_cast<const char*>(EncodedData()), EncodedLength());
 }
 
-const unsigned char* AsnBuf::GetSeg(std::size_t size) {
-  if (Remaining() < size) {
-    m_readError = true;
-    return nullptr;
-  }
-  const unsigned char* segment = m_read;
-  m_read += size;
-  return segment;
-}
-
-void AsnBuf::EnterConstructed() {
-  if (m_depth >= AsnDecodeLimits::kMaxDepth) {
-    AsnThrowDecodeError(
-        *this, "constructed values nested deeper than " + std::to_string(AsnDecodeLimits::kMaxDepth) + " levels");
-  }
-  ++m_depth;
+void AsnBuf::ThrowTooDeep() const {
+  AsnThrowDecodeError(
+      *this, "constructed values nested deeper than " + std::to_string(AsnDecodeLimits::kMaxDepth) + " levels");
 }
 
 void AsnThrowDecodeError(const AsnBuf& buf, const std::string& what) {

@@ -12,6 +12,7 @@
 #include <cstddef>
 #include <memory>
 #include <string>
+#include <string_view>
 
 // The encoding rules a value is coded with. The runtime implements BER only;
 // every caller passes 1.
@@ -29,6 +30,9 @@ class AsnBuf {
  public:
   // An empty buffer for encoding.
   AsnBuf() = default;
+  // An empty buffer for encoding with room for `capacity` octets, so that an
+  // encoding up to that size never grows it.
+  explicit AsnBuf(std::size_t capacity) { AddBuffer(capacity); }
   // A buffer for decoding `size` octets at `data`. The octets are not copied:
   // they must outlive the buffer.
   AsnBuf(const unsigned char* data, std::size_t size);
@@ -46,9 +50,15 @@ class AsnBuf {
   // Makes room in front for at least `size` more octets (at least one when 0),
   // moving what is written into a larger block.
   void AddBuffer(std::size_t size);
+  // Forgets what was written and keeps the block, so that one buffer serves
+  // encoding after encoding without allocating again.
+  void ClearEncoded() { m_front = m_block.get() + m_blockSize; }
   const unsigned char* EncodedData() const { return m_front; }
   std::size_t EncodedLength() const { return m_blockSize - static_cast<std::size_t>(m_front - m_block.get()); }
   std::string EncodedBytes() const;
+  std::string_view EncodedView() const {
+    return std::string_view(reinterpret_cast<const char*>(m_front), EncodedLength());
+  }
 
   // ---- decoding ----------------------------------------------------------
   // The next octet; 0 with the read-error flag set when none is left.
@@ -67,7 +77,15 @@ class AsnBuf {
   }
   // The next `size` octets, consumed; null with the read-error flag set when
   // fewer are left (nothing is consumed then).
-  const unsigned char* GetSeg(std::size_t size);
+  const unsigned char* GetSeg(std::size_t size) {
+    if (Remaining() < size) {
+      m_readError = true;
+      return nullptr;
+    }
+    const unsigned char* segment = m_read;
+    m_read += size;
+    return segment;
+  }
   std::size_t Remaining() const { return static_cast<std::size_t>(m_end - m_read); }
   // Octets consumed since the start of the input.
   std::size_t Offset() const { return static_cast<std::size_t>(m_read - m_begin); }
@@ -78,10 +96,15 @@ class AsnBuf {
 
   // Nesting of constructed values being decoded; entering one level more than
   // AsnDecodeLimits::kMaxDepth throws a CSM_Exception.
-  void EnterConstructed();
+  void EnterConstructed() {
+    if (m_depth >= AsnDecodeLimits::kMaxDepth) ThrowTooDeep();
+    ++m_depth;
+  }
   void LeaveConstructed() { --m_depth; }
 
  private:
+  [[noreturn]] void ThrowTooDeep() const;
+
   // Encoding block: the written octets are [m_front, m_block + m_blockSize).
   std::unique_ptr<unsigned char[]> m_block;
   std::size_t m_blockSize = 0;

@@ -20,18 +20,18 @@ unsigned long EncodeContent(AsnBuf& buf, std::int64_t value) {
 }
 
 std::int64_t DecodeContent(AsnBuf& buf, unsigned long length, unsigned maxOctets, const char* typeName) {
-  const std::string name(typeName);
-  if (length == kIndefiniteLength) AsnThrowDecodeError(buf, name + ": indefinite length on an INTEGER");
-  if (length == 0) AsnThrowDecodeError(buf, name + ": INTEGER without content octets");
+  // The messages are built on the failing paths only.
+  const auto fail = [&](const std::string& what) { AsnThrowDecodeError(buf, typeName + (": " + what)); };
+  if (length == kIndefiniteLength) fail("indefinite length on an INTEGER");
+  if (length == 0) fail("INTEGER without content octets");
   const unsigned char* octets = buf.GetSeg(length);
-  if (octets == nullptr) AsnThrowDecodeError(buf, name + ": INTEGER runs past the input");
+  if (octets == nullptr) fail("INTEGER runs past the input");
   if (length > 1 &&
       ((octets[0] == 0x00 && (octets[1] & 0x80) == 0) || (octets[0] == 0xFF && (octets[1] & 0x80) != 0))) {
-    AsnThrowDecodeError(buf, name + ": INTEGER content is not minimal");
+    fail("INTEGER content is not minimal");
   }
   if (length > maxOctets) {
-    AsnThrowDecodeError(buf, name + ": INTEGER of " + std::to_string(length) + " octets does not fit (at most " +
-                                 std::to_string(maxOctets) + ")");
+    fail("INTEGER of " + std::to_string(length) + " octets does not fit (at most " + std::to_string(maxOctets) + ")");
   }
   std::uint64_t value = (octets[0] & 0x80) ? ~std::uint64_t{0} : 0;
   for (unsigned long i = 0; i < length; ++i) value = (value << 8) | octets[i];

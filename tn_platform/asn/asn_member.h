@@ -33,6 +33,24 @@ inline AsnMemberKind AsnMemberKindOf(const refl::CGnlTypeInfor& type) {
   }
 }
 
+// The tag a member of `kind` travels with: [number] IMPLICIT of the context
+// class when optional, else the universal tag of its type.
+inline AsnTag AsnMemberTag(AsnMemberKind kind, bool optional, short number) {
+  const bool constructed = kind == AsnMemberKind::kList || kind == AsnMemberKind::kRecord;
+  if (optional) return MakeTag(AsnTagClass::kContext, constructed, static_cast<unsigned>(number));
+  switch (kind) {
+    case AsnMemberKind::kOcts:
+      return kTagOctetString;
+    case AsnMemberKind::kTinyInt:
+    case AsnMemberKind::kInt:
+      return kTagInteger;
+    case AsnMemberKind::kBool:
+      return kTagBoolean;
+    default:
+      return kTagSequence;
+  }
+}
+
 // One registered attribute bound to one record object.
 class AsnMember {
  public:
@@ -64,22 +82,7 @@ class AsnMember {
   }
 
   // The tag this member is encoded with.
-  AsnTag Tag() const {
-    if (IsOptional()) {
-      return MakeTag(AsnTagClass::kContext, IsConstructed(), static_cast<unsigned>(m_attribute.number));
-    }
-    switch (m_kind) {
-      case AsnMemberKind::kOcts:
-        return kTagOctetString;
-      case AsnMemberKind::kTinyInt:
-      case AsnMemberKind::kInt:
-        return kTagInteger;
-      case AsnMemberKind::kBool:
-        return kTagBoolean;
-      default:
-        return kTagSequence;
-    }
-  }
+  AsnTag Tag() const { return AsnMemberTag(m_kind, IsOptional(), m_attribute.number); }
   // OCTET STRING members also come in the constructed form.
   bool Matches(AsnTag tag) const {
     const AsnTag own = Tag();

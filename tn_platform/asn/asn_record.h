@@ -8,6 +8,7 @@
 #pragma once
 #pragma GCC visibility push(default)
 
+#include "tn_platform/asn/asn_record_plan.h"
 #include "tn_platform/asn/asn_sequence.h"
 #include "tn_platform/refl/object_functions.h"
 
@@ -20,6 +21,22 @@ class AsnRecord : public AsnSequence {
   // its class, registering the class on first use.
   bool BindReflection(refl::CRefrence& reference) const override {
     return refl::helper::ChangeTypeTo_ClassType(reference, GetClassInfor(), static_cast<const Record*>(this));
+  }
+
+  // Slots 8 and 9 by the class's member plan.
+  unsigned long BEncContent(AsnBuf& buf, NIClass_EncodingFormatEnum) override {
+    return EncodeMembers(Plan(), static_cast<Record*>(this), buf);
+  }
+  void BDecContent(AsnBuf& buf, unsigned int, unsigned long length, unsigned long& bytesDecoded,
+                   NIClass_EncodingFormatEnum) override {
+    DecodeMembers(Plan(), static_cast<Record*>(this), buf, length, bytesDecoded);
+  }
+
+  // The member plan, made once from the class description on first use (the
+  // initialisation of a function-local static is safe under concurrent first use).
+  static const AsnRecordPlan& Plan() {
+    static const AsnRecordPlan plan(GetClassInfor());
+    return plan;
   }
 
   // The class description, registered on first use under Record::kClassName.

@@ -8,6 +8,7 @@
 #include "tn_platform/asn/asn_list_base.h"
 #include "tn_platform/asn/asn_member.h"
 #include "tn_platform/asn/asn_octs.h"
+#include "tn_platform/asn/asn_record_plan.h"
 #include "tn_platform/asn/csm_exception.h"
 #include "tn_platform/refl/may_null_pointer.h"
 
@@ -16,6 +17,28 @@ namespace {
 void* ObjectOf(const AsnSequence& record, refl::CRefrence& reference) {
   record.BindReflection(reference);
   return reference.Object();
+}
+
+refl::MayNullPointerBase* HolderOf(const AsnMemberStep& step, char* base) {
+  return reinterpret_cast<refl::MayNullPointerBase*>(base + step.offset);
+}
+
+// The member's value: the member itself, or what its holder holds (null when
+// an optional member is absent).
+AsnType* ValueOf(const AsnMemberStep& step, char* base) {
+  if (step.optional) return static_cast<AsnType*>(HolderOf(step, base)->RawObject());
+  return reinterpret_cast<AsnType*>(base + step.offset);
+}
+
+// The value of an optional member, created (with its defaults) when absent.
+AsnType* ValueOrCreate(const AsnMemberStep& step, char* base) {
+  if (step.optional && HolderOf(step, base)->IsNull()) HolderOf(step, base)->RawAdopt(step.create());
+  return ValueOf(step, base);
+}
+
+// Makes an optional member absent, destroying what it held.
+void Reset(const AsnMemberStep& step, char* base) {
+  if (void* held = HolderOf(step, base)->RawRelease()) step.destroy(held);
 }
 
 // Content octets of a value whose tag the caller writes.
@@ -126,20 +149,25 @@ const char* AsnSequence::typeName() const { return ClassInfor().Name().c_str(); 
 unsigned long AsnSequence::BEncContent(AsnBuf& buf, NIClass_EncodingFormatEnum) {
   refl::CRefrence reference;
   void* object = ObjectOf(*this, reference);
-  const auto& attributes = reference.ClassInfor()->Attributes();
+  return EncodeMembers(AsnRecordPlan(*reference.ClassInfor()), object, buf);
+}
+
+unsigned long AsnSequence::EncodeMembers(const AsnRecordPlan& plan, void* object, AsnBuf& buf) {
+  char* const base = static_cast<char*>(object);
   unsigned long written = 0;
   // Back to front: the last member first, so the members end up in order.
-  for (auto attribute = attributes.rbegin(); attribute != attributes.rend(); ++attribute) {
-    const AsnMember member(*attribute, object);
-    AsnType* value = member.Value();
+  for (auto step = plan.members.rbegin(); step != plan.members.rend(); ++step) {
+    AsnType* value = ValueOf(*step, base);
     if (value == nullptr) continue;  // absent optional member
-    if (!member.IsOptional()) {
+    if (!step->optional && step->kind != AsnMemberKind::kOcts && step->kind != AsnMemberKind::kTinyInt) {
       written += value->BEnc(buf, NIClass_BER);
       continue;
     }
-    const unsigned long content = EncodeContent(buf, member.Kind(), value);
+    // Octet strings and integers, and every optional member: content, length
+    // and the plan's tag (a mandatory one's own universal tag).
+    const unsigned long content = EncodeContent(buf, step->kind, value);
     const unsigned long length = BEncDefLen(buf, content);
-    written += content + length + BEncTag(buf, member.Tag());
+    written += content + length + BEncTag(buf, step->tag);
   }
   return written;
 }
@@ -165,9 +193,14 @@ void AsnSequence::BDecContent(AsnBuf& buf, unsigned int, unsigned long length, u
                               NIClass_EncodingFormatEnum) {
   refl::CRefrence reference;
   void* object = ObjectOf(*this, reference);
-  const refl::CClassInfor& infor = *reference.ClassInfor();
-  const auto& attributes = infor.Attributes();
-  const std::string& name = infor.Name();
+  DecodeMembers(AsnRecordPlan(*reference.ClassInfor()), object, buf, length, bytesDecoded);
+}
+
+void AsnSequence::DecodeMembers(const AsnRecordPlan& plan, void* object, AsnBuf& buf, unsigned long length,
+                                unsigned long& bytesDecoded) {
+  char* const base = static_cast<char*>(object);
+  const std::vector<AsnMemberStep>& members = plan.members;
+  const std::string& name = *plan.className;
   const AsnNestingGuard nesting(buf);
   const bool indefinite = length == kIndefiniteLength;
   if (!indefinite && length > buf.Remaining()) {
@@ -176,13 +209,12 @@ void AsnSequence::BDecContent(AsnBuf& buf, unsigned int, unsigned long length, u
   const std::size_t end = indefinite ? 0 : buf.Offset() + length;
 
   // Decoding replaces the record's content: optional members start absent.
-  for (const auto& attribute : attributes) {
-    const AsnMember member(attribute, object);
-    if (member.IsOptional()) member.Reset();
+  for (const AsnMemberStep& step : members) {
+    if (step.optional) Reset(step, base);
   }
 
   unsigned long consumed = 0;
-  std::size_t next = 0;  // the first attribute that may still come
+  std::size_t next = 0;  // the first member that may still come
   for (;;) {
     if (indefinite) {
       if (AtEoc(buf)) break;
@@ -195,48 +227,48 @@ void AsnSequence::BDecContent(AsnBuf& buf, unsigned int, unsigned long length, u
 
     // Optional members that do not match are absent; a mandatory one must match.
     std::size_t index = next;
-    for (; index < attributes.size(); ++index) {
-      const AsnMember member(attributes[index], object);
-      if (member.Matches(tag)) break;
-      if (!member.IsOptional()) {
-        AsnThrowDecodeError(buf, name + "." + member.Name() + ": wrong tag " + TagToString(tag) +
-                                     " for a mandatory member, expected " + TagToString(member.Tag()));
+    for (; index < members.size(); ++index) {
+      const AsnMemberStep& step = members[index];
+      if (step.Matches(tag)) break;
+      if (!step.optional) {
+        AsnThrowDecodeError(buf, name + "." + *step.name + ": wrong tag " + TagToString(tag) +
+                                     " for a mandatory member, expected " + TagToString(step.tag));
       }
     }
-    if (index == attributes.size()) {
+    if (index == members.size()) {
       for (std::size_t earlier = 0; earlier < next; ++earlier) {
-        const AsnMember member(attributes[earlier], object);
-        if (member.Matches(tag)) {
-          AsnThrowDecodeError(buf, name + "." + member.Name() + ": member out of order or repeated");
+        if (members[earlier].Matches(tag)) {
+          AsnThrowDecodeError(buf, name + "." + *members[earlier].name + ": member out of order or repeated");
         }
       }
-      if (next == attributes.size()) AsnThrowDecodeError(buf, name + ": content left over after the last member");
+      if (next == members.size()) AsnThrowDecodeError(buf, name + ": content left over after the last member");
       AsnThrowDecodeError(buf, name + ": unknown member with tag " + TagToString(tag));
     }
 
-    const AsnMember member(attributes[index], object);
-    const std::string* memberName = &member.Name();
+    const AsnMemberStep& step = members[index];
+    const std::string* memberName = step.name;
     const unsigned long memberLength = Within(*this, memberName, [&] { return BDecLen(buf, consumed); });
-    if (buf.ReadError()) AsnThrowDecodeError(buf, name + "." + member.Name() + ": input ends in the length");
+    if (buf.ReadError()) AsnThrowDecodeError(buf, name + "." + *memberName + ": input ends in the length");
     const std::size_t contentStart = buf.Offset();
     if (!indefinite && memberLength != kIndefiniteLength && contentStart + memberLength > end) {
-      AsnThrowDecodeError(buf, name + "." + member.Name() + ": length runs past the enclosing record");
+      AsnThrowDecodeError(buf, name + "." + *memberName + ": length runs past the enclosing record");
     }
     Within(*this, memberName,
-           [&] { DecodeContent(buf, member.Kind(), member.ValueOrCreate(), tag, memberLength, consumed); });
-    if (buf.ReadError()) AsnThrowDecodeError(buf, name + "." + member.Name() + ": runs past the input");
+           [&] { DecodeContent(buf, step.kind, ValueOrCreate(step, base), tag, memberLength, consumed); });
+    if (buf.ReadError()) AsnThrowDecodeError(buf, name + "." + *memberName + ": runs past the input");
     if (memberLength != kIndefiniteLength && buf.Offset() != contentStart + memberLength) {
-      AsnThrowDecodeError(buf, name + "." + member.Name() + ": content does not match its length");
+      AsnThrowDecodeError(buf, name + "." + *memberName + ": content does not match its length");
     }
     if (!indefinite && buf.Offset() > end) {
-      AsnThrowDecodeError(buf, name + "." + member.Name() + ": runs past the enclosing record");
+      AsnThrowDecodeError(buf, name + "." + *memberName + ": runs past the enclosing record");
     }
     next = index + 1;
   }
 
-  for (std::size_t index = next; index < attributes.size(); ++index) {
-    const AsnMember member(attributes[index], object);
-    if (!member.IsOptional()) AsnThrowDecodeError(buf, name + "." + member.Name() + ": mandatory member missing");
+  for (std::size_t index = next; index < members.size(); ++index) {
+    if (!members[index].optional) {
+      AsnThrowDecodeError(buf, name + "." + *members[index].name + ": mandatory member missing");
+    }
   }
   if (indefinite) Within(*this, nullptr, [&] { BDecEoc(buf, consumed); });
   bytesDecoded += consumed;

@@ -38,12 +38,16 @@ enum AsnValueClassId : unsigned {
   kAsnBoolClassId = 43,
 };
 
+struct AsnRecordPlan;
+
 class AsnSequence : public AsnType {
  public:
   // Slot 7, the reflection hook: binds `reference` to this object as an
   // instance of the record's registered class (registering it on first use).
   virtual bool BindReflection(refl::CRefrence& reference) const = 0;
   // Slot 8: the members, in front of `buf`; returns the octets written.
+  // AsnRecord overrides slots 8 and 9 with its class's member plan made once;
+  // these work the plan out from the description on every call.
   virtual unsigned long BEncContent(AsnBuf& buf, NIClass_EncodingFormatEnum format);
   // Slot 9: the members from content of `length` octets (or indefinite) after `tag`.
   virtual void BDecContent(AsnBuf& buf, unsigned int tag, unsigned long length, unsigned long& bytesDecoded,
@@ -70,6 +74,11 @@ class AsnSequence : public AsnType {
   static void Assign(AsnSequence& record, const AsnSequence& source);
 
  protected:
+  // The members of `object` (this record, as its own class) by `plan`.
+  unsigned long EncodeMembers(const AsnRecordPlan& plan, void* object, AsnBuf& buf);
+  void DecodeMembers(const AsnRecordPlan& plan, void* object, AsnBuf& buf, unsigned long length,
+                     unsigned long& bytesDecoded);
+
   AsnSequence() = default;
   AsnSequence(const AsnSequence&) = default;
   AsnSequence& operator=(const AsnSequence&) = default;

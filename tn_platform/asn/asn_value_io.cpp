@@ -38,3 +38,9 @@ std::string AsnEncodeValue(AsnType& value) {
   value.BEnc(buf, NIClass_BER);
   return buf.EncodedBytes();
 }
+
+std::string_view AsnEncodeInto(AsnType& value, AsnBuf& buf) {
+  buf.ClearEncoded();
+  value.BEnc(buf, NIClass_BER);
+  return buf.EncodedView();
+}

@@ -21,4 +21,10 @@ std::size_t AsnDecodeFront(AsnType& value, std::string_view bytes);
 
 // The BER encoding of `value`.
 std::string AsnEncodeValue(AsnType& value);
+
+// Encodes `value` into `buf`, replacing what the buffer held but keeping its
+// memory, and returns the bytes (valid until `buf` is next written). A buffer
+// kept across calls, or sized up front with AsnBuf(capacity), makes encoding
+// allocation-free.
+std::string_view AsnEncodeInto(AsnType& value, AsnBuf& buf);
 #pragma GCC visibility pop

@@ -89,15 +89,6 @@ void BDecTag_Impl(AsnBuf& buf, unsigned long& bytesDecoded, unsigned int& tag) {
   AsnThrowDecodeError(buf, "tag number does not fit in 32 bits");
 }
 
-AsnTag BDecTag(AsnBuf& buf, unsigned long& bytesDecoded) {
-  const unsigned char first = buf.GetByte();
-  ++bytesDecoded;
-  if (buf.ReadError()) return 0;
-  AsnTag tag = static_cast<AsnTag>(first) << 24;
-  if ((first & 0x1F) == 0x1F) BDecTag_Impl(buf, bytesDecoded, tag);
-  return tag;
-}
-
 unsigned long BDecLen_Impl(AsnBuf& buf, unsigned long& bytesDecoded, unsigned char first) {
   if (first == 0x80) return kIndefiniteLength;
   if (first == 0xFF) AsnThrowDecodeError(buf, "length octet 0xFF is reserved");
@@ -115,25 +106,13 @@ unsigned long BDecLen_Impl(AsnBuf& buf, unsigned long& bytesDecoded, unsigned ch
   }
   // Checking here makes every definite length trustworthy for what follows:
   // nothing is ever sized by a length the input cannot back.
-  if (length > buf.Remaining()) {
-    AsnThrowDecodeError(buf, "length " + std::to_string(length) + " runs past the input (" +
-                                 std::to_string(buf.Remaining()) + " octets left)");
-  }
+  if (length > buf.Remaining()) BDecLenPastInput(buf, length);
   return length;
 }
 
-unsigned long BDecLen(AsnBuf& buf, unsigned long& bytesDecoded) {
-  const unsigned char first = buf.GetByte();
-  ++bytesDecoded;
-  if (buf.ReadError()) return 0;
-  if ((first & 0x80) == 0) {
-    if (first > buf.Remaining()) {
-      AsnThrowDecodeError(buf, "length " + std::to_string(first) + " runs past the input (" +
-                                   std::to_string(buf.Remaining()) + " octets left)");
-    }
-    return first;
-  }
-  return BDecLen_Impl(buf, bytesDecoded, first);
+void BDecLenPastInput(const AsnBuf& buf, unsigned long length) {
+  AsnThrowDecodeError(buf, "length " + std::to_string(length) + " runs past the input (" +
+                               std::to_string(buf.Remaining()) + " octets left)");
 }
 
 void BDecEoc(AsnBuf& buf, unsigned long& bytesDecoded) {

@@ -70,14 +70,34 @@ unsigned long BEncEoc(AsnBuf& buf);
 // its five low bits all set. Throws on a leading 0x80 subsequent octet or a
 // tag number that does not fit; sets the read-error flag when input runs out.
 void BDecTag_Impl(AsnBuf& buf, unsigned long& bytesDecoded, unsigned int& tag);
-// Reads a whole tag; 0 with the read-error flag set when the input is exhausted.
-AsnTag BDecTag(AsnBuf& buf, unsigned long& bytesDecoded);
 // Decodes a length whose first octet `first` has bit 7 set: 0x80 yields
 // kIndefiniteLength; 0xFF, more than AsnDecodeLimits::kMaxLengthOctets length
 // octets, or a definite length beyond the octets left in the input throw.
 unsigned long BDecLen_Impl(AsnBuf& buf, unsigned long& bytesDecoded, unsigned char first);
-// Reads a whole length (short, long or indefinite form).
-unsigned long BDecLen(AsnBuf& buf, unsigned long& bytesDecoded);
+// Throws: a definite `length` larger than what is left of the input.
+[[noreturn]] void BDecLenPastInput(const AsnBuf& buf, unsigned long length);
+// Reads a whole tag; 0 with the read-error flag set when the input is
+// exhausted. A one-octet tag is read inline.
+inline AsnTag BDecTag(AsnBuf& buf, unsigned long& bytesDecoded) {
+  const unsigned char first = buf.GetByte();
+  ++bytesDecoded;
+  if (buf.ReadError()) return 0;
+  AsnTag tag = static_cast<AsnTag>(first) << 24;
+  if ((first & 0x1F) == 0x1F) BDecTag_Impl(buf, bytesDecoded, tag);
+  return tag;
+}
+// Reads a whole length (short, long or indefinite form); a definite length
+// beyond the octets left in the input throws. The short form is read inline.
+inline unsigned long BDecLen(AsnBuf& buf, unsigned long& bytesDecoded) {
+  const unsigned char first = buf.GetByte();
+  ++bytesDecoded;
+  if (buf.ReadError()) return 0;
+  if ((first & 0x80) == 0) {
+    if (first > buf.Remaining()) BDecLenPastInput(buf, first);
+    return first;
+  }
+  return BDecLen_Impl(buf, bytesDecoded, first);
+}
 // Consumes the end-of-contents octets 00 00; throws when they are not there.
 void BDecEoc(AsnBuf& buf, unsigned long& bytesDecoded);
 // True when the next octet starts end-of-contents (nothing is consumed).

@@ -1,5 +1,7 @@
-// AsnList<T>: an owning doubly linked list of heap-allocated ASN.1 values with
-// a cursor; AsnSeqOf<T> adds the BER framing of a SEQUENCE OF.
+// AsnList<T>: an owning doubly linked list of ASN.1 values with a cursor;
+// AsnSeqOf<T> adds the BER framing of a SEQUENCE OF. Each element lives inside
+// its list node, so an element costs one allocation, and its address stays
+// the same for as long as it is in the list.
 //
 // The cursor is part of the list's state: walking (MoveFirst, Current,
 // MoveNext) and assignment from a list move it even on a const list, so one
@@ -43,7 +45,7 @@ class AsnList : public AsnListBase {
                    NIClass_EncodingFormatEnum format) override;
 
   // The first element, or null.
-  T* First() const { return first ? first->element : nullptr; }
+  T* First() const { return first ? &first->element : nullptr; }
   // Appends a new default element, moves the cursor to it and returns it.
   T* Append();
   // Appends a copy of `element`; the cursor stays where it is.
@@ -52,20 +54,21 @@ class AsnList : public AsnListBase {
   void Clear();
 
   void MoveFirst() const { current = first; }
-  T* Current() const { return current ? current->element : nullptr; }
+  T* Current() const { return current ? &current->element : nullptr; }
   void MoveNext() const {
     if (current) current = current->next;
   }
 
  protected:
   struct Node {
-    T* element;
-    Node* next;
+    explicit Node(Node* before) : prev(before) {}
+    Node* next = nullptr;
     Node* prev;
+    T element;
   };
 
-  // Links a fully constructed element at the end.
-  Node* LinkAtEnd(T* element);
+  // Links `node`, made with Node(last), at the end.
+  Node* Link(Node* node);
 
   Node* first = nullptr;
   Node* last = nullptr;
@@ -84,8 +87,7 @@ class AsnSeqOf : public AsnList<T> {
 // ---- definitions ------------------------------------------------------------
 
 template <class T>
-typename AsnList<T>::Node* AsnList<T>::LinkAtEnd(T* element) {
-  Node* node = new Node{element, nullptr, last};
+typename AsnList<T>::Node* AsnList<T>::Link(Node* node) {
   if (last) {
     last->next = node;
   } else {
@@ -98,33 +100,28 @@ typename AsnList<T>::Node* AsnList<T>::LinkAtEnd(T* element) {
 
 template <class T>
 T* AsnList<T>::Append() {
-  T* element = new T();
-  try {
-    current = LinkAtEnd(element);
-  } catch (...) {
-    delete element;
-    throw;
-  }
-  return element;
+  current = Link(new Node(last));
+  return &current->element;
 }
 
 template <class T>
 void AsnList<T>::AppendCopy(const T& element) {
-  T* copy = new T();
+  // Copied into a node of its own before linking, so that a copy that throws
+  // leaves the list as it was (and `element` may be one of ours).
+  Node* node = new Node(last);
   try {
-    if (copy != &element) *copy = element;
-    LinkAtEnd(copy);
+    node->element = element;
   } catch (...) {
-    delete copy;
+    delete node;
     throw;
   }
+  Link(node);
 }
 
 template <class T>
 void AsnList<T>::Clear() {
   for (Node* node = first; node != nullptr;) {
     Node* next = node->next;
-    delete node->element;
     delete node;
     node = next;
   }
@@ -137,9 +134,8 @@ AsnListBase& AsnList<T>::AssignList(const AsnListBase& other) {
   if (&other == this) return *this;
   const auto& source = dynamic_cast<const AsnList<T>&>(other);
   Clear();
-  for (source.current = source.first; source.current && source.current->element;
-       source.current = source.current->next) {
-    AppendCopy(*source.current->element);
+  for (source.current = source.first; source.current; source.current = source.current->next) {
+    AppendCopy(source.current->element);
   }
   return *this;
 }
@@ -149,7 +145,7 @@ void AsnList<T>::Print(std::ostream& os, unsigned long level, bool lineBreak) co
   for (const Node* node = first; node != nullptr; node = node->next) {
     if (lineBreak) os << '\n' << IndentText(level);
     os << "- ";
-    node->element->Print(os, level + 1, false);
+    node->element.Print(os, level + 1, false);
   }
 }
 
@@ -157,7 +153,7 @@ template <class T>
 unsigned long AsnList<T>::BEncContent(AsnBuf& buf, NIClass_EncodingFormatEnum) {
   // Back to front: the last element is written first and ends up last.
   unsigned long written = 0;
-  for (Node* node = last; node != nullptr; node = node->prev) written += node->element->BEnc(buf, NIClass_BER);
+  for (Node* node = last; node != nullptr; node = node->prev) written += node->element.BEnc(buf, NIClass_BER);
   return written;
 }
 
@@ -175,13 +171,14 @@ void AsnList<T>::BDecContent(AsnBuf& buf, unsigned int, unsigned long length, un
         break;
       }
       if (next == 0x00) break;
-      Append()->BDec(buf, consumed, NIClass_BER);
+      Append()->T::BDec(buf, consumed, NIClass_BER);
     }
     BDecEoc(buf, consumed);
   } else {
     // Every element takes at least two octets, so the loop ends; an element
     // that overruns the length is the caller's to notice.
-    while (consumed < length) Append()->BDec(buf, consumed, NIClass_BER);
+    // The element's own BDec, called directly: T is the element's exact type.
+    while (consumed < length) Append()->T::BDec(buf, consumed, NIClass_BER);
   }
   bytesDecoded += consumed;
 }

@@ -4,7 +4,7 @@
 #include <string>
 
 #include "tn_velkor/ns_velkor.h"
-#include "tn_velkor/convert/octs_text.h"
+#include "tn_velkor/convert/record_values.h"
 #include "tn_velkor/convert/value_text.h"
 #include "tn_velkor/frame/trace.h"
 
@@ -32,21 +32,6 @@ void SetOptionalText(refl::MayNullPointer<AsnOcts>& holder, const std::string& t
   holder.GetOrCreate().Set(text.c_str());  // c_str(): the text up to its first NUL
 }
 
-// The record's integers are AsnTinyInt: a level keeps its low 32 bits.
-int LevelInt(std::uint64_t level) { return static_cast<int>(level); }
-
-// On the way back a level is the record's signed 32-bit value widened with
-// its sign, so -1 becomes 2^64-1.
-std::uint64_t LevelFromInt(int value) { return static_cast<std::uint64_t>(static_cast<std::int64_t>(value)); }
-
-int OptionalInt(const refl::MayNullPointer<AsnTinyInt>& holder, int absent) {
-  return holder.IsNull() ? absent : holder->Value();
-}
-
-std::string OptionalText(const refl::MayNullPointer<AsnOcts>& holder) {
-  return holder.IsNull() ? std::string() : OctsText(*holder);
-}
-
 std::string MapText(const NameValueMap& entries, const char* key) {
   const auto found = entries.find(key);
   return found == entries.end() ? std::string() : found->second;
@@ -61,23 +46,13 @@ void AppendEntry(qcommon::QAsnNVSList& list, const char* name, const std::string
 // Unlike the plain port-index conversion, a sub-level of -1 stays a present
 // component holding -1: the fiber record always carries both sub-levels.
 void FillPortIndex(const ns_utilmib::TEFiberEnd& end, qcommon::QAsnPortIndex& index) {
-  index.level1ID = LevelInt(end.level1ID);
-  index.level2ID = LevelInt(end.level2ID);
+  index.level1ID = LowLevel(end.level1ID);
+  index.level2ID = LowLevel(end.level2ID);
   SetOptionalInt(index.level2SubID, end.level2SubID);
-  index.level3ID = LevelInt(end.level3ID);
+  index.level3ID = LowLevel(end.level3ID);
   SetOptionalInt(index.level3SubID, end.level3SubID);
-  index.level4ID = LevelInt(end.level4ID);
+  index.level4ID = LowLevel(end.level4ID);
   SetOptionalText(index.strIndexText, end.strIndexText);
-}
-
-void FillFiberEnd(const qcommon::QAsnPortIndex& index, ns_utilmib::TEFiberEnd& end) {
-  end.level1ID = LevelFromInt(index.level1ID.Value());
-  end.level2ID = LevelFromInt(index.level2ID.Value());
-  end.level2SubID = OptionalInt(index.level2SubID, -1);
-  end.level3ID = LevelFromInt(index.level3ID.Value());
-  end.level3SubID = OptionalInt(index.level3SubID, -1);
-  end.level4ID = LevelFromInt(index.level4ID.Value());
-  end.strIndexText = OptionalText(index.strIndexText);
 }
 
 // Component n of a template record stands for bit n-1 of the mask.
@@ -132,8 +107,8 @@ void Convert2FiberCable(const qinventoryfiber::QAsnFiberInfo& record, ns_utilmib
   if (!record.attrList.IsNull()) Convert2MapKeyValue(*record.attrList, entries);
 
   cable.fiberValue1 = record.fiberValue1.Value();
-  FillFiberEnd(record.aEndPort, cable.aEnd);
-  FillFiberEnd(record.zEndPort, cable.zEnd);
+  ReadPortIndex(record.aEndPort, cable.aEnd);
+  ReadPortIndex(record.zEndPort, cable.zEnd);
   cable.hybridMaxCapacity = OptionalInt(record.hybridMaxCapacity, -1);
   cable.resetValue1 = 0;
   cable.fiberValue3 = static_cast<std::uint8_t>(record.fiberValue3.Value());

@@ -3,7 +3,7 @@
 #include <ctime>
 
 #include "tn_velkor/ns_velkor.h"
-#include "tn_velkor/convert/octs_text.h"
+#include "tn_velkor/convert/record_values.h"
 #include "tn_velkor/convert/value_text.h"
 #include "tn_platform/model/ne_id.h"
 #include "tn_platform/uid/str_uid_parser.h"
@@ -109,7 +109,7 @@ void Convert2LinkMgrModel(const qinventorylinkexterior::QAsnLinkInfo& record, ns
   model.intValue3 = Low32(record.intValue3.Value());
   model.intValue1 = Low32(record.intValue1.Value());
   model.tinyValue5Mirror = record.tinyValue5.Value();
-  model.optTinyValue = record.optTinyValue.IsNull() ? 0 : record.optTinyValue->Value();
+  model.optTinyValue = OptionalInt(record.optTinyValue, 0);
 }
 
 void Convert2LinkMgrModelList(const qinventorylinkexterior::QAsnLinkInfoList& list,

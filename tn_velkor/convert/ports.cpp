@@ -2,20 +2,11 @@
 #include <cstdint>
 
 #include "tn_velkor/ns_velkor.h"
-#include "tn_velkor/convert/octs_text.h"
+#include "tn_velkor/convert/record_values.h"
 #include "tn_platform/uid/str_uid_parser.h"
 
 namespace ns_velkor {
 namespace ports_detail {
-
-// Record integers are signed 32-bit; a 64-bit level gets them widened with
-// sign, so -1 comes back as 2^64-1.
-std::uint64_t WidenLevel(const AsnTinyInt& level) {
-  return static_cast<std::uint64_t>(static_cast<std::int64_t>(level.Value()));
-}
-
-// The record keeps the low 32 bits of a level.
-int NarrowLevel(std::uint64_t level) { return static_cast<std::int32_t>(static_cast<std::uint32_t>(level)); }
 
 // -1 and an absent component stand for each other; any other value, other
 // negative ones included, is present. A held object is reused.
@@ -25,10 +16,6 @@ void SetSubLevel(refl::MayNullPointer<AsnTinyInt>& holder, std::int32_t subLevel
   } else {
     holder.GetOrCreate().Set(subLevel);
   }
-}
-
-std::int32_t GetSubLevel(const refl::MayNullPointer<AsnTinyInt>& holder) {
-  return holder.IsNull() ? -1 : holder->Value();
 }
 
 // Use states 0 to 4 are selected by bits 0 to 4 of the mask; higher states
@@ -50,24 +37,17 @@ bool isVirtualPort(int portNo) {
 
 void Convert2QAsnPortIndex(const ns_utilmib::TNCPPortIndex& index, qcommon::QAsnPortIndex& record) {
   using namespace ports_detail;
-  record.level1ID.Set(NarrowLevel(index.level1ID));
-  record.level2ID.Set(NarrowLevel(index.level2ID));
+  record.level1ID.Set(LowLevel(index.level1ID));
+  record.level2ID.Set(LowLevel(index.level2ID));
   SetSubLevel(record.level2SubID, index.level2SubID);
-  record.level3ID.Set(NarrowLevel(index.level3ID));
+  record.level3ID.Set(LowLevel(index.level3ID));
   SetSubLevel(record.level3SubID, index.level3SubID);
-  record.level4ID.Set(NarrowLevel(index.level4ID));
+  record.level4ID.Set(LowLevel(index.level4ID));
   record.strIndexText.GetOrCreate().Set(index.strIndexText.c_str());
 }
 
 void Convert2CPPortIndex(const qcommon::QAsnPortIndex& record, ns_utilmib::TNCPPortIndex& index) {
-  using namespace ports_detail;
-  index.level1ID = WidenLevel(record.level1ID);
-  index.level2ID = WidenLevel(record.level2ID);
-  index.level2SubID = GetSubLevel(record.level2SubID);
-  index.level3ID = WidenLevel(record.level3ID);
-  index.level3SubID = GetSubLevel(record.level3SubID);
-  index.level4ID = WidenLevel(record.level4ID);
-  index.strIndexText = record.strIndexText.IsNull() ? std::string() : OctsText(*record.strIndexText);
+  ReadPortIndex(record, index);
 }
 
 void Convert2MapCpPortIndex2State(const qinventoryport::QAsnPortUseStateList& list,

@@ -1,6 +1,6 @@
 // Error-information lists and returns into return-code maps; single returns.
 #include "tn_velkor/ns_velkor.h"
-#include "tn_velkor/convert/octs_text.h"
+#include "tn_velkor/convert/record_values.h"
 #include "tn_velkor/frame/trace.h"
 
 namespace ns_velkor {
@@ -47,7 +47,7 @@ unsigned long Convert2MapIDKey2RetCodeByQAsnErrInfoList(const qcommon::QAsnErrIn
 
     TERetInfo& info = map[key];
     info.ulRetCode = code;
-    info.strObjName = element->objName.IsNull() ? std::string() : OctsText(*element->objName);
+    info.strObjName = OptionalText(element->objName);
   }
   return result;
 }

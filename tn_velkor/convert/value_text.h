@@ -1,9 +1,11 @@
 // Number <-> text conversion shared by the converters (private to the library).
 //
-// Both directions run through one read/write string stream in the classic
-// locale with fixed notation and the default precision of six decimals, so
-// results never depend on the process's global locale. Neither reports an
-// error: a conversion that fails gives the empty text or zero.
+// The results are those of one read/write string stream in the classic locale
+// with fixed notation and the default precision of six decimals, so they never
+// depend on the process's global locale; the work is done with <charconv> and
+// a scanner that follows the stream's extraction rules (value_text_scan.h),
+// without building a stream per call. Neither reports an error: a conversion
+// that fails gives the empty text or zero.
 //
 //   Convert2Str<int>(-15)            -> "-15"
 //   Convert2Str<double>(1.0)         -> "1.000000"   (never an exponent)
@@ -12,39 +14,30 @@
 //   Convert2Num<unsigned short>("-1")-> 65535        (wraps, as stream extraction does)
 #pragma once
 
-#include <locale>
-#include <sstream>
+#include <charconv>
 #include <string>
 #include <type_traits>
 
+#include "tn_velkor/convert/value_text_scan.h"
+
 namespace ns_velkor {
-namespace value_text {
-
-// A fresh stream set up the same way for both directions.
-inline void PrepareStream(std::stringstream& stream) {
-  stream.imbue(std::locale::classic());
-  stream.unsetf(std::ios::scientific);
-  stream.setf(std::ios::fixed);
-}
-
-}  // namespace value_text
 
 // The text of `value`: decimal integers; fixed notation with six decimals for
-// floating values (a float is widened to double first); inf and nan as words.
+// floating values (a float is widened to double first); inf and nan as words,
+// with a minus sign when the value carries one.
 template <class T>
 std::string Convert2Str(T value) {
-  std::stringstream stream;
-  value_text::PrepareStream(stream);
-  if constexpr (std::is_same_v<T, float>) {
-    stream << static_cast<double>(value);
+  static_assert(std::is_arithmetic_v<T> && !std::is_same_v<T, bool>, "a number");
+  // The longest fixed text of a double: sign, 309 digits, point, 6 decimals.
+  char text[328];
+  std::to_chars_result written;
+  if constexpr (std::is_floating_point_v<T>) {
+    written = std::to_chars(text, text + sizeof text, static_cast<double>(value), std::chars_format::fixed, 6);
   } else {
-    stream << value;
+    written = std::to_chars(text, text + sizeof text, value);
   }
-  if (stream.fail()) return std::string();
-  std::string token;
-  stream >> token;
-  if (stream.fail()) return std::string();
-  return token;
+  if (written.ec != std::errc()) return std::string();
+  return std::string(text, written.ptr);
 }
 
 // The number at the start of `text` (leading white space skipped, the rest
@@ -52,13 +45,13 @@ std::string Convert2Str(T value) {
 template <class T>
 T Convert2Num(const std::string& text) {
   T result{};
-  std::stringstream stream;
-  value_text::PrepareStream(stream);
-  stream.write(text.data(), static_cast<std::streamsize>(text.size()));
-  if (stream.fail()) return T{};
-  stream >> result;
-  if (stream.fail()) return T{};
-  return result;
+  bool read;
+  if constexpr (std::is_floating_point_v<T>) {
+    read = value_text::ScanFloating(text.data(), text.data() + text.size(), result);
+  } else {
+    read = value_text::ScanInteger(text.data(), text.data() + text.size(), result);
+  }
+  return read ? result : T{};
 }
 
 }  // namespace ns_velkor

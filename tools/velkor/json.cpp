@@ -9,7 +9,7 @@ namespace velkor {
 namespace {
 
 // nlohmann prefixes its messages with "[json.exception.parse_error.101] ".
-std::string ParseErrorText(const Json::parse_error& error) {
+std::string ParseErrorText(const Json::exception& error) {
   std::string what = error.what();
   const std::size_t close = what.find("] ");
   if (what.rfind("[json.exception", 0) == 0 && close != std::string::npos) what.erase(0, close + 2);
@@ -33,7 +33,9 @@ Json ParseJson(std::string_view text) {
   if (nul != std::string_view::npos) ThrowBadInput("bad JSON: NUL octet at position " + std::to_string(nul));
   try {
     return Json::parse(text.begin(), text.end(), nullptr, true, false);
-  } catch (const Json::parse_error& error) {
+  } catch (const Json::exception& error) {
+    // A syntax error, or a number too large for a double ("1e400"), which
+    // the parser reports as out_of_range.
     ThrowBadInput("bad JSON: " + ParseErrorText(error));
   }
 }

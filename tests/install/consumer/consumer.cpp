@@ -1,14 +1,15 @@
-// Uses the installed package: the public header by its installed name, and a
-// runtime header by its prefixed path below include/.
+// A service module's use of the installed package: the public header alone,
+// a conversion, a record encoded and decoded, and the type catalogue. Prints
+// the catalogue's type names, one a line, for the install check to compare
+// with `velkor types`.
 #include <tn_velkor/ns_velkor.h>
 
 #include <cstdio>
 #include <map>
 #include <string>
 
-#include "tn_platform/asn/asn_value_io.h"
-
 int main() {
+  static_assert(TN_VELKOR_VERSION_MAJOR >= 1, "the version header comes with the public header");
   qcommon::QAsnNVSList list;
   qcommon::QAsnNameAndValueString* pair = list.Append();
   pair->name.Set("Memo");
@@ -23,6 +24,6 @@ int main() {
     std::fprintf(stderr, "consumer: unexpected results\n");
     return 1;
   }
-  std::printf("consumer: Memo=%s, %zu octets\n", map["Memo"].c_str(), octets.size());
+  for (const AsnCatalogueEntry& entry : AsnCatalogue::All()) std::printf("%s\n", entry.name.c_str());
   return 0;
 }
