@@ -270,6 +270,7 @@ class Velkor(unittest.TestCase):
                 hex_text = stdin_of(Hex(described["name"], sample))
                 self.assertEqual(json.loads(ok(["decode", described["name"], "--hex", "--json"], hex_text)), sample)
                 ok(["decode", described["name"], "--hex"], hex_text)  # value notation
+                ok(["encode", described["name"]], ok(["template", described["name"]]))  # the skeleton encodes
 
     def test_files_and_all(self):
         records = [{"strFDN": "NE=%d" % n, "strMOC": "NE", "neID": n} for n in range(3)]
@@ -448,11 +449,26 @@ class Velkor(unittest.TestCase):
                 if "left over" not in names:
                     self.assertIn("\n%6d  " % offset, "\n" + dumped)
 
+    def test_man_page_and_completion_are_installed(self):
+        prefix = os.path.dirname(os.path.dirname(VELKOR))
+        man = Path(prefix, "share", "man", "man1", "velkor.1").read_text()
+        for command in ("types", "dump", "decode", "encode", "template", "demo", "convert fiber-to-cable"):
+            self.assertIn('.SS "velkor %s' % command.replace("-", "\\-"), man)
+        self.assertIn("\\-\\-keep\\-going", man)
+        completion = os.path.join(prefix, "share", "bash-completion", "completions", "velkor")
+        for words, expected in [("velkor de", "decode demo"), ("velkor decode QAsnPortI", "QAsnPortIndex"),
+                                ("velkor convert fiber-to-c", "fiber-to-cable"), ("velkor dump --he", "--help --hex")]:
+            script = 'source %s; COMP_WORDS=(%s); COMP_CWORD=%d; _velkor; echo "${COMPREPLY[*]}"' % (
+                completion, words, len(words.split()) - 1)
+            result = subprocess.run(["bash", "-c", script], capture_output=True, text=True,
+                                    env=dict(os.environ, PATH=os.path.dirname(VELKOR) + ":" + os.environ["PATH"]))
+            self.assertEqual(result.stdout.strip(), expected, result.stderr)
+
     def test_every_subcommand_has_help_with_an_example(self):
         listing = ok(["convert", "--help"]).decode().split("Subcommands:")[1].split("Example:")[0]
         conversions = [["convert", line.split()[0]] for line in listing.splitlines() if line.strip()]
         self.assertGreaterEqual(len(conversions), 15)
-        for command in [["types"], ["dump"], ["decode"], ["encode"], ["demo"], ["convert"]] + conversions:
+        for command in [["types"], ["dump"], ["decode"], ["encode"], ["template"], ["demo"], ["convert"]] + conversions:
             with self.subTest(command=command):
                 help_text = ok(command + ["--help"]).decode()
                 self.assertIn("Example:\n  ", help_text)

@@ -9,6 +9,7 @@
 #include "tn_platform/trace/trace_sink.h"
 #include "tools/velkor/cli.h"
 #include "tools/velkor/demo.h"
+#include "tools/velkor/docs.h"
 #include "tools/velkor/io.h"
 #include "tools/velkor/output.h"
 #include "tools/velkor/record_commands.h"
@@ -112,6 +113,18 @@ void AddInspectCommands(CLI::App& app, Runners& runners) {
                     std::shared_ptr<const std::string>(io, &io->output)};
   }
   {
+    auto type = std::make_shared<std::string>();
+    auto output = std::make_shared<std::string>();
+    CLI::App* sub = velkor::AddSubcommand(
+        app, "template",
+        "Print a JSON skeleton of a record, every member with a default value and the optional ones named under "
+        "\"//\", to edit and encode",
+        "velkor template QAsnPortIndex > port.json");
+    sub->add_option("TYPE", *type, "Record or list type (see velkor types)")->required();
+    sub->add_option("-o,--output", *output, "Output file (default: standard output)");
+    runners[sub] = {"template", [=](std::ostream& out) { out << velkor::RunTemplate(*type); }, output};
+  }
+  {
     auto output = std::make_shared<std::string>();
     CLI::App* sub =
         velkor::AddSubcommand(app, "demo", "Walk a typical request step by step on built-in samples", "velkor demo");
@@ -137,6 +150,17 @@ int main(int argc, char** argv) {
                                             "velkor convert fiber-to-cable fiber.ber");
   convert->require_subcommand(1);
   velkor::AddConvertCommands(*convert, runners);
+
+  // Build-time helpers: the man page and the completion, from the parser's
+  // own description of the tool.
+  if (argc == 2 && (std::string(argv[1]) == "--man" || std::string(argv[1]) == "--bash-completion")) {
+    if (std::string(argv[1]) == "--man") {
+      velkor::WriteManPage(std::cout, app, TN_VELKOR_VERSION);
+    } else {
+      velkor::WriteBashCompletion(std::cout, app);
+    }
+    return std::cout.flush() ? velkor::kExitOk : velkor::kExitBadInput;
+  }
 
   std::string name;
   try {

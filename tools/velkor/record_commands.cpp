@@ -87,6 +87,11 @@ std::string RunTypes(const std::string& only, bool json) {
   return os.str();
 }
 
+std::string RunTemplate(const std::string& type) {
+  const std::unique_ptr<AsnType> value = CreateCatalogued(type);
+  return JsonText(TemplateJson(*value));
+}
+
 void RunDump(const InputOutput& io, std::ostream& out) {
   const std::string bytes = ReadBytes(io.input, io.hex, io.base64);
   Progress progress("dump", bytes.size());

@@ -25,6 +25,9 @@ std::string RunTypes(const std::string& only, bool json);
 // input) naming the break's offset.
 void RunDump(const InputOutput& io, std::ostream& out);
 
+// `velkor template TYPE`: a JSON skeleton of the type (see TemplateJson).
+std::string RunTemplate(const std::string& type);
+
 struct DecodeOptions {
   std::string type;
   InputOutput io;

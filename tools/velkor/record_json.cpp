@@ -60,6 +60,7 @@ void JsonToRecord(const Json& json, AsnSequence& record, const std::string& path
   if (!json.is_object()) ThrowJsonError(path, "expected an object, found " + JsonTypeName(json));
   const std::vector<AsnMember> members = AsnMembersOf(record);
   for (const auto& item : json.items()) {
+    if (item.key().rfind("//", 0) == 0) continue;  // a comment
     bool known = false;
     for (const AsnMember& member : members) known = known || member.Name() == item.key();
     if (!known) ThrowJsonError(path, std::string(record.typeName()) + " has no member \"" + item.key() + "\"");
@@ -107,6 +108,24 @@ Json ValueToJson(const AsnType& value) {
   if (const auto* integer = dynamic_cast<const AsnInt*>(&value)) return IntegerToJson(integer->Value());
   if (const auto* boolean = dynamic_cast<const AsnBool*>(&value)) return boolean->Value();
   ThrowBadInput(std::string("values of type ") + value.typeName() + " have no JSON form");
+}
+
+Json TemplateJson(AsnType& value) {
+  if (auto* record = dynamic_cast<AsnSequence*>(&value)) {
+    Json object = Json::object();
+    std::string optional;
+    for (const AsnMember& member : AsnMembersOf(*record)) {
+      if (member.IsOptional()) optional += (optional.empty() ? "" : ", ") + member.Name();
+    }
+    if (!optional.empty()) object["//"] = "optional: " + optional + " (leave out or null for absent)";
+    for (const AsnMember& member : AsnMembersOf(*record)) object[member.Name()] = TemplateJson(*member.ValueOrCreate());
+    return object;
+  }
+  if (auto* list = dynamic_cast<AsnListBase*>(&value)) {
+    const std::unique_ptr<AsnType> element = CreateElementOf(*list);
+    return Json::array({TemplateJson(*element)});
+  }
+  return ValueToJson(value);
 }
 
 void JsonToValue(const Json& json, AsnType& value, const std::string& path) {

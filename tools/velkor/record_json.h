@@ -5,7 +5,8 @@
 //   - an OCTET STRING is a JSON string when its content is UTF-8 text without
 //     control characters, else {"hex": "<two hex digits per octet>"};
 //   - an integer is a number, a BOOLEAN true or false;
-//   - a list is an array of its elements.
+//   - a list is an array of its elements;
+//   - members whose names start with "//" are comments, skipped on reading.
 //
 // Example (qcommon::QAsnUniResID):
 //   {"strFDN": "NE=1001,SH=1,SL=3,PP=2", "strMOC": "PP", "neID": 1001}
@@ -27,6 +28,12 @@ Json ValueToJson(const AsnType& value);
 // ToolError(bad input) "<path>: <what>" on an unknown or missing member, a
 // JSON value of the wrong kind, an integer out of the member's range or bad hex.
 void JsonToValue(const Json& json, AsnType& value, const std::string& path);
+
+// A skeleton of `value`'s JSON to start a record from: every member with a
+// default value (0, "", false; a list holds one element), and in each record
+// with optional members a "//" member naming them. Readers skip members
+// whose names start with "//", so the skeleton encodes as it is.
+Json TemplateJson(AsnType& value);
 
 // The JSON of an OCTET STRING's content, and the content of such JSON.
 Json OctetsToJson(std::string_view octets);
