@@ -192,7 +192,8 @@ BAD_INPUT = [  # (arguments, input, the one stderr line's start after "velkor: "
     (["encode", "QAsnPortIndex"], "{} {}", "encode: ", "bad JSON"),
     (["encode", "QAsnColumn", "--all"], '{"strCondition": "c"}\n{', "encode: ", "(line 2)")]
 USAGE_MISTAKES = [  # (arguments, the one stderr line's start after "velkor: ", a part of it): exit 2
-    ([], "", "a command is required"), (["dumpp"], "", 'unknown command "dumpp" (did you mean "dump"?)'),
+    ([], "", "a command is required"), (["--bogus"], "", 'unexpected argument "--bogus"'),
+    (["dumpp"], "", 'unknown command "dumpp" (did you mean "dump"?)'),
     (["decode"], "decode: ", "missing TYPE"),
     (["decode", "QAsnPortIdx"], "decode: ", 'TYPE: unknown record type "QAsnPortIdx" (did you mean "QAsnPortIndex"?)'),
     (["types", "other::QAsnNVSList"], "types: ", "unknown record type"),
@@ -210,6 +211,7 @@ USAGE_MISTAKES = [  # (arguments, the one stderr line's start after "velkor: ", 
     (["convert", "ignore-codes"], "convert ignore-codes: ", '--code is required when the input has no "result"'),
     (["convert", "ignore-codes", "--code", "0x"], "convert ignore-codes: ", '--code: "0x" is not a number'),
     (["convert", "ignore-codes", "--ignore", "1,2,3,4"], "convert ignore-codes: ", "--ignore: at most 3 values"),
+    (["convert", "ignore-codes", "--code", "1", "--code", "2"], "convert ignore-codes: ", "given more than once"),
     (["convert", "port-states-to-map", "--mask", "70000"], "convert port-states-to-map: ",
      '--mask: "70000" is out of range (0 to 65535)')]
 

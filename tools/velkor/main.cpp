@@ -175,6 +175,12 @@ int main(int argc, char** argv) {
     if (error.get_exit_code() == 0) return app.exit(error);  // --help, --version
     if (argc == 1) return Report("", "a command is required (see velkor --help)", velkor::kExitBadUsage);
     const CLI::App* chosen = Chosen(app, name);
+    if (chosen == &app && argv[1][0] == '-' &&
+        app.get_option_no_throw(std::string(argv[1]).substr(0, std::string(argv[1]).find('='))) == nullptr) {
+      // The parser reports a missing command before an option it does not know.
+      return Report("", "unexpected argument \"" + std::string(argv[1]) + "\" (see velkor --help)",
+                    velkor::kExitBadUsage);
+    }
     const std::string unknown = UnknownSubcommand(*chosen, argc, argv);
     const std::string help = name.empty() ? "velkor --help" : "velkor " + name + " --help";
     if (!unknown.empty()) {

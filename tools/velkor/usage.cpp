@@ -84,11 +84,12 @@ std::string UsageMessage(const CLI::ParseError& error) {
   if (dynamic_cast<const CLI::ArgumentMismatch*>(&error) != nullptr) {
     // "--output: 1 required TEXT missing", "--ignore: At Most 3 required but received 4"
     const std::size_t colon = what.find(':');
-    const std::string most = After(what.substr(colon == std::string::npos ? 0 : colon), ": At Most ");
     if (colon != std::string::npos) {
-      return what.substr(0, colon) + (!most.empty() ? ": at most " + most.substr(0, most.find(' ')) + " values"
-                                      : what.find("missing") != std::string::npos ? ": needs a value"
-                                                                                  : ": too many values");
+      const std::string name = what.substr(0, colon);
+      const std::string most = After(what.substr(colon), ": At Most ");
+      if (most.rfind("1 ", 0) == 0) return name + ": given more than once";
+      if (!most.empty()) return name + ": at most " + most.substr(0, most.find(' ')) + " values";
+      return name + (what.find("missing") != std::string::npos ? ": needs a value" : ": too many values");
     }
   }
   return what;
