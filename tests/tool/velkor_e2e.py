@@ -112,9 +112,9 @@ def record(type_name, **members):
     return dict(json.loads(ok(["template", type_name])), **members)
 
 
-def fiber(**members):
-    return record("QAsnFiberInfo", **dict(dict(doubleValue="2.5", fiberText5="F-5", aEndPort=dict(PORT, level1ID=1001),
-                                               attrList=[{"name": "Reserve", "value": "7"}]), **members))
+def fiber(double_value="2.5"):
+    return record("QAsnFiberInfo", doubleValue=double_value, fiberText5="F-5", aEndPort=dict(PORT, level1ID=1001),
+                  attrList=[{"name": "Reserve", "value": "7"}])
 
 
 def ret(ret_code, name=""):
@@ -405,7 +405,7 @@ class Velkor(unittest.TestCase):
         self.assertIn("[Convert2FiberCable]FixInvalidFiberParam", ok(["demo"]).decode())
         listed = ok(["types", "QAsnErrInfoReturn"]).decode().split()  # a member's type, as shown, is a name `types` takes
         self.assertIn("QAsnErrInfoList (qcommon)", ok(["types", next(t for t in listed if "::" in t)]).decode())
-        repaired = stdin_of(Hex("QAsnFiberInfo", fiber(doubleValue="-1")))  # repaired, with a trace line
+        repaired = stdin_of(Hex("QAsnFiberInfo", fiber("-1")))  # repaired, with a trace line
         for args, env in [(["--trace"], None), ([], dict(os.environ, TN_TRACE="stderr"))]:
             code, out, err = run(["convert", "fiber-to-cable", "--hex"] + args, repaired, env)
             self.assertEqual((code, json.loads(out)["doubleValue"]), (0, 1.0))
