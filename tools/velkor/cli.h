@@ -11,6 +11,7 @@
 #include <string>
 
 #include "tools/velkor/record_commands.h"
+#include "tools/velkor/validators.h"
 
 namespace velkor {
 
@@ -31,10 +32,20 @@ inline CLI::App* AddSubcommand(CLI::App& parent, const std::string& name, const 
   return sub;
 }
 
+// -o.
+inline void AddOutput(CLI::App& sub, std::string& output) {
+  sub.add_option("-o,--output", output, "Output file (default: standard output)");
+}
+
 // The input FILE argument and -o.
 inline void AddInputOutput(CLI::App& sub, InputOutput& io) {
   sub.add_option("FILE", io.input, "Input file (default: standard input)");
-  sub.add_option("-o,--output", io.output, "Output file (default: standard output)");
+  AddOutput(sub, io.output);
+}
+
+// The required TYPE argument: a name of the type catalogue.
+inline void AddTypeArgument(CLI::App& sub, std::string& type) {
+  sub.add_option("TYPE", type, "Record or list type (see velkor types)")->required()->check(RecordTypeName());
 }
 
 // What --hex and --base64 say for a command that reads record bytes.

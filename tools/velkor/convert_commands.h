@@ -3,6 +3,8 @@
 // returns the other side (model JSON or record bytes).
 #pragma once
 
+#include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -13,12 +15,15 @@ namespace velkor {
 // The arguments of every convert subcommand; each uses only some of them.
 struct ConvertOptions {
   InputOutput io;
-  std::string argument;               // the positional argument of commands that take no file
+  bool compact = false;               // --compact: JSON on one line
+  std::string text;                   // kTakesText: the positional text
+  std::uint64_t unsignedNumber = 0;   // kTakesUnsigned: the positional number
+  int signedNumber = 0;               // kTakesSigned: the positional number
   std::string mapFile;                // --map: a return-code map to start from
   bool fillAll = false;               // --fill-all: the Return2 variant
-  std::string code;                   // --code: the overall code for ignore-codes
+  std::optional<unsigned long> code;  // --code: the overall code for ignore-codes
   std::vector<unsigned long> ignore;  // --ignore: up to three tolerated codes
-  unsigned mask = 0x1F;               // --mask: the use states to keep (16 bits)
+  unsigned short mask = 0x1F;         // --mask: the use states to keep
   std::string moc;                    // --moc: the node class a link end may be
   bool acceptNode = false;            // --accept-node
 };
@@ -27,13 +32,16 @@ struct ConvertOptions {
 enum ConvertTakes : unsigned {
   kTakesFile = 1 << 0,      // FILE and --hex (record bytes in or out)
   kTakesJsonFile = 1 << 1,  // FILE of JSON, no --hex
-  kTakesArgument = 1 << 2,  // a required positional argument instead of FILE
-  kTakesBytesOut = 1 << 3,  // --hex for the output bytes
-  kTakesMap = 1 << 4,       // --map
-  kTakesFillAll = 1 << 5,   // --fill-all
-  kTakesCodes = 1 << 6,     // --code and --ignore
-  kTakesMask = 1 << 7,      // --mask
-  kTakesLinkEnd = 1 << 8,   // --moc and --accept-node
+  kTakesText = 1 << 2,      // instead of FILE: a required positional text
+  kTakesUnsigned = 1 << 3,  // instead of FILE: a required positional 64-bit unsigned number
+  kTakesSigned = 1 << 4,    // instead of FILE: a required positional int
+  kTakesBytesOut = 1 << 5,  // --hex for the output bytes
+  kWritesJson = 1 << 6,     // --compact
+  kTakesMap = 1 << 7,       // --map
+  kTakesFillAll = 1 << 8,   // --fill-all
+  kTakesCodes = 1 << 9,     // --code and --ignore
+  kTakesMask = 1 << 10,     // --mask
+  kTakesLinkEnd = 1 << 11,  // --moc and --accept-node
 };
 
 struct ConvertCommand {
@@ -41,7 +49,7 @@ struct ConvertCommand {
   const char* description;
   const char* example;
   unsigned takes;            // ConvertTakes bits
-  const char* argumentName;  // with kTakesArgument: "MASK", "ID", ...
+  const char* argumentName;  // with a positional argument: "MASK", "ID", ...
   const char* argumentHelp;
   std::string (*run)(const ConvertOptions& options);
 };

@@ -66,10 +66,9 @@ void ForEachJsonRecord(std::string_view text, const std::function<void(const Jso
 }
 
 // Invalid UTF-8 (possible only in a map key) is shown as U+FFFD, not refused.
-std::string JsonText(const Json& json) { return json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n"; }
-
-std::string CompactJsonText(const Json& json) {
-  return json.dump(-1, ' ', false, Json::error_handler_t::replace) + "\n";
+std::string JsonText(const Json& json, JsonLayout layout) {
+  const int indent = layout == JsonLayout::kIndented ? 2 : -1;
+  return json.dump(indent, ' ', false, Json::error_handler_t::replace) + "\n";
 }
 
 void ThrowJsonError(const std::string& path, const std::string& what) { ThrowBadInput(path + ": " + what); }

@@ -27,11 +27,13 @@ Json ParseJson(std::string_view text);
 // Throws as ParseJson, naming the line for JSON Lines.
 void ForEachJsonRecord(std::string_view text, const std::function<void(const Json&, std::size_t)>& visit);
 
-// `json` as indented text with a final line break.
-std::string JsonText(const Json& json);
+enum class JsonLayout {
+  kIndented,  // two blanks per level, one member or element per line
+  kOneLine,   // a line of JSON Lines
+};
 
-// `json` on one line with a final line break (a line of JSON Lines).
-std::string CompactJsonText(const Json& json);
+// `json` as text with a final line break.
+std::string JsonText(const Json& json, JsonLayout layout = JsonLayout::kIndented);
 
 // Throws ToolError(bad input) "<path>: <what>".
 [[noreturn]] void ThrowJsonError(const std::string& path, const std::string& what);

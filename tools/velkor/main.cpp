@@ -7,6 +7,7 @@
 
 #include "tn_platform/asn/csm_exception.h"
 #include "tn_platform/trace/trace_sink.h"
+#include "tn_velkor/version.h"
 #include "tools/velkor/cli.h"
 #include "tools/velkor/demo.h"
 #include "tools/velkor/docs.h"
@@ -14,7 +15,7 @@
 #include "tools/velkor/output.h"
 #include "tools/velkor/record_commands.h"
 #include "tools/velkor/usage.h"
-#include "tn_velkor/version.h"
+#include "tools/velkor/validators.h"
 
 namespace {
 
@@ -66,13 +67,15 @@ void AddInspectCommands(CLI::App& app, Runners& runners) {
   {
     auto only = std::make_shared<std::string>();
     auto json = std::make_shared<bool>(false);
+    auto compact = std::make_shared<bool>(false);
     auto output = std::make_shared<std::string>();
     CLI::App* sub =
         velkor::AddSubcommand(app, "types", "List the record types with their members", "velkor types QAsnPortIndex");
-    sub->add_option("TYPE", *only, "Show only this type");
+    sub->add_option("TYPE", *only, "Show only this type")->check(velkor::RecordTypeName());
     sub->add_flag("--json", *json, "Write the list as JSON");
-    sub->add_option("-o,--output", *output, "Output file (default: standard output)");
-    runners[sub] = {"types", [=](std::ostream& out) { out << velkor::RunTypes(*only, *json); }, output};
+    sub->add_flag("--compact", *compact, "JSON Lines: one type per line (implies --json)");
+    velkor::AddOutput(*sub, *output);
+    runners[sub] = {"types", [=](std::ostream& out) { velkor::RunTypes(*only, *json, *compact, out); }, output};
   }
   {
     auto io = std::make_shared<InputOutput>();
@@ -86,11 +89,12 @@ void AddInspectCommands(CLI::App& app, Runners& runners) {
     auto options = std::make_shared<velkor::DecodeOptions>();
     CLI::App* sub = velkor::AddSubcommand(app, "decode", "Decode a record and show it in value notation or JSON",
                                           "velkor decode QAsnFiberInfo fiber.ber --json");
-    sub->add_option("TYPE", options->type, "Record or list type (see velkor types)")->required();
+    velkor::AddTypeArgument(*sub, options->type);
     velkor::AddBytesInputOptions(*sub, options->io);
     CLI::Option* all = sub->add_flag("--all", options->all, "Decode every record of the input, one after another");
     sub->add_flag("--json", options->json, "Write JSON instead of value notation");
-    sub->add_flag("--compact", options->compact, "JSON on one line per record (with --all: JSON Lines)");
+    sub->add_flag("--compact", options->compact,
+                  "JSON on one line per record (implies --json; with --all: JSON Lines)");
     sub->add_flag("--keep-going", options->keepGoing,
                   "With --all: report a broken record and go on with the next (exit 1 at the end)")
         ->needs(all);
@@ -103,7 +107,7 @@ void AddInspectCommands(CLI::App& app, Runners& runners) {
     auto all = std::make_shared<bool>(false);
     CLI::App* sub = velkor::AddSubcommand(app, "encode", "Encode a record given as JSON into BER",
                                           "velkor encode QAsnPortIndex port.json --hex");
-    sub->add_option("TYPE", *type, "Record or list type (see velkor types)")->required();
+    velkor::AddTypeArgument(*sub, *type);
     velkor::AddInputOutput(*sub, *io);
     sub->add_flag("--hex", io->hex, "Write the bytes as hex text");
     sub->add_flag("--all", *all,
@@ -114,21 +118,23 @@ void AddInspectCommands(CLI::App& app, Runners& runners) {
   }
   {
     auto type = std::make_shared<std::string>();
+    auto compact = std::make_shared<bool>(false);
     auto output = std::make_shared<std::string>();
     CLI::App* sub = velkor::AddSubcommand(
         app, "template",
         "Print a JSON skeleton of a record, every member with a default value and the optional ones named under "
         "\"//\", to edit and encode",
         "velkor template QAsnPortIndex > port.json");
-    sub->add_option("TYPE", *type, "Record or list type (see velkor types)")->required();
-    sub->add_option("-o,--output", *output, "Output file (default: standard output)");
-    runners[sub] = {"template", [=](std::ostream& out) { out << velkor::RunTemplate(*type); }, output};
+    velkor::AddTypeArgument(*sub, *type);
+    sub->add_flag("--compact", *compact, "Write the JSON on one line");
+    velkor::AddOutput(*sub, *output);
+    runners[sub] = {"template", [=](std::ostream& out) { velkor::RunTemplate(*type, *compact, out); }, output};
   }
   {
     auto output = std::make_shared<std::string>();
     CLI::App* sub =
         velkor::AddSubcommand(app, "demo", "Walk a typical request step by step on built-in samples", "velkor demo");
-    sub->add_option("-o,--output", *output, "Output file (default: standard output)");
+    velkor::AddOutput(*sub, *output);
     runners[sub] = {"demo", [](std::ostream& out) { out << velkor::RunDemo(); }, output};
   }
 }
@@ -169,14 +175,20 @@ int main(int argc, char** argv) {
     if (error.get_exit_code() == 0) return app.exit(error);  // --help, --version
     if (argc == 1) return Report("", "a command is required (see velkor --help)", velkor::kExitBadUsage);
     const CLI::App* chosen = Chosen(app, name);
+    if (chosen == &app && argv[1][0] == '-' &&
+        app.get_option_no_throw(std::string(argv[1]).substr(0, std::string(argv[1]).find('='))) == nullptr) {
+      // The parser reports a missing command before an option it does not know.
+      return Report("", "unexpected argument \"" + std::string(argv[1]) + "\" (see velkor --help)",
+                    velkor::kExitBadUsage);
+    }
     const std::string unknown = UnknownSubcommand(*chosen, argc, argv);
     const std::string help = name.empty() ? "velkor --help" : "velkor " + name + " --help";
     if (!unknown.empty()) {
       std::vector<std::string> commands;
       for (const CLI::App* sub : chosen->get_subcommands({})) commands.push_back(sub->get_name());
-      return Report(name, "unknown command \"" + unknown + "\"" + velkor::DidYouMean(unknown, commands) + " (see " +
-                              help + ")",
-                    velkor::kExitBadUsage);
+      return Report(
+          name, "unknown command \"" + unknown + "\"" + velkor::DidYouMean(unknown, commands) + " (see " + help + ")",
+          velkor::kExitBadUsage);
     }
     return Report(name, velkor::UsageMessage(error) + " (see " + help + ")", velkor::kExitBadUsage);
   }

@@ -3,7 +3,6 @@
 #include <iostream>
 #include <memory>
 #include <optional>
-#include <sstream>
 
 #include "tn_platform/asn/ber.h"
 #include "tn_platform/asn/csm_exception.h"
@@ -43,14 +42,15 @@ std::string RawInputHint(const InputOutput& io, std::string_view bytes) {
 // element by element) or JSON Lines.
 class RecordWriter {
  public:
-  RecordWriter(const DecodeOptions& options, std::ostream& out) : m_options(options), m_out(out) {}
+  RecordWriter(const DecodeOptions& options, std::ostream& out)
+      : m_options(options), m_json(options.json || options.compact), m_out(out) {}
 
   void Write(const AsnType& value) {
-    if (!m_options.json) {
+    if (!m_json) {
       PrintValue(m_out, value);
       m_out << '\n';
     } else if (m_options.compact) {
-      m_out << CompactJsonText(ValueToJson(value));
+      m_out << JsonText(ValueToJson(value), JsonLayout::kOneLine);
     } else if (!m_options.all) {
       m_out << JsonText(ValueToJson(value));
     } else {
@@ -69,27 +69,31 @@ class RecordWriter {
   }
 
   void Finish() {
-    if (m_options.json && m_options.all && !m_options.compact) m_out << (m_written == 0 ? "[]\n" : "\n]\n");
+    if (m_json && m_options.all && !m_options.compact) m_out << (m_written == 0 ? "[]\n" : "\n]\n");
   }
 
  private:
   const DecodeOptions& m_options;
+  const bool m_json;
   std::ostream& m_out;
   std::size_t m_written = 0;
 };
 
 }  // namespace
 
-std::string RunTypes(const std::string& only, bool json) {
-  if (json) return JsonText(DescribeTypesJson(only));
-  std::ostringstream os;
-  DescribeTypes(os, only);
-  return os.str();
+void RunTypes(const std::string& only, bool json, bool compact, std::ostream& out) {
+  if (compact) {
+    for (const Json& type : DescribeTypesJson(only)) out << JsonText(type, JsonLayout::kOneLine);
+  } else if (json) {
+    out << JsonText(DescribeTypesJson(only));
+  } else {
+    DescribeTypes(out, only);
+  }
 }
 
-std::string RunTemplate(const std::string& type) {
+void RunTemplate(const std::string& type, bool compact, std::ostream& out) {
   const std::unique_ptr<AsnType> value = CreateCatalogued(type);
-  return JsonText(TemplateJson(*value));
+  out << JsonText(TemplateJson(*value), compact ? JsonLayout::kOneLine : JsonLayout::kIndented);
 }
 
 void RunDump(const InputOutput& io, std::ostream& out) {
@@ -104,7 +108,6 @@ void RunDump(const InputOutput& io, std::ostream& out) {
 }
 
 void RunDecode(const DecodeOptions& options, std::ostream& out) {
-  CreateCatalogued(options.type);  // an unknown type is a usage mistake, whatever the input
   const std::string bytes = ReadBytes(options.io.input, options.io.hex, options.io.base64);
   RecordWriter writer(options, out);
   std::size_t offset = 0;
@@ -146,7 +149,6 @@ void RunDecode(const DecodeOptions& options, std::ostream& out) {
 }
 
 void RunEncode(const std::string& type, const InputOutput& io, bool all, std::ostream& out) {
-  CreateCatalogued(type);
   const std::string text = ReadInput(io.input);
   const auto encode = [&](const Json& json, const std::string& path) {
     const std::unique_ptr<AsnType> value = CreateCatalogued(type);

@@ -17,23 +17,25 @@ struct InputOutput {
   bool base64 = false;  // the command's input bytes are Base64 text
 };
 
-// `velkor types [TYPE] [--json]`.
-std::string RunTypes(const std::string& only, bool json);
+// `velkor types [TYPE] [--json] [--compact]`; `compact` writes JSON Lines,
+// one type per line.
+void RunTypes(const std::string& only, bool json, bool compact, std::ostream& out);
 
 // `velkor dump [FILE]`: one line per item, written as it is read. On broken
 // bytes the items before the break are out already; throws ToolError(bad
 // input) naming the break's offset.
 void RunDump(const InputOutput& io, std::ostream& out);
 
-// `velkor template TYPE`: a JSON skeleton of the type (see TemplateJson).
-std::string RunTemplate(const std::string& type);
+// `velkor template TYPE [--compact]`: a JSON skeleton of the type (see
+// TemplateJson).
+void RunTemplate(const std::string& type, bool compact, std::ostream& out);
 
 struct DecodeOptions {
   std::string type;
   InputOutput io;
   bool all = false;        // every record of a capture
   bool json = false;       // JSON instead of value notation
-  bool compact = false;    // JSON on one line per record (JSON Lines with `all`)
+  bool compact = false;    // JSON on one line per record (JSON Lines with `all`); implies `json`
   bool keepGoing = false;  // with `all`: report a broken record and go on
 };
 

@@ -21,16 +21,13 @@ namespace velkor {
 namespace {
 
 // The entry `name` stands for: the catalogue's name, or the name `types`
-// shows for a member's type ("qcommon::QAsnNVSList").
-const AsnCatalogueEntry& FindEntry(std::string_view name) {
+// shows for a member's type ("qcommon::QAsnNVSList"); null for none.
+const AsnCatalogueEntry* FindEntry(std::string_view name) {
   const std::size_t colons = name.rfind("::");
-  const std::string_view bare = colons == std::string_view::npos ? name : name.substr(colons + 2);
-  const AsnCatalogueEntry* entry = AsnCatalogue::Find(bare);
-  if (entry != nullptr && (colons == std::string_view::npos || entry->module == name.substr(0, colons))) return *entry;
-  std::vector<std::string> names;
-  for (const AsnCatalogueEntry& known : AsnCatalogue::All()) names.push_back(known.name);
-  ThrowBadUsage("unknown record type \"" + std::string(name) + "\"" + DidYouMean(bare, names) +
-                " (velkor types lists them)");
+  const AsnCatalogueEntry* entry =
+      AsnCatalogue::Find(colons == std::string_view::npos ? name : name.substr(colons + 2));
+  if (entry != nullptr && (colons == std::string_view::npos || entry->module == name.substr(0, colons))) return entry;
+  return nullptr;
 }
 
 // Runs a decode of `bytes` as `value`, turning the runtime's exception into
@@ -62,13 +59,26 @@ std::vector<MemberRow> MembersOf(const AsnSequence& record) {
 
 std::vector<AsnCatalogueEntry> SelectedEntries(std::string_view only) {
   if (only.empty()) return AsnCatalogue::All();
-  return {FindEntry(only)};
+  const AsnCatalogueEntry* entry = FindEntry(only);
+  if (entry == nullptr) ThrowBadUsage(TypeNameProblem(only));
+  return {*entry};
 }
 
 }  // namespace
 
+std::string TypeNameProblem(std::string_view name) {
+  if (FindEntry(name) != nullptr) return "";
+  const std::size_t colons = name.rfind("::");
+  const std::string_view bare = colons == std::string_view::npos ? name : name.substr(colons + 2);
+  std::vector<std::string> names;
+  for (const AsnCatalogueEntry& known : AsnCatalogue::All()) names.push_back(known.name);
+  return "unknown record type \"" + std::string(name) + "\"" + DidYouMean(bare, names);
+}
+
 std::unique_ptr<AsnType> CreateCatalogued(std::string_view name) {
-  return std::unique_ptr<AsnType>(FindEntry(name).create());
+  const AsnCatalogueEntry* entry = FindEntry(name);
+  if (entry == nullptr) ThrowBadUsage(TypeNameProblem(name));
+  return std::unique_ptr<AsnType>(entry->create());
 }
 
 std::unique_ptr<AsnType> CreateElementOf(const AsnListBase& list) {

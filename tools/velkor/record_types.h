@@ -14,6 +14,10 @@
 
 namespace velkor {
 
+// "" when `name` is a catalogue type as CreateCatalogued takes it, else why
+// not ("unknown record type \"QAsnPortIdx\" (did you mean ...)").
+std::string TypeNameProblem(std::string_view name);
+
 // A new default value of the catalogue type `name` ("QAsnFiberInfo").
 // Throws ToolError(bad usage) for a name the catalogue does not hold.
 std::unique_ptr<AsnType> CreateCatalogued(std::string_view name);

@@ -14,8 +14,8 @@ std::size_t EditDistance(std::string_view a, std::string_view b) {
     std::size_t diagonal = row[0];
     row[0] = i;
     for (std::size_t j = 1; j <= b.size(); ++j) {
-      const bool same = std::tolower(static_cast<unsigned char>(a[i - 1])) ==
-                        std::tolower(static_cast<unsigned char>(b[j - 1]));
+      const bool same =
+          std::tolower(static_cast<unsigned char>(a[i - 1])) == std::tolower(static_cast<unsigned char>(b[j - 1]));
       const std::size_t next = std::min({row[j] + 1, row[j - 1] + 1, diagonal + (same ? 0 : 1)});
       diagonal = row[j];
       row[j] = next;
@@ -53,24 +53,18 @@ std::string DidYouMean(std::string_view word, const std::vector<std::string>& ca
 
 std::string UsageMessage(const CLI::ParseError& error) {
   const std::string what = error.what();
+  if (dynamic_cast<const CLI::ValidationError*>(&error) != nullptr) {
+    // The tool's own validators word these: "--mask: \"x\" is not a number".
+    return what;
+  }
   if (dynamic_cast<const CLI::ConversionError*>(&error) != nullptr) {
-    // "Could not convert: --mask = x"
+    // "Could not convert: --json = maybe". Every option that takes a value
+    // has a validator that leaves text the parser converts, so what is left
+    // is a flag given a value it does not know.
     const std::string rest = After(what, "Could not convert: ");
     const std::size_t equals = rest.find(" = ");
-    if (equals != std::string::npos) {
-      return rest.substr(0, equals) + ": " + Quoted(rest.substr(equals + 3)) + " is not a number in range";
-    }
-  }
-  if (dynamic_cast<const CLI::ValidationError*>(&error) != nullptr) {
-    // "--mask: Value 70000 not in range 0 to 65535"
-    const std::size_t colon = what.find(": Value ");
-    const std::size_t range = what.find(" not in range ");
-    if (colon != std::string::npos && range != std::string::npos && range > colon) {
-      const std::string value = what.substr(colon + 8, range - colon - 8);
-      const bool number = !value.empty() && value.find_first_not_of("0123456789") == std::string::npos;
-      return what.substr(0, colon) + ": " + Quoted(value) +
-             (number ? " is out of range (" + what.substr(range + 14) + ")" : " is not a number");
-    }
+    if (equals != std::string::npos)
+      return rest.substr(0, equals) + ": " + Quoted(rest.substr(equals + 3)) + " is neither true nor false";
   }
   if (dynamic_cast<const CLI::ExtrasError*>(&error) != nullptr) {
     // "The following argument(s) was/were not expected: a b"
@@ -88,9 +82,15 @@ std::string UsageMessage(const CLI::ParseError& error) {
       return what.substr(0, excludes) + " and " + what.substr(excludes + 10) + " cannot be given together";
   }
   if (dynamic_cast<const CLI::ArgumentMismatch*>(&error) != nullptr) {
+    // "--output: 1 required TEXT missing", "--ignore: At Most 3 required but received 4"
     const std::size_t colon = what.find(':');
-    const bool missing = what.find("missing") != std::string::npos;
-    if (colon != std::string::npos) return what.substr(0, colon) + (missing ? ": needs a value" : ": too many values");
+    if (colon != std::string::npos) {
+      const std::string name = what.substr(0, colon);
+      const std::string most = After(what.substr(colon), ": At Most ");
+      if (most.rfind("1 ", 0) == 0) return name + ": given more than once";
+      if (!most.empty()) return name + ": at most " + most.substr(0, most.find(' ')) + " values";
+      return name + (what.find("missing") != std::string::npos ? ": needs a value" : ": too many values");
+    }
   }
   return what;
 }

@@ -16,8 +16,9 @@ std::string ClosestName(std::string_view word, const std::vector<std::string>& c
 // ` (did you mean "X"?)` for ClosestName's answer, "" for none.
 std::string DidYouMean(std::string_view word, const std::vector<std::string>& candidates);
 
-// One line for a mistake the command-line parser found ("--mask: 70000 is out
-// of range (0 to 65535)"), without the parser's own wording.
+// One line for a mistake the command-line parser found ("missing TYPE",
+// "--hex and --base64 cannot be given together"), without the parser's own
+// wording. The tool's validators word their messages themselves.
 std::string UsageMessage(const CLI::ParseError& error);
 
 }  // namespace velkor
