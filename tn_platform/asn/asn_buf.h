@@ -93,6 +93,14 @@ class AsnBuf {
   void Rewind(std::size_t offset) { m_read = m_begin + offset; }
   bool ReadError() const { return m_readError; }
   void SetReadError() { m_readError = true; }
+  // A list's elements ran past its definite `length`. The list does not
+  // refuse that itself; the whole-value decode does (AsnDecodeValue).
+  void NoteLengthOverrun(unsigned long length) {
+    m_lengthOverrun = true;
+    m_overrunLength = length;
+  }
+  bool LengthOverrun() const { return m_lengthOverrun; }
+  unsigned long OverrunLength() const { return m_overrunLength; }
 
   // Nesting of constructed values being decoded; entering one level more than
   // AsnDecodeLimits::kMaxDepth throws a CSM_Exception.
@@ -115,6 +123,8 @@ class AsnBuf {
   const unsigned char* m_read = nullptr;
   const unsigned char* m_end = nullptr;
   bool m_readError = false;
+  bool m_lengthOverrun = false;
+  unsigned long m_overrunLength = 0;
   unsigned m_depth = 0;
 };
 
