@@ -10,6 +10,7 @@
 #pragma GCC visibility push(default)
 
 #include <cstddef>
+#include <cstring>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -46,7 +47,12 @@ class AsnBuf {
     *--m_front = octet;
   }
   // Puts `size` octets in front, in their own order.
-  void PutSegRvs(const unsigned char* data, std::size_t size);
+  void PutSegRvs(const unsigned char* data, std::size_t size) {
+    if (static_cast<std::size_t>(m_front - m_block.get()) < size) AddBuffer(size);
+    if (size == 0) return;
+    m_front -= size;
+    std::memcpy(m_front, data, size);
+  }
   // Makes room in front for at least `size` more octets (at least one when 0),
   // moving what is written into a larger block.
   void AddBuffer(std::size_t size);

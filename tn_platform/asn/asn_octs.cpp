@@ -11,11 +11,6 @@ void AsnOcts::Set(const char* text) {
   m_content.Assign(text, std::strlen(text));
 }
 
-unsigned long AsnOcts::BEncContent(AsnBuf& buf) const {
-  buf.PutSegRvs(m_content.data(), m_content.size());
-  return m_content.size();
-}
-
 unsigned long AsnOcts::BEnc(AsnBuf& buf, NIClass_EncodingFormatEnum) {
   unsigned long written = BEncContent(buf);
   written += BEncDefLen(buf, written);

@@ -65,6 +65,12 @@ void DecodeContent(AsnBuf& buf, AsnMemberKind kind, AsnType* value, AsnTag tag, 
                    unsigned long& bytesDecoded) {
   switch (kind) {
     case AsnMemberKind::kOcts:
+      // The primitive form inline: its length was checked against the input.
+      if (!TagIsConstructed(tag) && length != kIndefiniteLength && length <= buf.Remaining()) {
+        static_cast<AsnOcts*>(value)->Set(buf.GetSeg(length), length);
+        bytesDecoded += length;
+        break;
+      }
       static_cast<AsnOcts*>(value)->BDecContent(buf, tag, length, bytesDecoded);
       break;
     case AsnMemberKind::kTinyInt:
