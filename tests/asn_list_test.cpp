@@ -6,6 +6,7 @@
 
 #include <memory>
 #include <sstream>
+#include <string>
 #include <vector>
 
 #include "tn_velkor/qcommon/qasn_tiny_int_list.h"
@@ -221,6 +222,33 @@ TEST(AsnList, CopiesAreDeepAndAssignmentLeavesTheSourceCursorNull) {
   auto* cloned = dynamic_cast<QAsnTinyIntList*>(clone.get());
   ASSERT_NE(cloned, nullptr);
   EXPECT_EQ(ValuesOf(*cloned), (Values{1, 2, 3}));
+}
+
+// Nodes come from blocks of growing size (the first node of a small-element
+// list from the list itself): elements keep their addresses and order as the
+// list grows past the largest block, for integers and records alike.
+TEST(AsnList, ElementsKeepTheirAddressesAcrossNodeBlocks) {
+  QAsnTinyIntList ints;
+  qcommon::QAsnNVSList records;
+  std::vector<const void*> addresses;
+  for (int i = 0; i < 300; ++i) {
+    ints.Append()->Set(i);
+    records.Append()->name.Set(std::to_string(i).c_str());
+    addresses.push_back(ints.Current());
+    addresses.push_back(records.Current());
+  }
+  const qcommon::QAsnNVSList copied(records);
+  std::size_t i = 0;
+  ints.MoveFirst();
+  copied.MoveFirst();
+  for (records.MoveFirst(); records.Current() != nullptr; records.MoveNext(), ints.MoveNext(), copied.MoveNext()) {
+    EXPECT_EQ(ints.Current(), addresses[2 * i]);
+    EXPECT_EQ(records.Current(), addresses[2 * i + 1]);
+    EXPECT_EQ(ints.Current()->Value(), static_cast<int>(i));
+    EXPECT_EQ(copied.Current()->name.view(), std::to_string(i));
+    ++i;
+  }
+  EXPECT_EQ(i, 300u);
 }
 
 TEST(AsnList, SelfAssignmentChangesNothing) {

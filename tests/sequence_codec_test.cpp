@@ -41,17 +41,12 @@ class CodecProbe : public AsnRecord<CodecProbe> {
   ~CodecProbe() override { Destructor(*this); }
   CodecProbe& operator=(const CodecProbe& other) = delete;
 
-  static void RegisterAttributes(refl::CClassInfor& infor, refl::Enum::AccessSpecifierEnum access) {
-    const CodecProbe p;
-    infor.AddAttribInfor(access, MemberPosition(p, &CodecProbe::flag), "flag", -1).CaptureTypeInfor<AsnBool>();
-    infor.AddAttribInfor(access, MemberPosition(p, &CodecProbe::big), "big", -1).CaptureTypeInfor<AsnInt>();
-    DescribeRecordMember<QAsnColumn>(
-        infor.AddAttribInfor(access, MemberPosition(p, &CodecProbe::column), "column", 0), true);
-    DescribeListMember<QAsnTinyIntList>(
-        infor.AddAttribInfor(access, MemberPosition(p, &CodecProbe::codes), "codes", 1), "qcommon::QAsnTinyIntList",
-        true);
-    infor.AddAttribInfor(access, MemberPosition(p, &CodecProbe::note), "note", 40)
-        .CaptureTypeInfor<refl::MayNullPointer<AsnOcts>>();
+  static void DescribeMembers(AsnMemberLines<CodecProbe>& lines) {
+    lines.Add("flag", &CodecProbe::flag);
+    lines.Add("big", &CodecProbe::big);
+    lines.Add("column", &CodecProbe::column, 0);
+    lines.Add("codes", &CodecProbe::codes, 1);
+    lines.Add("note", &CodecProbe::note, 40);
   }
 };
 

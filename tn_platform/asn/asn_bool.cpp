@@ -8,12 +8,9 @@ void AsnBool::BDecContent(AsnBuf& buf, AsnTag, unsigned long length, unsigned lo
 }
 
 void AsnBool::BDec(AsnBuf& buf, unsigned long& bytesDecoded, NIClass_EncodingFormatEnum) {
-  const AsnTag tag = BDecTag(buf, bytesDecoded);
-  if (buf.ReadError()) AsnThrowDecodeError(buf, "AsnBool: input ends before the tag");
-  if (tag != kTagBoolean) AsnThrowDecodeError(buf, "AsnBool: wrong tag " + TagToString(tag));
-  const unsigned long length = BDecLen(buf, bytesDecoded);
-  if (buf.ReadError()) AsnThrowDecodeError(buf, "AsnBool: input ends in the length");
-  BDecContent(buf, tag, length, bytesDecoded);
+  const AsnHeader header = BDecHeader(buf, bytesDecoded, kTagBoolean);
+  if (header.status != AsnHeader::kComplete) AsnThrowHeaderError(buf, header, "AsnBool");
+  BDecContent(buf, header.tag, header.length, bytesDecoded);
 }
 
 unsigned long AsnBool::BEnc(AsnBuf& buf, NIClass_EncodingFormatEnum) {

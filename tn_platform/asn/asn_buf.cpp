@@ -7,13 +7,6 @@
 
 AsnBuf::AsnBuf(const unsigned char* data, std::size_t size) : m_begin(data), m_read(data), m_end(data + size) {}
 
-void AsnBuf::PutSegRvs(const unsigned char* data, std::size_t size) {
-  if (size == 0) return;
-  if (static_cast<std::size_t>(m_front - m_block.get()) < size) AddBuffer(size);
-  m_front -= size;
-  std::memcpy(m_front, data, size);
-}
-
 void AsnBuf::AddBuffer(std::size_t size) {
   const std::size_t used = EncodedLength();
   // Grow geometrically so that a long encoding costs amortised O(1) per octet.

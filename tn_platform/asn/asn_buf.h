@@ -10,6 +10,7 @@
 #pragma GCC visibility push(default)
 
 #include <cstddef>
+#include <cstring>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -46,7 +47,12 @@ class AsnBuf {
     *--m_front = octet;
   }
   // Puts `size` octets in front, in their own order.
-  void PutSegRvs(const unsigned char* data, std::size_t size);
+  void PutSegRvs(const unsigned char* data, std::size_t size) {
+    if (static_cast<std::size_t>(m_front - m_block.get()) < size) AddBuffer(size);
+    if (size == 0) return;
+    m_front -= size;
+    std::memcpy(m_front, data, size);
+  }
   // Makes room in front for at least `size` more octets (at least one when 0),
   // moving what is written into a larger block.
   void AddBuffer(std::size_t size);
@@ -93,6 +99,14 @@ class AsnBuf {
   void Rewind(std::size_t offset) { m_read = m_begin + offset; }
   bool ReadError() const { return m_readError; }
   void SetReadError() { m_readError = true; }
+  // A list's elements ran past its definite `length`. The list does not
+  // refuse that itself; the whole-value decode does (AsnDecodeValue).
+  void NoteLengthOverrun(unsigned long length) {
+    m_lengthOverrun = true;
+    m_overrunLength = length;
+  }
+  bool LengthOverrun() const { return m_lengthOverrun; }
+  unsigned long OverrunLength() const { return m_overrunLength; }
 
   // Nesting of constructed values being decoded; entering one level more than
   // AsnDecodeLimits::kMaxDepth throws a CSM_Exception.
@@ -115,6 +129,8 @@ class AsnBuf {
   const unsigned char* m_read = nullptr;
   const unsigned char* m_end = nullptr;
   bool m_readError = false;
+  bool m_lengthOverrun = false;
+  unsigned long m_overrunLength = 0;
   unsigned m_depth = 0;
 };
 

@@ -43,12 +43,9 @@ std::int64_t DecodeContent(AsnBuf& buf, unsigned long length, unsigned maxOctets
 namespace {
 // Reads tag and length of a complete INTEGER and returns the length.
 unsigned long DecodeIntegerHeader(AsnBuf& buf, unsigned long& bytesDecoded, const char* typeName) {
-  const AsnTag tag = BDecTag(buf, bytesDecoded);
-  if (buf.ReadError()) AsnThrowDecodeError(buf, std::string(typeName) + ": input ends before the tag");
-  if (tag != kTagInteger) AsnThrowDecodeError(buf, std::string(typeName) + ": wrong tag " + TagToString(tag));
-  const unsigned long length = BDecLen(buf, bytesDecoded);
-  if (buf.ReadError()) AsnThrowDecodeError(buf, std::string(typeName) + ": input ends in the length");
-  return length;
+  const AsnHeader header = BDecHeader(buf, bytesDecoded, kTagInteger);
+  if (header.status != AsnHeader::kComplete) AsnThrowHeaderError(buf, header, typeName);
+  return header.length;
 }
 
 unsigned long EncodeInteger(AsnBuf& buf, std::int64_t value) {

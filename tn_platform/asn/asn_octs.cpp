@@ -11,11 +11,6 @@ void AsnOcts::Set(const char* text) {
   m_content.Assign(text, std::strlen(text));
 }
 
-unsigned long AsnOcts::BEncContent(AsnBuf& buf) const {
-  buf.PutSegRvs(m_content.data(), m_content.size());
-  return m_content.size();
-}
-
 unsigned long AsnOcts::BEnc(AsnBuf& buf, NIClass_EncodingFormatEnum) {
   unsigned long written = BEncContent(buf);
   written += BEncDefLen(buf, written);
@@ -32,13 +27,13 @@ void DecodeSegments(AsnBuf& buf, unsigned long length, unsigned long& bytesDecod
   unsigned long consumed = 0;
   while (indefinite ? !AtEoc(buf) : buf.Offset() < end) {
     if (buf.Remaining() == 0) AsnThrowDecodeError(buf, "OCTET STRING segments run past the input");
-    const AsnTag tag = BDecTag(buf, consumed);
-    if (TagWithForm(tag, false) != kTagOctetString) {
-      AsnThrowDecodeError(buf, "OCTET STRING segment with tag " + TagToString(tag));
+    const AsnHeader header = BDecHeader(buf, consumed, kTagOctetString, kTagOctetStringConstructed);
+    if (header.status == AsnHeader::kWrongTag) {
+      AsnThrowDecodeError(buf, "OCTET STRING segment with tag " + TagToString(header.tag));
     }
-    const unsigned long segmentLength = BDecLen(buf, consumed);
-    if (buf.ReadError()) AsnThrowDecodeError(buf, "OCTET STRING segment runs past the input");
-    if (TagIsConstructed(tag)) {
+    if (header.status != AsnHeader::kComplete) AsnThrowDecodeError(buf, "OCTET STRING segment runs past the input");
+    const unsigned long segmentLength = header.length;
+    if (TagIsConstructed(header.tag)) {
       DecodeSegments(buf, segmentLength, consumed, out);
     } else {
       if (segmentLength == kIndefiniteLength) AsnThrowDecodeError(buf, "indefinite length on a primitive OCTET STRING");
@@ -69,14 +64,9 @@ void AsnOcts::BDecContent(AsnBuf& buf, AsnTag tag, unsigned long length, unsigne
 }
 
 void AsnOcts::BDec(AsnBuf& buf, unsigned long& bytesDecoded, NIClass_EncodingFormatEnum) {
-  const AsnTag tag = BDecTag(buf, bytesDecoded);
-  if (buf.ReadError()) AsnThrowDecodeError(buf, "OCTET STRING: input ends before the tag");
-  if (TagWithForm(tag, false) != kTagOctetString) {
-    AsnThrowDecodeError(buf, "OCTET STRING: wrong tag " + TagToString(tag));
-  }
-  const unsigned long length = BDecLen(buf, bytesDecoded);
-  if (buf.ReadError()) AsnThrowDecodeError(buf, "OCTET STRING: input ends in the length");
-  BDecContent(buf, tag, length, bytesDecoded);
+  const AsnHeader header = BDecHeader(buf, bytesDecoded, kTagOctetString, kTagOctetStringConstructed);
+  if (header.status != AsnHeader::kComplete) AsnThrowHeaderError(buf, header, "OCTET STRING");
+  BDecContent(buf, header.tag, header.length, bytesDecoded);
 }
 
 namespace {

@@ -39,7 +39,10 @@ class AsnOcts : public AsnType {
   const char* typeName() const override { return "AsnOcts"; }
 
   // Content octets alone, for implicit tags; returns how many were written.
-  unsigned long BEncContent(AsnBuf& buf) const;
+  unsigned long BEncContent(AsnBuf& buf) const {
+    buf.PutSegRvs(m_content.data(), m_content.size());
+    return m_content.size();
+  }
   // Decodes the content after `tag` and `length` were read: the primitive form,
   // or the constructed form made of OCTET STRING segments (X.690 8.7.3).
   void BDecContent(AsnBuf& buf, AsnTag tag, unsigned long length, unsigned long& bytesDecoded);

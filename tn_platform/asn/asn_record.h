@@ -1,13 +1,15 @@
 // AsnRecord<Record>: the parts every record class has in common, written once.
 // A record derives from AsnRecord<itself> and provides, beside its members:
 //   static constexpr char kClassName[]   its registered class name;
-//   static void RegisterAttributes(refl::CClassInfor&, refl::Enum::AccessSpecifierEnum)
-//                                         its members, in declaration order;
+//   static void DescribeMembers(AsnMemberLines<Record>&)
+//                                         its members, one line each, in
+//                                         declaration order (asn_member_lines.h);
 //   its special members, which apply AsnSequence's generic Constructor,
 //   CopyConstructor, Destructor and Assign once its own members exist.
 #pragma once
 #pragma GCC visibility push(default)
 
+#include "tn_platform/asn/asn_member_lines.h"
 #include "tn_platform/asn/asn_record_plan.h"
 #include "tn_platform/asn/asn_sequence.h"
 #include "tn_platform/refl/object_functions.h"
@@ -31,18 +33,35 @@ class AsnRecord : public AsnSequence {
                    NIClass_EncodingFormatEnum) override {
     DecodeMembers(Plan(), static_cast<Record*>(this), buf, length, bytesDecoded);
   }
+  // Slot 3 straight to the plan, without the call through slot 9.
+  void BDec(AsnBuf& buf, unsigned long& bytesDecoded, NIClass_EncodingFormatEnum) override {
+    const AsnHeader header = DecodeHeader(buf, bytesDecoded);
+    DecodeMembers(Plan(), static_cast<Record*>(this), buf, header.length, bytesDecoded);
+  }
 
-  // The member plan, made once from the class description on first use (the
+  // The member plan, made once from the member lines on first use (the
   // initialisation of a function-local static is safe under concurrent first use).
   static const AsnRecordPlan& Plan() {
-    static const AsnRecordPlan plan(GetClassInfor());
+    static const AsnRecordPlan plan = [] {
+      AsnRecordPlan made(Record::kClassName);
+      AsnMemberLines<Record> lines(made);
+      Record::DescribeMembers(lines);
+      return made;
+    }();
     return plan;
+  }
+
+  // The attribute registration the reflection library calls while it builds
+  // the class description: one attribute per member line.
+  static void RegisterAttributes(refl::CClassInfor& infor, refl::Enum::AccessSpecifierEnum access) {
+    AsnMemberLines<Record> lines(infor, access);
+    Record::DescribeMembers(lines);
   }
 
   // The class description, registered on first use under Record::kClassName.
   static const refl::CClassInfor& GetClassInfor() {
     return *refl::CClassInfor::GetClassInforImpl<Record>(Record::kClassName, &refl::CreateObject<Record>,
-                                                         &refl::DestroyObject<Record>, &Record::RegisterAttributes);
+                                                         &refl::DestroyObject<Record>, &RegisterAttributes);
   }
 
  protected:

@@ -1,9 +1,10 @@
-// AsnRecordPlan: what the record codec needs of a record class, worked out
-// once from its registered description: for every member its kind, the tag it
-// travels with, where it sits in the object, whether it is optional and how
-// an optional one is made and destroyed. Encoding and decoding then run down
-// this plan instead of asking the reflection description for every member of
-// every record they handle.
+// AsnRecordPlan: what the record codec needs of a record class, made once: for
+// every member its kind, the tag it travels with, where it sits in the object,
+// whether it is optional and how an optional one is made and destroyed.
+// Encoding and decoding run down this plan instead of asking the reflection
+// description for every member of every record they handle. A record class
+// makes its plan from its member lines (AsnMemberLines); a plan can also be
+// worked out from any registered description.
 #pragma once
 #pragma GCC visibility push(default)
 
@@ -22,15 +23,24 @@ struct AsnMemberStep {
   unsigned short offset;
   refl::CreateFunction create;    // optional members: makes the value
   refl::DestroyFunction destroy;  // optional members: destroys it
-  const std::string* name;
+  const char* name;
 
   bool Matches(AsnTag candidate) const { return candidate == tag || candidate == otherForm; }
 };
 
 struct AsnRecordPlan {
+  // An empty plan, for Add().
+  explicit AsnRecordPlan(const char* name) : className(name) {}
+  // The plan of a registered class.
   explicit AsnRecordPlan(const refl::CClassInfor& infor);
 
-  const std::string* className;
+  void Add(const AsnMemberStep& step) {
+    members.push_back(step);
+    hasOptional = hasOptional || step.optional;
+  }
+
+  const char* className;
   std::vector<AsnMemberStep> members;
+  bool hasOptional = false;
 };
 #pragma GCC visibility pop

@@ -65,6 +65,12 @@ void DecodeContent(AsnBuf& buf, AsnMemberKind kind, AsnType* value, AsnTag tag, 
                    unsigned long& bytesDecoded) {
   switch (kind) {
     case AsnMemberKind::kOcts:
+      // The primitive form inline: its length was checked against the input.
+      if (!TagIsConstructed(tag) && length != kIndefiniteLength && length <= buf.Remaining()) {
+        static_cast<AsnOcts*>(value)->Set(buf.GetSeg(length), length);
+        bytesDecoded += length;
+        break;
+      }
       static_cast<AsnOcts*>(value)->BDecContent(buf, tag, length, bytesDecoded);
       break;
     case AsnMemberKind::kTinyInt:
@@ -112,26 +118,41 @@ void AssignValue(AsnMemberKind kind, AsnType* target, const AsnType* source) {
   }
 }
 
-// Prefixes the message of a decoding error with "Record: " or "Record.member: ".
-[[noreturn]] void RethrowWithin(CSM_Exception* error, const AsnSequence& record, const std::string* member) {
+// Prefixes the message of a decoding error with "Record: " or "Record.member: ":
+// the primitives and the members' own codecs know nothing of where they are.
+[[noreturn]] void RethrowWithin(CSM_Exception* error, const AsnSequence& record, const char* member) {
   const std::unique_ptr<CSM_Exception> owned(error);
   std::string message = record.typeName();
-  if (member != nullptr) message += "." + *member;
+  if (member != nullptr) message += std::string(".") + member;
   message += ": " + owned->Message();
   throw new CSM_Exception(owned->ErrorCode(), owned->Location(), owned->Context().c_str(), owned->File().c_str(),
                           message.c_str(), nullptr);
 }
 
-// Runs one decoding step of the BER primitives or of a member's content, and
-// names the record (and member) in the message of an error it raises: the
-// primitives know nothing of where they are.
-template <class Step>
-auto Within(const AsnSequence& record, const std::string* member, Step&& step) -> decltype(step()) {
-  try {
-    return step();
-  } catch (CSM_Exception* error) {
-    RethrowWithin(error, record, member);
+// The member that carries `tag` when it is not the next one in order: skips
+// absent optional members, refuses a mismatching mandatory one, a member out
+// of order or repeated and an unknown tag. Sets `member` to the member an
+// error is about.
+std::size_t FindMember(const AsnRecordPlan& plan, std::size_t next, AsnTag tag, const AsnBuf& buf,
+                       const char*& member) {
+  const std::vector<AsnMemberStep>& members = plan.members;
+  for (std::size_t index = next; index < members.size(); ++index) {
+    const AsnMemberStep& step = members[index];
+    if (step.Matches(tag)) return index;
+    if (!step.optional) {
+      member = step.name;
+      AsnThrowDecodeError(buf, "wrong tag " + TagToString(tag) + " for a mandatory member, expected " +
+                                   TagToString(step.tag));
+    }
   }
+  for (std::size_t earlier = 0; earlier < next; ++earlier) {
+    if (members[earlier].Matches(tag)) {
+      member = members[earlier].name;
+      AsnThrowDecodeError(buf, "member out of order or repeated");
+    }
+  }
+  if (next == members.size()) AsnThrowDecodeError(buf, "content left over after the last member");
+  AsnThrowDecodeError(buf, "unknown member with tag " + TagToString(tag));
 }
 
 void WriteIndent(std::ostream& os, unsigned long level) { os << std::string(2 * level, ' '); }
@@ -178,15 +199,20 @@ unsigned long AsnSequence::BEnc(AsnBuf& buf, NIClass_EncodingFormatEnum format) 
   return content + length + BEncTag(buf, kTagSequence);
 }
 
-void AsnSequence::BDec(AsnBuf& buf, unsigned long& bytesDecoded, NIClass_EncodingFormatEnum format) {
-  const AsnTag tag = Within(*this, nullptr, [&] { return BDecTag(buf, bytesDecoded); });
-  if (buf.ReadError()) AsnThrowDecodeError(buf, std::string(typeName()) + ": input ends before the tag");
-  if (tag != kTagSequence) {
-    AsnThrowDecodeError(buf, std::string(typeName()) + ": wrong tag " + TagToString(tag) + ", expected SEQUENCE");
+AsnHeader AsnSequence::DecodeHeader(AsnBuf& buf, unsigned long& bytesDecoded) const {
+  AsnHeader header;
+  try {
+    header = BDecHeader(buf, bytesDecoded, kTagSequence);
+  } catch (CSM_Exception* error) {
+    RethrowWithin(error, *this, nullptr);
   }
-  const unsigned long length = Within(*this, nullptr, [&] { return BDecLen(buf, bytesDecoded); });
-  if (buf.ReadError()) AsnThrowDecodeError(buf, std::string(typeName()) + ": input ends in the length");
-  BDecContent(buf, tag, length, bytesDecoded, format);
+  if (header.status != AsnHeader::kComplete) AsnThrowHeaderError(buf, header, typeName(), "SEQUENCE");
+  return header;
+}
+
+void AsnSequence::BDec(AsnBuf& buf, unsigned long& bytesDecoded, NIClass_EncodingFormatEnum format) {
+  const AsnHeader header = DecodeHeader(buf, bytesDecoded);
+  BDecContent(buf, header.tag, header.length, bytesDecoded, format);
 }
 
 void AsnSequence::BDecContent(AsnBuf& buf, unsigned int, unsigned long length, unsigned long& bytesDecoded,
@@ -200,78 +226,75 @@ void AsnSequence::DecodeMembers(const AsnRecordPlan& plan, void* object, AsnBuf&
                                 unsigned long& bytesDecoded) {
   char* const base = static_cast<char*>(object);
   const std::vector<AsnMemberStep>& members = plan.members;
-  const std::string& name = *plan.className;
   const AsnNestingGuard nesting(buf);
   const bool indefinite = length == kIndefiniteLength;
-  if (!indefinite && length > buf.Remaining()) {
-    AsnThrowDecodeError(buf, name + ": length " + std::to_string(length) + " runs past the input");
-  }
-  const std::size_t end = indefinite ? 0 : buf.Offset() + length;
-
-  // Decoding replaces the record's content: optional members start absent.
-  for (const AsnMemberStep& step : members) {
-    if (step.optional) Reset(step, base);
-  }
-
-  unsigned long consumed = 0;
-  std::size_t next = 0;  // the first member that may still come
-  for (;;) {
-    if (indefinite) {
-      if (AtEoc(buf)) break;
-      if (buf.Remaining() == 0) AsnThrowDecodeError(buf, name + ": missing end-of-contents");
-    } else if (buf.Offset() >= end) {
-      break;
+  const std::size_t start = buf.Offset();
+  const std::size_t end = indefinite ? 0 : start + length;
+  unsigned long counted = 0;  // the octet count is the distance the buffer moved
+  // Errors are raised bare and named once, below, after the record and
+  // `member`: the member being decoded, or null between members.
+  const char* member = nullptr;
+  try {
+    if (!indefinite && length > buf.Remaining()) {
+      AsnThrowDecodeError(buf, "length " + std::to_string(length) + " runs past the input");
     }
-    const AsnTag tag = Within(*this, nullptr, [&] { return BDecTag(buf, consumed); });
-    if (buf.ReadError()) AsnThrowDecodeError(buf, name + ": input ends inside the record");
+    // Decoding replaces the record's content: optional members start absent.
+    if (plan.hasOptional) {
+      for (const AsnMemberStep& step : members) {
+        if (step.optional) Reset(step, base);
+      }
+    }
 
-    // Optional members that do not match are absent; a mandatory one must match.
-    std::size_t index = next;
-    for (; index < members.size(); ++index) {
+    std::size_t next = 0;  // the first member that may still come
+    for (;;) {
+      if (indefinite) {
+        if (AtEoc(buf)) break;
+        if (buf.Remaining() == 0) AsnThrowDecodeError(buf, "missing end-of-contents");
+      } else if (buf.Offset() >= end) {
+        break;
+      }
+      std::size_t index = next;
+      const AsnHeader header = BDecHeader(buf, counted, [&](AsnTag tag) {
+        // Members mostly come in order: the next one is tried first.
+        if (index >= members.size() || !members[index].Matches(tag)) index = FindMember(plan, next, tag, buf, member);
+        member = members[index].name;
+        return true;
+      });
+      if (header.status == AsnHeader::kEndsBeforeTag) AsnThrowDecodeError(buf, "input ends inside the record");
+      if (header.status == AsnHeader::kEndsInLength) AsnThrowDecodeError(buf, "input ends in the length");
+
       const AsnMemberStep& step = members[index];
-      if (step.Matches(tag)) break;
-      if (!step.optional) {
-        AsnThrowDecodeError(buf, name + "." + *step.name + ": wrong tag " + TagToString(tag) +
-                                     " for a mandatory member, expected " + TagToString(step.tag));
+      const unsigned long memberLength = header.length;
+      const std::size_t contentStart = buf.Offset();
+      const bool definite = memberLength != kIndefiniteLength;
+      if (!indefinite && definite && contentStart + memberLength > end) {
+        AsnThrowDecodeError(buf, "length runs past the enclosing record");
       }
-    }
-    if (index == members.size()) {
-      for (std::size_t earlier = 0; earlier < next; ++earlier) {
-        if (members[earlier].Matches(tag)) {
-          AsnThrowDecodeError(buf, name + "." + *members[earlier].name + ": member out of order or repeated");
+      DecodeContent(buf, step.kind, ValueOrCreate(step, base), header.tag, memberLength, counted);
+      // A primitive value takes exactly its length or throws; a constructed
+      // one (a list, a record, a segmented OCTET STRING) is checked here.
+      if (TagIsConstructed(header.tag)) {
+        if (buf.ReadError()) AsnThrowDecodeError(buf, "runs past the input");
+        if (definite && buf.Offset() != contentStart + memberLength) {
+          AsnThrowDecodeError(buf, "content does not match its length");
         }
+        if (!indefinite && buf.Offset() > end) AsnThrowDecodeError(buf, "runs past the enclosing record");
       }
-      if (next == members.size()) AsnThrowDecodeError(buf, name + ": content left over after the last member");
-      AsnThrowDecodeError(buf, name + ": unknown member with tag " + TagToString(tag));
+      next = index + 1;
+      member = nullptr;
     }
 
-    const AsnMemberStep& step = members[index];
-    const std::string* memberName = step.name;
-    const unsigned long memberLength = Within(*this, memberName, [&] { return BDecLen(buf, consumed); });
-    if (buf.ReadError()) AsnThrowDecodeError(buf, name + "." + *memberName + ": input ends in the length");
-    const std::size_t contentStart = buf.Offset();
-    if (!indefinite && memberLength != kIndefiniteLength && contentStart + memberLength > end) {
-      AsnThrowDecodeError(buf, name + "." + *memberName + ": length runs past the enclosing record");
+    for (std::size_t index = next; index < members.size(); ++index) {
+      if (!members[index].optional) {
+        member = members[index].name;
+        AsnThrowDecodeError(buf, "mandatory member missing");
+      }
     }
-    Within(*this, memberName,
-           [&] { DecodeContent(buf, step.kind, ValueOrCreate(step, base), tag, memberLength, consumed); });
-    if (buf.ReadError()) AsnThrowDecodeError(buf, name + "." + *memberName + ": runs past the input");
-    if (memberLength != kIndefiniteLength && buf.Offset() != contentStart + memberLength) {
-      AsnThrowDecodeError(buf, name + "." + *memberName + ": content does not match its length");
-    }
-    if (!indefinite && buf.Offset() > end) {
-      AsnThrowDecodeError(buf, name + "." + *memberName + ": runs past the enclosing record");
-    }
-    next = index + 1;
+    if (indefinite) BDecEoc(buf, counted);
+  } catch (CSM_Exception* error) {
+    RethrowWithin(error, *this, member);
   }
-
-  for (std::size_t index = next; index < members.size(); ++index) {
-    if (!members[index].optional) {
-      AsnThrowDecodeError(buf, name + "." + *members[index].name + ": mandatory member missing");
-    }
-  }
-  if (indefinite) Within(*this, nullptr, [&] { BDecEoc(buf, consumed); });
-  bytesDecoded += consumed;
+  bytesDecoded += buf.Offset() - start;
 }
 
 void AsnSequence::Print(std::ostream& os, unsigned long level, bool lineBreak) const {

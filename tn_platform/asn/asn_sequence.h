@@ -74,6 +74,8 @@ class AsnSequence : public AsnType {
   static void Assign(AsnSequence& record, const AsnSequence& source);
 
  protected:
+  // Reads a record's header (tag SEQUENCE); throws naming the record.
+  AsnHeader DecodeHeader(AsnBuf& buf, unsigned long& bytesDecoded) const;
   // The members of `object` (this record, as its own class) by `plan`.
   unsigned long EncodeMembers(const AsnRecordPlan& plan, void* object, AsnBuf& buf);
   void DecodeMembers(const AsnRecordPlan& plan, void* object, AsnBuf& buf, unsigned long length,

@@ -8,20 +8,13 @@ std::size_t AsnDecodeFront(AsnType& value, std::string_view bytes) {
   unsigned long bytesDecoded = 0;
   value.BDec(buf, bytesDecoded, NIClass_BER);
   if (buf.ReadError()) AsnThrowDecodeError(buf, std::string(value.typeName()) + ": input ends early");
-  const std::size_t used = buf.Offset();
-
   // A list stops once its elements reach its length and leaves an overrun to
-  // the enclosing value; for the outermost value that is us. The header parses
-  // again exactly as the value's BDec parsed it.
-  AsnBuf header(reinterpret_cast<const unsigned char*>(bytes.data()), bytes.size());
-  unsigned long headerLength = 0;
-  BDecTag(header, headerLength);
-  const unsigned long length = BDecLen(header, headerLength);
-  if (length != kIndefiniteLength && header.Offset() + length != used) {
-    AsnThrowDecodeError(
-        buf, std::string(value.typeName()) + ": content does not match its length " + std::to_string(length));
+  // the enclosing value; for the outermost value that is us.
+  if (buf.LengthOverrun()) {
+    AsnThrowDecodeError(buf, std::string(value.typeName()) + ": content does not match its length " +
+                                 std::to_string(buf.OverrunLength()));
   }
-  return used;
+  return buf.Offset();
 }
 
 void AsnDecodeValue(AsnType& value, std::string_view bytes) {

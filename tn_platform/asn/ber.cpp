@@ -115,6 +115,19 @@ void BDecLenPastInput(const AsnBuf& buf, unsigned long length) {
                                std::to_string(buf.Remaining()) + " octets left)");
 }
 
+void AsnThrowHeaderError(const AsnBuf& buf, const AsnHeader& header, const char* valueName, const char* expectedName) {
+  const std::string value(valueName);
+  switch (header.status) {
+    case AsnHeader::kEndsBeforeTag:
+      AsnThrowDecodeError(buf, value + ": input ends before the tag");
+    case AsnHeader::kWrongTag:
+      AsnThrowDecodeError(buf, value + ": wrong tag " + TagToString(header.tag) +
+                                   (expectedName != nullptr ? std::string(", expected ") + expectedName : ""));
+    default:
+      AsnThrowDecodeError(buf, value + ": input ends in the length");
+  }
+}
+
 void BDecEoc(AsnBuf& buf, unsigned long& bytesDecoded) {
   const unsigned char first = buf.GetByte();
   const unsigned char second = buf.GetByte();

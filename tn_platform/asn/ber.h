@@ -98,6 +98,72 @@ inline unsigned long BDecLen(AsnBuf& buf, unsigned long& bytesDecoded) {
   }
   return BDecLen_Impl(buf, bytesDecoded, first);
 }
+
+// ---- the header of one value ------------------------------------------------
+// The identifier and length octets of a value, and how reading them ended.
+struct AsnHeader {
+  enum Status : unsigned char {
+    kComplete,       // tag accepted, length read
+    kEndsBeforeTag,  // no octet left for the tag (read-error flag set, tag 0)
+    kWrongTag,       // the tag was not accepted; the length is not read
+    kEndsInLength,   // the input ends inside the length (read-error flag set)
+  };
+  AsnTag tag = 0;
+  unsigned long length = 0;  // kIndefiniteLength for the indefinite form
+  Status status = kComplete;
+};
+
+// How a definite length is checked against the octets left in the input.
+enum class AsnLengthCheck {
+  kAgainstInput,  // every definite length must fit (what each value's own BDec wants)
+  kLongFormOnly,  // a short-form length is taken as it is: a list leaves an overrun to its elements
+};
+
+// Reads the header of one value: the tag, which `acceptTag(tag)` must accept
+// (it may also throw a message of its own), then the length. One-octet tags
+// and short-form lengths are read inline. Early ends and a refused tag are
+// reported in the status; malformed tag or length octets throw.
+template <class AcceptTag>
+inline AsnHeader BDecHeader(AsnBuf& buf, unsigned long& bytesDecoded, AcceptTag&& acceptTag,
+                            AsnLengthCheck lengthCheck = AsnLengthCheck::kAgainstInput) {
+  AsnHeader header;
+  header.tag = BDecTag(buf, bytesDecoded);
+  if (buf.ReadError()) {
+    header.status = AsnHeader::kEndsBeforeTag;
+  } else if (!acceptTag(header.tag)) {
+    header.status = AsnHeader::kWrongTag;
+  } else {
+    const unsigned char first = buf.GetByte();
+    ++bytesDecoded;
+    if (buf.ReadError()) {
+      header.status = AsnHeader::kEndsInLength;
+    } else if ((first & 0x80) != 0) {
+      header.length = BDecLen_Impl(buf, bytesDecoded, first);
+      if (buf.ReadError()) header.status = AsnHeader::kEndsInLength;
+    } else {
+      if (lengthCheck == AsnLengthCheck::kAgainstInput && first > buf.Remaining()) BDecLenPastInput(buf, first);
+      header.length = first;
+    }
+  }
+  return header;
+}
+
+// The header of a value that carries `tag` (or `otherForm`, for a type that
+// also comes in the other form).
+inline AsnHeader BDecHeader(AsnBuf& buf, unsigned long& bytesDecoded, AsnTag tag, AsnTag otherForm) {
+  return BDecHeader(buf, bytesDecoded, [tag, otherForm](AsnTag read) { return read == tag || read == otherForm; });
+}
+inline AsnHeader BDecHeader(AsnBuf& buf, unsigned long& bytesDecoded, AsnTag tag) {
+  return BDecHeader(buf, bytesDecoded, tag, tag);
+}
+
+// Throws for a header that did not complete: "<valueName>: input ends before
+// the tag", "<valueName>: wrong tag <tag>[, expected <expectedName>]" or
+// "<valueName>: input ends in the length". Called only on the failing path, so
+// the message is built only there.
+[[noreturn]] void AsnThrowHeaderError(const AsnBuf& buf, const AsnHeader& header, const char* valueName,
+                                      const char* expectedName = nullptr);
+
 // Consumes the end-of-contents octets 00 00; throws when they are not there.
 void BDecEoc(AsnBuf& buf, unsigned long& bytesDecoded);
 // True when the next octet starts end-of-contents (nothing is consumed).

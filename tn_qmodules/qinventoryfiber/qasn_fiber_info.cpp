@@ -5,58 +5,31 @@
 
 namespace qinventoryfiber {
 
-void QAsnFiberInfo::RegisterAttributes(refl::CClassInfor& infor, refl::Enum::AccessSpecifierEnum access) {
+void QAsnFiberInfo::DescribeMembers(AsnMemberLines<QAsnFiberInfo>& lines) {
   using Record = QAsnFiberInfo;
-  using OptionalInt = refl::MayNullPointer<AsnTinyInt>;
-  using OptionalOcts = refl::MayNullPointer<AsnOcts>;
-  const Record probe;
-  infor.AddAttribInfor(access, MemberPosition(probe, &Record::fiberText1), "fiberText1", -1)
-      .CaptureTypeInfor<AsnOcts>();
-  infor.AddAttribInfor(access, MemberPosition(probe, &Record::fiberValue1), "fiberValue1", -1)
-      .CaptureTypeInfor<AsnTinyInt>();
-  infor.AddAttribInfor(access, MemberPosition(probe, &Record::fiberText2), "fiberText2", -1)
-      .CaptureTypeInfor<AsnOcts>();
-  infor.AddAttribInfor(access, MemberPosition(probe, &Record::fiberValue2), "fiberValue2", -1)
-      .CaptureTypeInfor<AsnTinyInt>();
-  infor.AddAttribInfor(access, MemberPosition(probe, &Record::fiberValue3), "fiberValue3", -1)
-      .CaptureTypeInfor<AsnTinyInt>();
-  DescribeRecordMember<qcommon::QAsnPortIndex>(
-      infor.AddAttribInfor(access, MemberPosition(probe, &Record::aEndPort), "aEndPort", -1), false);
-  DescribeRecordMember<qcommon::QAsnPortIndex>(
-      infor.AddAttribInfor(access, MemberPosition(probe, &Record::zEndPort), "zEndPort", -1), false);
-  infor.AddAttribInfor(access, MemberPosition(probe, &Record::hybridMaxCapacity), "hybridMaxCapacity", 0)
-      .CaptureTypeInfor<OptionalInt>();
-  infor.AddAttribInfor(access, MemberPosition(probe, &Record::fiberValue5), "fiberValue5", 1)
-      .CaptureTypeInfor<OptionalInt>();
-  infor.AddAttribInfor(access, MemberPosition(probe, &Record::doubleValue), "doubleValue", 2)
-      .CaptureTypeInfor<OptionalOcts>();
-  infor.AddAttribInfor(access, MemberPosition(probe, &Record::floatValue), "floatValue", 3)
-      .CaptureTypeInfor<OptionalOcts>();
-  infor.AddAttribInfor(access, MemberPosition(probe, &Record::fiberText3), "fiberText3", 4)
-      .CaptureTypeInfor<OptionalOcts>();
-  infor.AddAttribInfor(access, MemberPosition(probe, &Record::fiberText4), "fiberText4", 5)
-      .CaptureTypeInfor<OptionalOcts>();
-  infor.AddAttribInfor(access, MemberPosition(probe, &Record::fiberText5), "fiberText5", 6)
-      .CaptureTypeInfor<OptionalOcts>();
-  infor.AddAttribInfor(access, MemberPosition(probe, &Record::fiberText6), "fiberText6", 7)
-      .CaptureTypeInfor<OptionalOcts>();
-  infor.AddAttribInfor(access, MemberPosition(probe, &Record::fiberText7), "fiberText7", 8)
-      .CaptureTypeInfor<OptionalOcts>();
-  DescribeListMember<qcommon::QAsnNVSList>(
-      infor.AddAttribInfor(access, MemberPosition(probe, &Record::attrList), "attrList", 9), "qcommon::QAsnNVSList",
-      true);
-  infor.AddAttribInfor(access, MemberPosition(probe, &Record::fiberValue6), "fiberValue6", 10)
-      .CaptureTypeInfor<OptionalInt>();
-  infor.AddAttribInfor(access, MemberPosition(probe, &Record::fiberText8), "fiberText8", 11)
-      .CaptureTypeInfor<OptionalOcts>();
-  infor.AddAttribInfor(access, MemberPosition(probe, &Record::fiberText9), "fiberText9", 12)
-      .CaptureTypeInfor<OptionalOcts>();
-  DescribeRecordMember<qcommon::QAsnUniResID>(
-      infor.AddAttribInfor(access, MemberPosition(probe, &Record::aEndResID), "aEndResID", 13), true);
-  DescribeRecordMember<qcommon::QAsnUniResID>(
-      infor.AddAttribInfor(access, MemberPosition(probe, &Record::zEndResID), "zEndResID", 14), true);
-  infor.AddAttribInfor(access, MemberPosition(probe, &Record::fiberValue7), "fiberValue7", 15)
-      .CaptureTypeInfor<OptionalInt>();
+  lines.Add("fiberText1", &Record::fiberText1);
+  lines.Add("fiberValue1", &Record::fiberValue1);
+  lines.Add("fiberText2", &Record::fiberText2);
+  lines.Add("fiberValue2", &Record::fiberValue2);
+  lines.Add("fiberValue3", &Record::fiberValue3);
+  lines.Add("aEndPort", &Record::aEndPort);
+  lines.Add("zEndPort", &Record::zEndPort);
+  lines.Add("hybridMaxCapacity", &Record::hybridMaxCapacity, 0);
+  lines.Add("fiberValue5", &Record::fiberValue5, 1);
+  lines.Add("doubleValue", &Record::doubleValue, 2);
+  lines.Add("floatValue", &Record::floatValue, 3);
+  lines.Add("fiberText3", &Record::fiberText3, 4);
+  lines.Add("fiberText4", &Record::fiberText4, 5);
+  lines.Add("fiberText5", &Record::fiberText5, 6);
+  lines.Add("fiberText6", &Record::fiberText6, 7);
+  lines.Add("fiberText7", &Record::fiberText7, 8);
+  lines.Add("attrList", &Record::attrList, 9);
+  lines.Add("fiberValue6", &Record::fiberValue6, 10);
+  lines.Add("fiberText8", &Record::fiberText8, 11);
+  lines.Add("fiberText9", &Record::fiberText9, 12);
+  lines.Add("aEndResID", &Record::aEndResID, 13);
+  lines.Add("zEndResID", &Record::zEndResID, 14);
+  lines.Add("fiberValue7", &Record::fiberValue7, 15);
 }
 
 namespace {

@@ -74,7 +74,7 @@ class QAsnFiberInfo : public AsnRecord<QAsnFiberInfo> {
 
  private:
   friend class AsnRecord<QAsnFiberInfo>;
-  static void RegisterAttributes(refl::CClassInfor& infor, refl::Enum::AccessSpecifierEnum access);
+  static void DescribeMembers(AsnMemberLines<QAsnFiberInfo>& lines);
 };
 
 }  // namespace qinventoryfiber

@@ -5,34 +5,20 @@
 
 namespace qinventoryfiber {
 
-void QAsnFiberInfoTemplate::RegisterAttributes(refl::CClassInfor& infor, refl::Enum::AccessSpecifierEnum access) {
+void QAsnFiberInfoTemplate::DescribeMembers(AsnMemberLines<QAsnFiberInfoTemplate>& lines) {
   using Record = QAsnFiberInfoTemplate;
-  using Column = qcommon::QAsnColumn;
-  const Record probe;
-  DescribeRecordMember<Column>(
-      infor.AddAttribInfor(access, MemberPosition(probe, &Record::column1), "column1", 0), true);
-  DescribeRecordMember<Column>(
-      infor.AddAttribInfor(access, MemberPosition(probe, &Record::column2), "column2", 1), true);
-  DescribeRecordMember<Column>(
-      infor.AddAttribInfor(access, MemberPosition(probe, &Record::column3), "column3", 2), true);
-  DescribeRecordMember<Column>(
-      infor.AddAttribInfor(access, MemberPosition(probe, &Record::column4), "column4", 3), true);
-  DescribeRecordMember<Column>(
-      infor.AddAttribInfor(access, MemberPosition(probe, &Record::column5), "column5", 4), true);
-  DescribeRecordMember<Column>(
-      infor.AddAttribInfor(access, MemberPosition(probe, &Record::column6), "column6", 5), true);
-  DescribeRecordMember<Column>(
-      infor.AddAttribInfor(access, MemberPosition(probe, &Record::column7), "column7", 6), true);
-  DescribeRecordMember<Column>(
-      infor.AddAttribInfor(access, MemberPosition(probe, &Record::column8), "column8", 7), true);
-  DescribeRecordMember<Column>(
-      infor.AddAttribInfor(access, MemberPosition(probe, &Record::column9), "column9", 8), true);
-  DescribeRecordMember<Column>(
-      infor.AddAttribInfor(access, MemberPosition(probe, &Record::column10), "column10", 9), true);
-  DescribeRecordMember<Column>(
-      infor.AddAttribInfor(access, MemberPosition(probe, &Record::column11), "column11", 10), true);
-  DescribeRecordMember<Column>(
-      infor.AddAttribInfor(access, MemberPosition(probe, &Record::column12), "column12", 11), true);
+  lines.Add("column1", &Record::column1, 0);
+  lines.Add("column2", &Record::column2, 1);
+  lines.Add("column3", &Record::column3, 2);
+  lines.Add("column4", &Record::column4, 3);
+  lines.Add("column5", &Record::column5, 4);
+  lines.Add("column6", &Record::column6, 5);
+  lines.Add("column7", &Record::column7, 6);
+  lines.Add("column8", &Record::column8, 7);
+  lines.Add("column9", &Record::column9, 8);
+  lines.Add("column10", &Record::column10, 9);
+  lines.Add("column11", &Record::column11, 10);
+  lines.Add("column12", &Record::column12, 11);
 }
 
 namespace {

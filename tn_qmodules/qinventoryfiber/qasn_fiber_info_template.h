@@ -42,7 +42,7 @@ class QAsnFiberInfoTemplate : public AsnRecord<QAsnFiberInfoTemplate> {
 
  private:
   friend class AsnRecord<QAsnFiberInfoTemplate>;
-  static void RegisterAttributes(refl::CClassInfor& infor, refl::Enum::AccessSpecifierEnum access);
+  static void DescribeMembers(AsnMemberLines<QAsnFiberInfoTemplate>& lines);
 };
 
 }  // namespace qinventoryfiber

@@ -5,43 +5,29 @@
 
 namespace qinventorylinkexterior {
 
-void QAsnLinkInfo::RegisterAttributes(refl::CClassInfor& infor, refl::Enum::AccessSpecifierEnum access) {
+void QAsnLinkInfo::DescribeMembers(AsnMemberLines<QAsnLinkInfo>& lines) {
   using Record = QAsnLinkInfo;
-  using qcommon::QAsnUniResID;
-  const Record probe;
-  DescribeRecordMember<QAsnUniResID>(
-      infor.AddAttribInfor(access, MemberPosition(probe, &Record::linkResID), "linkResID", -1), false);
-  infor.AddAttribInfor(access, MemberPosition(probe, &Record::strText1), "strText1", -1).CaptureTypeInfor<AsnOcts>();
-  infor.AddAttribInfor(access, MemberPosition(probe, &Record::strText2), "strText2", -1).CaptureTypeInfor<AsnOcts>();
-  infor.AddAttribInfor(access, MemberPosition(probe, &Record::strText3), "strText3", -1).CaptureTypeInfor<AsnOcts>();
-  infor.AddAttribInfor(access, MemberPosition(probe, &Record::strText4), "strText4", -1).CaptureTypeInfor<AsnOcts>();
-  infor.AddAttribInfor(access, MemberPosition(probe, &Record::tinyValue1), "tinyValue1", -1)
-      .CaptureTypeInfor<AsnTinyInt>();
-  infor.AddAttribInfor(access, MemberPosition(probe, &Record::tinyValue2), "tinyValue2", -1)
-      .CaptureTypeInfor<AsnTinyInt>();
-  DescribeRecordMember<QAsnUniResID>(
-      infor.AddAttribInfor(access, MemberPosition(probe, &Record::srcResID), "srcResID", -1), false);
-  DescribeRecordMember<QAsnUniResID>(
-      infor.AddAttribInfor(access, MemberPosition(probe, &Record::dstResID), "dstResID", -1), false);
-  infor.AddAttribInfor(access, MemberPosition(probe, &Record::tinyValue3), "tinyValue3", -1)
-      .CaptureTypeInfor<AsnTinyInt>();
-  infor.AddAttribInfor(access, MemberPosition(probe, &Record::tinyValue4), "tinyValue4", -1)
-      .CaptureTypeInfor<AsnTinyInt>();
-  infor.AddAttribInfor(access, MemberPosition(probe, &Record::spareValue), "spareValue", -1)
-      .CaptureTypeInfor<AsnOcts>();
-  DescribeListMember<qcommon::QAsnNVSList>(
-      infor.AddAttribInfor(access, MemberPosition(probe, &Record::attrList), "attrList", 0), "qcommon::QAsnNVSList",
-      true);
-  infor.AddAttribInfor(access, MemberPosition(probe, &Record::intValue1), "intValue1", -1).CaptureTypeInfor<AsnInt>();
-  infor.AddAttribInfor(access, MemberPosition(probe, &Record::intValue2), "intValue2", -1).CaptureTypeInfor<AsnInt>();
-  infor.AddAttribInfor(access, MemberPosition(probe, &Record::intValue3), "intValue3", -1).CaptureTypeInfor<AsnInt>();
-  infor.AddAttribInfor(access, MemberPosition(probe, &Record::strText5), "strText5", -1).CaptureTypeInfor<AsnOcts>();
-  infor.AddAttribInfor(access, MemberPosition(probe, &Record::strText6), "strText6", -1).CaptureTypeInfor<AsnOcts>();
-  infor.AddAttribInfor(access, MemberPosition(probe, &Record::strText7), "strText7", -1).CaptureTypeInfor<AsnOcts>();
-  infor.AddAttribInfor(access, MemberPosition(probe, &Record::tinyValue5), "tinyValue5", -1)
-      .CaptureTypeInfor<AsnTinyInt>();
-  infor.AddAttribInfor(access, MemberPosition(probe, &Record::optTinyValue), "optTinyValue", 1)
-      .CaptureTypeInfor<refl::MayNullPointer<AsnTinyInt>>();
+  lines.Add("linkResID", &Record::linkResID);
+  lines.Add("strText1", &Record::strText1);
+  lines.Add("strText2", &Record::strText2);
+  lines.Add("strText3", &Record::strText3);
+  lines.Add("strText4", &Record::strText4);
+  lines.Add("tinyValue1", &Record::tinyValue1);
+  lines.Add("tinyValue2", &Record::tinyValue2);
+  lines.Add("srcResID", &Record::srcResID);
+  lines.Add("dstResID", &Record::dstResID);
+  lines.Add("tinyValue3", &Record::tinyValue3);
+  lines.Add("tinyValue4", &Record::tinyValue4);
+  lines.Add("spareValue", &Record::spareValue);
+  lines.Add("attrList", &Record::attrList, 0);
+  lines.Add("intValue1", &Record::intValue1);
+  lines.Add("intValue2", &Record::intValue2);
+  lines.Add("intValue3", &Record::intValue3);
+  lines.Add("strText5", &Record::strText5);
+  lines.Add("strText6", &Record::strText6);
+  lines.Add("strText7", &Record::strText7);
+  lines.Add("tinyValue5", &Record::tinyValue5);
+  lines.Add("optTinyValue", &Record::optTinyValue, 1);
 }
 
 namespace {

@@ -65,7 +65,7 @@ class QAsnLinkInfo : public AsnRecord<QAsnLinkInfo> {
 
  private:
   friend class AsnRecord<QAsnLinkInfo>;
-  static void RegisterAttributes(refl::CClassInfor& infor, refl::Enum::AccessSpecifierEnum access);
+  static void DescribeMembers(AsnMemberLines<QAsnLinkInfo>& lines);
 };
 
 }  // namespace qinventorylinkexterior

@@ -5,12 +5,10 @@
 
 namespace qinventoryport {
 
-void QAsnPortUseState::RegisterAttributes(refl::CClassInfor& infor, refl::Enum::AccessSpecifierEnum access) {
+void QAsnPortUseState::DescribeMembers(AsnMemberLines<QAsnPortUseState>& lines) {
   using Record = QAsnPortUseState;
-  const Record probe;
-  DescribeRecordMember<qcommon::QAsnPortIndex>(
-      infor.AddAttribInfor(access, MemberPosition(probe, &Record::portIndex), "portIndex", -1), false);
-  infor.AddAttribInfor(access, MemberPosition(probe, &Record::useState), "useState", -1).CaptureTypeInfor<AsnTinyInt>();
+  lines.Add("portIndex", &Record::portIndex);
+  lines.Add("useState", &Record::useState);
 }
 
 namespace {

@@ -29,7 +29,7 @@ class QAsnPortUseState : public AsnRecord<QAsnPortUseState> {
 
  private:
   friend class AsnRecord<QAsnPortUseState>;
-  static void RegisterAttributes(refl::CClassInfor& infor, refl::Enum::AccessSpecifierEnum access);
+  static void DescribeMembers(AsnMemberLines<QAsnPortUseState>& lines);
 };
 
 }  // namespace qinventoryport

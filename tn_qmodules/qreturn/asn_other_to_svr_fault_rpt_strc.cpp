@@ -3,19 +3,15 @@
 #include "tn_platform/asn/asn_catalogue.h"
 #include "tn_velkor/asn/value_type_descriptions.h"
 
-void AsnOtherToSvrFaultRptStrc::RegisterAttributes(refl::CClassInfor& infor, refl::Enum::AccessSpecifierEnum access) {
+void AsnOtherToSvrFaultRptStrc::DescribeMembers(AsnMemberLines<AsnOtherToSvrFaultRptStrc>& lines) {
   using Record = AsnOtherToSvrFaultRptStrc;
-  const Record probe;
-  infor.AddAttribInfor(access, MemberPosition(probe, &Record::neID), "neID", -1).CaptureTypeInfor<AsnInt>();
-  infor.AddAttribInfor(access, MemberPosition(probe, &Record::alarmGroupID), "alarmGroupID", -1)
-      .CaptureTypeInfor<AsnInt>();
-  infor.AddAttribInfor(access, MemberPosition(probe, &Record::alarmCode), "alarmCode", -1).CaptureTypeInfor<AsnInt>();
-  infor.AddAttribInfor(access, MemberPosition(probe, &Record::strAlarmText), "strAlarmText", -1)
-      .CaptureTypeInfor<AsnOcts>();
-  infor.AddAttribInfor(access, MemberPosition(probe, &Record::faultID), "faultID", -1).CaptureTypeInfor<AsnInt>();
-  infor.AddAttribInfor(access, MemberPosition(probe, &Record::occurTime), "occurTime", -1).CaptureTypeInfor<AsnInt>();
-  infor.AddAttribInfor(access, MemberPosition(probe, &Record::strLocation), "strLocation", 0)
-      .CaptureTypeInfor<refl::MayNullPointer<AsnOcts>>();
+  lines.Add("neID", &Record::neID);
+  lines.Add("alarmGroupID", &Record::alarmGroupID);
+  lines.Add("alarmCode", &Record::alarmCode);
+  lines.Add("strAlarmText", &Record::strAlarmText);
+  lines.Add("faultID", &Record::faultID);
+  lines.Add("occurTime", &Record::occurTime);
+  lines.Add("strLocation", &Record::strLocation, 0);
 }
 
 namespace {

@@ -44,6 +44,6 @@ class AsnOtherToSvrFaultRptStrc : public AsnRecord<AsnOtherToSvrFaultRptStrc> {
 
  private:
   friend class AsnRecord<AsnOtherToSvrFaultRptStrc>;
-  static void RegisterAttributes(refl::CClassInfor& infor, refl::Enum::AccessSpecifierEnum access);
+  static void DescribeMembers(AsnMemberLines<AsnOtherToSvrFaultRptStrc>& lines);
 };
 #pragma GCC visibility pop

@@ -3,12 +3,10 @@
 #include "tn_platform/asn/asn_catalogue.h"
 #include "tn_velkor/asn/value_type_descriptions.h"
 
-void AsnSingleReturn::RegisterAttributes(refl::CClassInfor& infor, refl::Enum::AccessSpecifierEnum access) {
+void AsnSingleReturn::DescribeMembers(AsnMemberLines<AsnSingleReturn>& lines) {
   using Record = AsnSingleReturn;
-  const Record probe;
-  infor.AddAttribInfor(access, MemberPosition(probe, &Record::success), "success", -1).CaptureTypeInfor<AsnBool>();
-  infor.AddAttribInfor(access, MemberPosition(probe, &Record::retCode), "retCode", 0)
-      .CaptureTypeInfor<refl::MayNullPointer<AsnInt>>();
+  lines.Add("success", &Record::success);
+  lines.Add("retCode", &Record::retCode, 0);
 }
 
 namespace {

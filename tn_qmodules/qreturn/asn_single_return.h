@@ -29,6 +29,6 @@ class AsnSingleReturn : public AsnRecord<AsnSingleReturn> {
 
  private:
   friend class AsnRecord<AsnSingleReturn>;
-  static void RegisterAttributes(refl::CClassInfor& infor, refl::Enum::AccessSpecifierEnum access);
+  static void DescribeMembers(AsnMemberLines<AsnSingleReturn>& lines);
 };
 #pragma GCC visibility pop

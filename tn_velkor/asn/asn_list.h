@@ -1,7 +1,10 @@
 // AsnList<T>: an owning doubly linked list of ASN.1 values with a cursor;
 // AsnSeqOf<T> adds the BER framing of a SEQUENCE OF. Each element lives inside
-// its list node, so an element costs one allocation, and its address stays
-// the same for as long as it is in the list.
+// its list node, and its address stays the same for as long as it is in the
+// list. Nodes are carved from blocks the list owns, each twice the size of the
+// one before (up to kMaxBlockNodes nodes), so a list of n elements costs about
+// log2(n) allocations. A list of small elements keeps its first node inside
+// itself: a one-element list of integers (an object identifier) costs none.
 //
 // The cursor is part of the list's state: walking (MoveFirst, Current,
 // MoveNext) and assignment from a list move it even on a const list, so one
@@ -11,6 +14,11 @@
 //   for (list.MoveFirst(); const T* element = list.Current(); list.MoveNext()) ...
 #pragma once
 #pragma GCC visibility push(default)
+
+#include <algorithm>
+#include <cstddef>
+#include <new>
+#include <utility>
 
 #include "tn_velkor/asn/indent_table.h"
 #include "tn_platform/asn/asn_list_base.h"
@@ -67,12 +75,27 @@ class AsnList : public AsnListBase {
     T element;
   };
 
-  // Links `node`, made with Node(last), at the end.
+  // A run of node slots; the nodes follow the header.
+  struct Block {
+    Block* next;
+    std::size_t capacity;
+    std::size_t used;
+  };
+  static constexpr std::size_t kMaxBlockNodes = 64;
+  static constexpr bool kFirstNodeInside = sizeof(Node) <= 32;
+  static constexpr std::size_t kBlockHeader = (sizeof(Block) + alignof(Node) - 1) / alignof(Node) * alignof(Node);
+
+  // Room for one more node, taken from the newest block or a new one; the
+  // slot counts as used only once Link() takes the node.
+  void* FreeSlot();
+  // Links `node`, made with Node(last) in FreeSlot(), at the end.
   Node* Link(Node* node);
 
   Node* first = nullptr;
   Node* last = nullptr;
   mutable Node* current = nullptr;
+  Block* blocks = nullptr;  // newest first
+  alignas(Node) unsigned char firstSlot[kFirstNodeInside ? sizeof(Node) : 1];
 };
 
 template <class T>
@@ -87,7 +110,21 @@ class AsnSeqOf : public AsnList<T> {
 // ---- definitions ------------------------------------------------------------
 
 template <class T>
+void* AsnList<T>::FreeSlot() {
+  // An empty list holds no node, so the inside slot is free.
+  if (kFirstNodeInside && first == nullptr) return firstSlot;
+  if (blocks == nullptr || blocks->used == blocks->capacity) {
+    const std::size_t capacity = blocks == nullptr ? 1 : std::min(2 * blocks->capacity, kMaxBlockNodes);
+    Block* block = static_cast<Block*>(::operator new(kBlockHeader + capacity * sizeof(Node)));
+    *block = Block{blocks, capacity, 0};
+    blocks = block;
+  }
+  return reinterpret_cast<char*>(blocks) + kBlockHeader + blocks->used * sizeof(Node);
+}
+
+template <class T>
 typename AsnList<T>::Node* AsnList<T>::Link(Node* node) {
+  if (static_cast<void*>(node) != firstSlot) ++blocks->used;
   if (last) {
     last->next = node;
   } else {
@@ -100,7 +137,7 @@ typename AsnList<T>::Node* AsnList<T>::Link(Node* node) {
 
 template <class T>
 T* AsnList<T>::Append() {
-  current = Link(new Node(last));
+  current = Link(new (FreeSlot()) Node(last));
   return &current->element;
 }
 
@@ -108,11 +145,11 @@ template <class T>
 void AsnList<T>::AppendCopy(const T& element) {
   // Copied into a node of its own before linking, so that a copy that throws
   // leaves the list as it was (and `element` may be one of ours).
-  Node* node = new Node(last);
+  Node* node = new (FreeSlot()) Node(last);
   try {
     node->element = element;
   } catch (...) {
-    delete node;
+    node->~Node();
     throw;
   }
   Link(node);
@@ -122,9 +159,10 @@ template <class T>
 void AsnList<T>::Clear() {
   for (Node* node = first; node != nullptr;) {
     Node* next = node->next;
-    delete node;
+    node->~Node();
     node = next;
   }
+  while (blocks != nullptr) ::operator delete(std::exchange(blocks, blocks->next));
   count = 0;
   first = last = current = nullptr;
 }
@@ -179,25 +217,22 @@ void AsnList<T>::BDecContent(AsnBuf& buf, unsigned int, unsigned long length, un
     // that overruns the length is the caller's to notice.
     // The element's own BDec, called directly: T is the element's exact type.
     while (consumed < length) Append()->T::BDec(buf, consumed, NIClass_BER);
+    if (consumed != length) buf.NoteLengthOverrun(length);
   }
   bytesDecoded += consumed;
 }
 
 template <class T>
 void AsnSeqOf<T>::BDec(AsnBuf& buf, unsigned long& bytesDecoded, NIClass_EncodingFormatEnum) {
-  const unsigned char first = buf.GetByte();
-  ++bytesDecoded;
-  unsigned int tag = static_cast<unsigned int>(first) << 24;
-  if (!buf.ReadError() && (first & 0x1F) == 0x1F) BDecTag_Impl(buf, bytesDecoded, tag);
-  if (tag != kTagSequence) {
+  // Input that ends before the tag reads as tag 0, a wrong tag; input that
+  // ends in the length leaves length 0 and the read-error flag for the caller.
+  const AsnHeader header = BDecHeader(
+      buf, bytesDecoded, [](AsnTag tag) { return tag == kTagSequence; }, AsnLengthCheck::kLongFormOnly);
+  if (header.status == AsnHeader::kEndsBeforeTag || header.status == AsnHeader::kWrongTag) {
     throw new CSM_Exception(kAsnDecodeError, 250, "", kAsnListSourceName,
                             "AsnList::BDec: ERROR tag on SEQUENCE OF is wrong.", nullptr);
   }
-  const unsigned char lengthOctet = buf.GetByte();
-  ++bytesDecoded;
-  unsigned long length = lengthOctet;
-  if (lengthOctet & 0x80) length = BDecLen_Impl(buf, bytesDecoded, lengthOctet);
-  this->BDecContent(buf, kTagSequence, length, bytesDecoded, NIClass_BER);
+  this->BDecContent(buf, kTagSequence, header.length, bytesDecoded, NIClass_BER);
 }
 
 template <class T>

@@ -2,7 +2,7 @@
 // AsnOcts, AsnTinyInt, AsnInt and AsnBool, plain and optional. Each value
 // class has one custom basic description, made on first need and shared by
 // every member of that type; an optional member adds the may-null modifier.
-// Records and lists as members are described by the two templates below.
+// Records and lists as members are described by AsnMemberLines.
 #pragma once
 #pragma GCC visibility push(default)
 
@@ -29,18 +29,4 @@ void refl::CGnlTypeInfor::CaptureTypeInfor<refl::MayNullPointer<AsnInt>>();
 template <>
 void refl::CGnlTypeInfor::CaptureTypeInfor<AsnBool>();
 
-// Describes a member of record type Record (optional when `optional`).
-template <class Record>
-void DescribeRecordMember(refl::CGnlTypeInfor& type, bool optional) {
-  type.ChangeTypeTo_ClassType(Record::GetClassInfor());
-  type.SetMayNull(optional);
-}
-
-// Describes a member of SEQUENCE OF list type List, named `qualifiedName`.
-template <class List>
-void DescribeListMember(refl::CGnlTypeInfor& type, const char* qualifiedName, bool optional) {
-  type.ChangeTypeTo_CustomType(qualifiedName, sizeof(List), &refl::CreateObject<List>, &refl::DestroyObject<List>,
-                               kAsnSeqOfClassId);
-  type.SetMayNull(optional);
-}
 #pragma GCC visibility pop

@@ -4,10 +4,8 @@
 #include "tn_platform/refl/object_functions.h"
 
 namespace qcommon {
-void QAsnColumn::RegisterAttributes(refl::CClassInfor& infor, refl::Enum::AccessSpecifierEnum access) {
-  const QAsnColumn probe;
-  infor.AddAttribInfor(access, MemberPosition(probe, &QAsnColumn::strCondition), "strCondition", -1)
-      .CaptureTypeInfor<AsnOcts>();
+void QAsnColumn::DescribeMembers(AsnMemberLines<QAsnColumn>& lines) {
+  lines.Add("strCondition", &QAsnColumn::strCondition);
 }
 
 }  // namespace qcommon

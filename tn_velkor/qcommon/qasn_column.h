@@ -25,7 +25,7 @@ class QAsnColumn : public AsnRecord<QAsnColumn> {
 
  private:
   friend class AsnRecord<QAsnColumn>;
-  static void RegisterAttributes(refl::CClassInfor& infor, refl::Enum::AccessSpecifierEnum access);
+  static void DescribeMembers(AsnMemberLines<QAsnColumn>& lines);
 };
 
 }  // namespace qcommon

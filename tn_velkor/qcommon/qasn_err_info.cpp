@@ -4,18 +4,12 @@
 #include "tn_platform/refl/object_functions.h"
 
 namespace qcommon {
-void QAsnErrInfo::RegisterAttributes(refl::CClassInfor& infor, refl::Enum::AccessSpecifierEnum access) {
+void QAsnErrInfo::DescribeMembers(AsnMemberLines<QAsnErrInfo>& lines) {
   using Record = QAsnErrInfo;
-  const Record probe;
-  infor.AddAttribInfor(access, MemberPosition(probe, &Record::objID), "objID", -1)
-      .ChangeTypeTo_CustomType("qcommon::QAsnTinyIntList", sizeof(QAsnTinyIntList),
-                               &refl::CreateObject<QAsnTinyIntList>, &refl::DestroyObject<QAsnTinyIntList>,
-                               kAsnSeqOfClassId);
-  infor.AddAttribInfor(access, MemberPosition(probe, &Record::objName), "objName", 0)
-      .CaptureTypeInfor<refl::MayNullPointer<AsnOcts>>();
-  infor.AddAttribInfor(access, MemberPosition(probe, &Record::errCode), "errCode", -1).CaptureTypeInfor<AsnTinyInt>();
-  infor.AddAttribInfor(access, MemberPosition(probe, &Record::strOperDesc), "strOperDesc", 1)
-      .CaptureTypeInfor<refl::MayNullPointer<AsnOcts>>();
+  lines.Add("objID", &Record::objID);
+  lines.Add("objName", &Record::objName, 0);
+  lines.Add("errCode", &Record::errCode);
+  lines.Add("strOperDesc", &Record::strOperDesc, 1);
 }
 
 }  // namespace qcommon

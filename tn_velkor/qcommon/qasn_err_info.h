@@ -33,7 +33,7 @@ class QAsnErrInfo : public AsnRecord<QAsnErrInfo> {
 
  private:
   friend class AsnRecord<QAsnErrInfo>;
-  static void RegisterAttributes(refl::CClassInfor& infor, refl::Enum::AccessSpecifierEnum access);
+  static void DescribeMembers(AsnMemberLines<QAsnErrInfo>& lines);
 };
 
 }  // namespace qcommon

@@ -4,13 +4,10 @@
 
 namespace qcommon {
 
-void QAsnErrInfoReturn::RegisterAttributes(refl::CClassInfor& infor, refl::Enum::AccessSpecifierEnum access) {
+void QAsnErrInfoReturn::DescribeMembers(AsnMemberLines<QAsnErrInfoReturn>& lines) {
   using Record = QAsnErrInfoReturn;
-  const Record probe;
-  infor.AddAttribInfor(access, MemberPosition(probe, &Record::retCode), "retCode", -1).CaptureTypeInfor<AsnTinyInt>();
-  DescribeListMember<QAsnErrInfoList>(
-      infor.AddAttribInfor(access, MemberPosition(probe, &Record::errInfoList), "errInfoList", 0),
-      "qcommon::QAsnErrInfoList", true);
+  lines.Add("retCode", &Record::retCode);
+  lines.Add("errInfoList", &Record::errInfoList, 0);
 }
 
 }  // namespace qcommon

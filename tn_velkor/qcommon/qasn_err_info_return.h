@@ -31,7 +31,7 @@ class QAsnErrInfoReturn : public AsnRecord<QAsnErrInfoReturn> {
 
  private:
   friend class AsnRecord<QAsnErrInfoReturn>;
-  static void RegisterAttributes(refl::CClassInfor& infor, refl::Enum::AccessSpecifierEnum access);
+  static void DescribeMembers(AsnMemberLines<QAsnErrInfoReturn>& lines);
 };
 
 }  // namespace qcommon

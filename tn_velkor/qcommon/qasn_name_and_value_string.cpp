@@ -4,11 +4,10 @@
 #include "tn_platform/refl/object_functions.h"
 
 namespace qcommon {
-void QAsnNameAndValueString::RegisterAttributes(refl::CClassInfor& infor, refl::Enum::AccessSpecifierEnum access) {
+void QAsnNameAndValueString::DescribeMembers(AsnMemberLines<QAsnNameAndValueString>& lines) {
   using Record = QAsnNameAndValueString;
-  const Record probe;
-  infor.AddAttribInfor(access, MemberPosition(probe, &Record::name), "name", -1).CaptureTypeInfor<AsnOcts>();
-  infor.AddAttribInfor(access, MemberPosition(probe, &Record::value), "value", -1).CaptureTypeInfor<AsnOcts>();
+  lines.Add("name", &Record::name);
+  lines.Add("value", &Record::value);
 }
 
 }  // namespace qcommon

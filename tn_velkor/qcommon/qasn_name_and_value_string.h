@@ -26,7 +26,7 @@ class QAsnNameAndValueString : public AsnRecord<QAsnNameAndValueString> {
 
  private:
   friend class AsnRecord<QAsnNameAndValueString>;
-  static void RegisterAttributes(refl::CClassInfor& infor, refl::Enum::AccessSpecifierEnum access);
+  static void DescribeMembers(AsnMemberLines<QAsnNameAndValueString>& lines);
 };
 
 }  // namespace qcommon

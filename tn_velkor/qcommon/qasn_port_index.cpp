@@ -4,19 +4,15 @@
 
 namespace qcommon {
 
-void QAsnPortIndex::RegisterAttributes(refl::CClassInfor& infor, refl::Enum::AccessSpecifierEnum access) {
+void QAsnPortIndex::DescribeMembers(AsnMemberLines<QAsnPortIndex>& lines) {
   using Record = QAsnPortIndex;
-  const Record probe;
-  infor.AddAttribInfor(access, MemberPosition(probe, &Record::level1ID), "level1ID", -1).CaptureTypeInfor<AsnTinyInt>();
-  infor.AddAttribInfor(access, MemberPosition(probe, &Record::level2ID), "level2ID", -1).CaptureTypeInfor<AsnTinyInt>();
-  infor.AddAttribInfor(access, MemberPosition(probe, &Record::level2SubID), "level2SubID", 0)
-      .CaptureTypeInfor<refl::MayNullPointer<AsnTinyInt>>();
-  infor.AddAttribInfor(access, MemberPosition(probe, &Record::level3ID), "level3ID", -1).CaptureTypeInfor<AsnTinyInt>();
-  infor.AddAttribInfor(access, MemberPosition(probe, &Record::level3SubID), "level3SubID", 1)
-      .CaptureTypeInfor<refl::MayNullPointer<AsnTinyInt>>();
-  infor.AddAttribInfor(access, MemberPosition(probe, &Record::level4ID), "level4ID", -1).CaptureTypeInfor<AsnTinyInt>();
-  infor.AddAttribInfor(access, MemberPosition(probe, &Record::strIndexText), "strIndexText", 2)
-      .CaptureTypeInfor<refl::MayNullPointer<AsnOcts>>();
+  lines.Add("level1ID", &Record::level1ID);
+  lines.Add("level2ID", &Record::level2ID);
+  lines.Add("level2SubID", &Record::level2SubID, 0);
+  lines.Add("level3ID", &Record::level3ID);
+  lines.Add("level3SubID", &Record::level3SubID, 1);
+  lines.Add("level4ID", &Record::level4ID);
+  lines.Add("strIndexText", &Record::strIndexText, 2);
 }
 
 }  // namespace qcommon

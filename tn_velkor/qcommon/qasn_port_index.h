@@ -39,7 +39,7 @@ class QAsnPortIndex : public AsnRecord<QAsnPortIndex> {
 
  private:
   friend class AsnRecord<QAsnPortIndex>;
-  static void RegisterAttributes(refl::CClassInfor& infor, refl::Enum::AccessSpecifierEnum access);
+  static void DescribeMembers(AsnMemberLines<QAsnPortIndex>& lines);
 };
 
 }  // namespace qcommon

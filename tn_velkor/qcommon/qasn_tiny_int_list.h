@@ -12,6 +12,9 @@ namespace qcommon {
 
 class QAsnTinyIntList : public AsnSeqOf<AsnTinyInt> {
  public:
+  // The name its reflection description carries.
+  static constexpr char kQualifiedName[] = "qcommon::QAsnTinyIntList";
+
   QAsnTinyIntList() = default;
   QAsnTinyIntList(const QAsnTinyIntList&) = default;
   QAsnTinyIntList& operator=(const QAsnTinyIntList&) = default;

@@ -4,14 +4,12 @@
 #include "tn_platform/refl/object_functions.h"
 
 namespace qcommon {
-void QAsnUniResID::RegisterAttributes(refl::CClassInfor& infor, refl::Enum::AccessSpecifierEnum access) {
+void QAsnUniResID::DescribeMembers(AsnMemberLines<QAsnUniResID>& lines) {
   using Record = QAsnUniResID;
-  const Record probe;
-  infor.AddAttribInfor(access, MemberPosition(probe, &Record::strFDN), "strFDN", -1).CaptureTypeInfor<AsnOcts>();
-  infor.AddAttribInfor(access, MemberPosition(probe, &Record::strMOC), "strMOC", -1).CaptureTypeInfor<AsnOcts>();
-  infor.AddAttribInfor(access, MemberPosition(probe, &Record::neID), "neID", -1).CaptureTypeInfor<AsnTinyInt>();
-  infor.AddAttribInfor(access, MemberPosition(probe, &Record::poSerialNum), "poSerialNum", 0)
-      .CaptureTypeInfor<refl::MayNullPointer<AsnOcts>>();
+  lines.Add("strFDN", &Record::strFDN);
+  lines.Add("strMOC", &Record::strMOC);
+  lines.Add("neID", &Record::neID);
+  lines.Add("poSerialNum", &Record::poSerialNum, 0);
 }
 
 }  // namespace qcommon

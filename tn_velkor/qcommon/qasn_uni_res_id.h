@@ -32,7 +32,7 @@ class QAsnUniResID : public AsnRecord<QAsnUniResID> {
 
  private:
   friend class AsnRecord<QAsnUniResID>;
-  static void RegisterAttributes(refl::CClassInfor& infor, refl::Enum::AccessSpecifierEnum access);
+  static void DescribeMembers(AsnMemberLines<QAsnUniResID>& lines);
 };
 
 }  // namespace qcommon

@@ -17,6 +17,9 @@ namespace qcommon {
 
 class QAsnNVSList : public AsnSeqOf<QAsnNameAndValueString> {
  public:
+  // The name its reflection description carries.
+  static constexpr char kQualifiedName[] = "qcommon::QAsnNVSList";
+
   QAsnNVSList() = default;
   QAsnNVSList(const QAsnNVSList&) = default;
   QAsnNVSList& operator=(const QAsnNVSList&) = default;
@@ -27,6 +30,9 @@ class QAsnNVSList : public AsnSeqOf<QAsnNameAndValueString> {
 
 class QAsnErrInfoList : public AsnSeqOf<QAsnErrInfo> {
  public:
+  // The name its reflection description carries.
+  static constexpr char kQualifiedName[] = "qcommon::QAsnErrInfoList";
+
   QAsnErrInfoList() = default;
   QAsnErrInfoList(const QAsnErrInfoList&) = default;
   QAsnErrInfoList& operator=(const QAsnErrInfoList&) = default;

@@ -1,0 +1,106 @@
+// AsnMemberLines<Record>: a record's members, written once, one line each, in
+// declaration order, in the record's own source:
+//
+//   void QAsnUniResID::DescribeMembers(AsnMemberLines<QAsnUniResID>& lines) {
+//     lines.Add("strFDN", &QAsnUniResID::strFDN);
+//     lines.Add("neID", &QAsnUniResID::neID);
+//     lines.Add("poSerialNum", &QAsnUniResID::poSerialNum, 0);
+//   }
+//
+// The number is -1 for a mandatory member (the default) and 0, 1, ... for the
+// optional ones (refl::MayNullPointer<T>) in order; it is an optional member's
+// context tag. AsnRecord runs the lines twice: once to register the class
+// with the reflection library (an attribute with name, offset, number and type
+// description per line) and once to make the codec's member plan, so the two
+// cannot disagree. What a member's type stands for follows from its C++ type.
+#pragma once
+#pragma GCC visibility push(default)
+
+#include <type_traits>
+
+#include "tn_platform/asn/asn_bool.h"
+#include "tn_platform/asn/asn_int.h"
+#include "tn_platform/asn/asn_list_base.h"
+#include "tn_platform/asn/asn_octs.h"
+#include "tn_platform/asn/asn_record_plan.h"
+#include "tn_platform/asn/asn_sequence.h"
+#include "tn_platform/refl/class_infor.h"
+#include "tn_platform/refl/may_null_pointer.h"
+#include "tn_platform/refl/object_functions.h"
+
+// The value type of a member and whether the member is optional.
+template <class Member>
+struct AsnMemberTraits {
+  using Value = Member;
+  static constexpr bool kOptional = false;
+};
+template <class Held>
+struct AsnMemberTraits<refl::MayNullPointer<Held>> {
+  using Value = Held;
+  static constexpr bool kOptional = true;
+};
+
+// The codec's kind of a value type. A list names itself for its description
+// (static constexpr char kQualifiedName[]); a record is an AsnRecord.
+template <class Value>
+constexpr AsnMemberKind AsnMemberKindFor() {
+  if constexpr (std::is_same_v<Value, AsnOcts>) return AsnMemberKind::kOcts;
+  if constexpr (std::is_same_v<Value, AsnTinyInt>) return AsnMemberKind::kTinyInt;
+  if constexpr (std::is_same_v<Value, AsnInt>) return AsnMemberKind::kInt;
+  if constexpr (std::is_same_v<Value, AsnBool>) return AsnMemberKind::kBool;
+  if constexpr (std::is_base_of_v<AsnListBase, Value>) return AsnMemberKind::kList;
+  if constexpr (std::is_base_of_v<AsnSequence, Value>) return AsnMemberKind::kRecord;
+  return AsnMemberKind::kUnsupported;
+}
+
+template <class Record>
+class AsnMemberLines {
+ public:
+  // Lines that add the members to the class description being built.
+  AsnMemberLines(refl::CClassInfor& infor, refl::Enum::AccessSpecifierEnum access)
+      : m_infor(&infor), m_access(access) {}
+  // Lines that add the members to a member plan.
+  explicit AsnMemberLines(AsnRecordPlan& plan) : m_plan(&plan) {}
+
+  template <class Member>
+  void Add(const char* name, Member Record::*member, short number = -1) {
+    using Traits = AsnMemberTraits<Member>;
+    using Value = typename Traits::Value;
+    constexpr AsnMemberKind kind = AsnMemberKindFor<Value>();
+    static_assert(kind != AsnMemberKind::kUnsupported, "a member type the record codec does not handle");
+    const unsigned short position = MemberPosition(m_probe, member);
+    if (m_infor != nullptr) Describe<Member>(m_infor->AddAttribInfor(m_access, position, name, number));
+    if (m_plan != nullptr) {
+      const AsnTag tag = AsnMemberTag(kind, Traits::kOptional, number);
+      const AsnTag otherForm = kind == AsnMemberKind::kOcts ? TagWithForm(tag, true) : tag;
+      m_plan->Add(AsnMemberStep{kind, Traits::kOptional, tag, otherForm, position, &refl::CreateObject<Value>,
+                                &refl::DestroyObject<Value>, name});
+    }
+  }
+
+ private:
+  // The type description of a member: the shared description of a value
+  // class (the library captures those), a list's own custom type, or a
+  // record's class; an optional member carries the may-null modifier.
+  template <class Member>
+  static void Describe(refl::CGnlTypeInfor& type) {
+    using Traits = AsnMemberTraits<Member>;
+    using Value = typename Traits::Value;
+    if constexpr (AsnMemberKindFor<Value>() == AsnMemberKind::kList) {
+      type.ChangeTypeTo_CustomType(Value::kQualifiedName, sizeof(Value), &refl::CreateObject<Value>,
+                                   &refl::DestroyObject<Value>, kAsnSeqOfClassId);
+      type.SetMayNull(Traits::kOptional);
+    } else if constexpr (AsnMemberKindFor<Value>() == AsnMemberKind::kRecord) {
+      type.ChangeTypeTo_ClassType(Value::GetClassInfor());
+      type.SetMayNull(Traits::kOptional);
+    } else {
+      type.template CaptureTypeInfor<Member>();
+    }
+  }
+
+  const Record m_probe;  // offsets are measured on it
+  refl::CClassInfor* m_infor = nullptr;
+  refl::Enum::AccessSpecifierEnum m_access = refl::Enum::Public;
+  AsnRecordPlan* m_plan = nullptr;
+};
+#pragma GCC visibility pop
