@@ -4,8 +4,10 @@
 # turn for SECONDS each, starting from its seed corpus fuzz/corpus/<target>/
 # and its dictionary fuzz/<target>.dict when there is one.
 #
-# Afterwards the inputs that reached new coverage are merged into the seed
-# corpus (libFuzzer's -merge=1: only what adds features), so the next run
+# Afterwards the seed corpus is made anew and minimal: the hand-made seeds
+# (every file not named by its SHA-1, as libFuzzer names what it finds) stay,
+# and libFuzzer's -merge=1 adds from the old seeds and this run's finds only
+# the inputs that reach features those do not, so the next run
 # starts where this one ended. An input that crashed, leaked or hung is copied
 # into fuzz/regressions/<target>/, where the ordinary tests replay it
 # (ctest fuzz_replay_<target>), and fails the campaign.
@@ -87,11 +89,20 @@ for name in "${targets[@]}"; do
 
   added=0
   if [ "$merge" -eq 1 ]; then
-    "$program" -merge=1 "$seeds" "$corpus" > "$scratch/$name.merge.log" 2>&1 || true
+    minimal="$scratch/$name.minimal"
+    mkdir -p "$minimal"
+    find "$seeds" -regextype posix-extended -type f ! -regex '.*/[0-9a-f]{40}' -exec cp {} "$minimal/" \;
+    if "$program" -merge=1 "$minimal" "$seeds" "$corpus" > "$scratch/$name.merge.log" 2>&1; then
+      find "$seeds" -regextype posix-extended -type f -regex '.*/[0-9a-f]{40}' -delete
+      find "$minimal" -regextype posix-extended -type f -regex '.*/[0-9a-f]{40}' -exec cp {} "$seeds/" \;
+    else
+      echo "fuzz: merging $name's corpus failed; seeds left as they were (see below)"
+      tail -n 5 "$scratch/$name.merge.log"
+    fi
     added=$(($(find "$seeds" -type f | wc -l) - before))
   fi
   read -r edges features <<< "$(coverage "$log")"
-  line="$(printf '%-20s %12s executions %8s exec/s  cov %6s  ft %7s  seeds %5d +%-4d findings %d' "$name" \
+  line="$(printf '%-20s %12s executions %8s exec/s  cov %6s  ft %7s  seeds %5d %+-5d findings %d' "$name" \
     "$(final_stat "$log" number_of_executed_units)" "$(final_stat "$log" average_exec_per_sec)" "${edges:-?}" "${features:-?}" \
     "$before" "$added" "$finding")"
   echo "$line"
