@@ -9,7 +9,7 @@
 #include "tn_velkor/qcommon/qasn_column.h"
 #include "tn_velkor/qcommon/qasn_uni_res_id.h"
 #include "tn_velkor/qcommon/qcommon_lists.h"
-#include "tn_platform/asn/asn_record.h"
+#include "tn_velkor/asn/asn_record.h"
 #include "tn_platform/asn/asn_value_io.h"
 #include "tn_velkor/asn/value_type_descriptions.h"
 #include "test_bytes.h"

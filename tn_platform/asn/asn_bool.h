@@ -23,7 +23,8 @@ class AsnBool : public AsnType {
   void BDec(AsnBuf& buf, unsigned long& bytesDecoded, NIClass_EncodingFormatEnum format) override;
   unsigned long BEnc(AsnBuf& buf, NIClass_EncodingFormatEnum format) override;
   void Print(std::ostream& os, unsigned long level, bool lineBreak) const override;
-  const char* typeName() const override { return "AsnBool"; }
+  static constexpr char kTypeName[] = "AsnBool";
+  const char* typeName() const override { return kTypeName; }
 
   unsigned long BEncContent(AsnBuf& buf) const {
     buf.PutByteRvs(m_value ? 0xFF : 0x00);

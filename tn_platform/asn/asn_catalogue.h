@@ -15,6 +15,7 @@ struct AsnCatalogueEntry {
   std::string module;       // the interface module ("qinventoryfiber")
   AsnType* (*create)();     // a new default value, owned by the caller
   std::string elementName;  // for a list: the element's type name; else empty
+  AsnType* (*createElement)() = nullptr;  // for a list: a new default element; else null
 };
 
 class AsnCatalogue {

@@ -35,7 +35,8 @@ class AsnTinyInt : public AsnType {
   void BDec(AsnBuf& buf, unsigned long& bytesDecoded, NIClass_EncodingFormatEnum format) override;
   unsigned long BEnc(AsnBuf& buf, NIClass_EncodingFormatEnum format) override;
   void Print(std::ostream& os, unsigned long level, bool lineBreak) const override;
-  const char* typeName() const override { return "AsnTinyInt"; }
+  static constexpr char kTypeName[] = "AsnTinyInt";
+  const char* typeName() const override { return kTypeName; }
 
   unsigned long BEncContent(AsnBuf& buf) const { return asn_integer::EncodeContent(buf, m_value); }
   void BDecContent(AsnBuf& buf, AsnTag tag, unsigned long length, unsigned long& bytesDecoded);
@@ -60,7 +61,8 @@ class AsnInt : public AsnType {
   void BDec(AsnBuf& buf, unsigned long& bytesDecoded, NIClass_EncodingFormatEnum format) override;
   unsigned long BEnc(AsnBuf& buf, NIClass_EncodingFormatEnum format) override;
   void Print(std::ostream& os, unsigned long level, bool lineBreak) const override;
-  const char* typeName() const override { return "AsnInt"; }
+  static constexpr char kTypeName[] = "AsnInt";
+  const char* typeName() const override { return kTypeName; }
 
   unsigned long BEncContent(AsnBuf& buf) const { return asn_integer::EncodeContent(buf, m_value); }
   void BDecContent(AsnBuf& buf, AsnTag tag, unsigned long length, unsigned long& bytesDecoded);

@@ -3,9 +3,13 @@
 // the generic record codec reaches list members through it.
 //
 // Virtual slots after AsnType's: 7 assignment from another list of the same
-// type, 8 BEncContent, 9 BDecContent.
+// type, 8 BEncContent, 9 BDecContent, then the untyped element access
+// (AppendElement, VisitElements) that generic programs use to read and fill a
+// list of any element type.
 #pragma once
 #pragma GCC visibility push(default)
+
+#include <type_traits>
 
 #include "tn_platform/asn/asn_type.h"
 
@@ -21,6 +25,19 @@ class AsnListBase : public AsnType {
   // (kIndefiniteLength: up to end-of-contents) after `tag` was read.
   virtual void BDecContent(AsnBuf& buf, unsigned int tag, unsigned long length, unsigned long& bytesDecoded,
                            NIClass_EncodingFormatEnum format) = 0;
+  // Appends a new default element and returns it (as AsnList::Append).
+  virtual AsnType& AppendElement() = 0;
+  // Calls `visit(element, context)` for each element, in list order. It does
+  // not move the list's cursor.
+  virtual void VisitElements(void (*visit)(AsnType& element, void* context), void* context) const = 0;
+
+  // VisitElements with any callable taking AsnType&.
+  template <class Visitor>
+  void ForEachElement(Visitor&& visitor) const {
+    using Callable = std::remove_reference_t<Visitor>;
+    VisitElements([](AsnType& element, void* context) { (*static_cast<Callable*>(context))(element); },
+                  const_cast<void*>(static_cast<const void*>(&visitor)));
+  }
 
  protected:
   AsnListBase() = default;

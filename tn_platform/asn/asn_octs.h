@@ -36,7 +36,8 @@ class AsnOcts : public AsnType {
   void BDec(AsnBuf& buf, unsigned long& bytesDecoded, NIClass_EncodingFormatEnum format) override;
   unsigned long BEnc(AsnBuf& buf, NIClass_EncodingFormatEnum format) override;
   void Print(std::ostream& os, unsigned long level, bool lineBreak) const override;
-  const char* typeName() const override { return "AsnOcts"; }
+  static constexpr char kTypeName[] = "AsnOcts";
+  const char* typeName() const override { return kTypeName; }
 
   // Content octets alone, for implicit tags; returns how many were written.
   unsigned long BEncContent(AsnBuf& buf) const {

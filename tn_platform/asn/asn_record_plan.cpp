@@ -1,13 +1,26 @@
 #include "tn_platform/asn/asn_record_plan.h"
 
-AsnRecordPlan::AsnRecordPlan(const refl::CClassInfor& infor) : className(infor.Name().c_str()) {
-  members.reserve(infor.Attributes().size());
-  for (const refl::CAttribInfor& attribute : infor.Attributes()) {
-    const AsnMemberKind kind = AsnMemberKindOf(attribute.type);
-    const bool optional = attribute.type.IsMayNull();
-    const AsnTag tag = AsnMemberTag(kind, optional, attribute.number);
-    const AsnTag otherForm = kind == AsnMemberKind::kOcts ? TagWithForm(tag, true) : tag;
-    Add(AsnMemberStep{kind, optional, tag, otherForm, attribute.position, attribute.type.Creator(),
-                      attribute.type.Destroyer(), attribute.name.c_str()});
+#include <cstring>
+
+AsnTag AsnMemberTag(AsnMemberKind kind, bool optional, short number) {
+  const bool constructed = kind == AsnMemberKind::kList || kind == AsnMemberKind::kRecord;
+  if (optional) return MakeTag(AsnTagClass::kContext, constructed, static_cast<unsigned>(number));
+  switch (kind) {
+    case AsnMemberKind::kOcts:
+      return kTagOctetString;
+    case AsnMemberKind::kTinyInt:
+    case AsnMemberKind::kInt:
+      return kTagInteger;
+    case AsnMemberKind::kBool:
+      return kTagBoolean;
+    default:
+      return kTagSequence;
   }
+}
+
+const AsnMemberStep* AsnRecordPlan::Find(const char* name) const {
+  for (const AsnMemberStep& step : members) {
+    if (std::strcmp(step.name, name) == 0) return &step;
+  }
+  return nullptr;
 }

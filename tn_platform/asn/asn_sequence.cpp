@@ -6,40 +6,11 @@
 #include "tn_platform/asn/asn_bool.h"
 #include "tn_platform/asn/asn_int.h"
 #include "tn_platform/asn/asn_list_base.h"
-#include "tn_platform/asn/asn_member.h"
 #include "tn_platform/asn/asn_octs.h"
 #include "tn_platform/asn/asn_record_plan.h"
 #include "tn_platform/asn/csm_exception.h"
-#include "tn_platform/refl/may_null_pointer.h"
 
 namespace {
-
-void* ObjectOf(const AsnSequence& record, refl::CRefrence& reference) {
-  record.BindReflection(reference);
-  return reference.Object();
-}
-
-refl::MayNullPointerBase* HolderOf(const AsnMemberStep& step, char* base) {
-  return reinterpret_cast<refl::MayNullPointerBase*>(base + step.offset);
-}
-
-// The member's value: the member itself, or what its holder holds (null when
-// an optional member is absent).
-AsnType* ValueOf(const AsnMemberStep& step, char* base) {
-  if (step.optional) return static_cast<AsnType*>(HolderOf(step, base)->RawObject());
-  return reinterpret_cast<AsnType*>(base + step.offset);
-}
-
-// The value of an optional member, created (with its defaults) when absent.
-AsnType* ValueOrCreate(const AsnMemberStep& step, char* base) {
-  if (step.optional && HolderOf(step, base)->IsNull()) HolderOf(step, base)->RawAdopt(step.create());
-  return ValueOf(step, base);
-}
-
-// Makes an optional member absent, destroying what it held.
-void Reset(const AsnMemberStep& step, char* base) {
-  if (void* held = HolderOf(step, base)->RawRelease()) step.destroy(held);
-}
 
 // Content octets of a value whose tag the caller writes.
 unsigned long EncodeContent(AsnBuf& buf, AsnMemberKind kind, AsnType* value) {
@@ -56,9 +27,8 @@ unsigned long EncodeContent(AsnBuf& buf, AsnMemberKind kind, AsnType* value) {
       return static_cast<AsnListBase*>(value)->BEncContent(buf, NIClass_BER);
     case AsnMemberKind::kRecord:
       return static_cast<AsnSequence*>(value)->BEncContent(buf, NIClass_BER);
-    default:
-      return 0;
   }
+  return 0;
 }
 
 void DecodeContent(AsnBuf& buf, AsnMemberKind kind, AsnType* value, AsnTag tag, unsigned long length,
@@ -88,8 +58,6 @@ void DecodeContent(AsnBuf& buf, AsnMemberKind kind, AsnType* value, AsnTag tag, 
     case AsnMemberKind::kRecord:
       static_cast<AsnSequence*>(value)->BDecContent(buf, tag, length, bytesDecoded, NIClass_BER);
       break;
-    default:
-      AsnThrowDecodeError(buf, "member of a type the codec does not handle");
   }
 }
 
@@ -112,8 +80,6 @@ void AssignValue(AsnMemberKind kind, AsnType* target, const AsnType* source) {
       break;
     case AsnMemberKind::kRecord:
       AsnSequence::Assign(*static_cast<AsnSequence*>(target), *static_cast<const AsnSequence*>(source));
-      break;
-    default:
       break;
   }
 }
@@ -165,20 +131,15 @@ const refl::CClassInfor& AsnSequence::ClassInfor() const {
   return *reference.ClassInfor();
 }
 
-const char* AsnSequence::typeName() const { return ClassInfor().Name().c_str(); }
+unsigned long AsnSequence::BEncContent(AsnBuf& buf, NIClass_EncodingFormatEnum) { return EncodeMembers(buf); }
 
-unsigned long AsnSequence::BEncContent(AsnBuf& buf, NIClass_EncodingFormatEnum) {
-  refl::CRefrence reference;
-  void* object = ObjectOf(*this, reference);
-  return EncodeMembers(AsnRecordPlan(*reference.ClassInfor()), object, buf);
-}
-
-unsigned long AsnSequence::EncodeMembers(const AsnRecordPlan& plan, void* object, AsnBuf& buf) {
-  char* const base = static_cast<char*>(object);
+unsigned long AsnSequence::EncodeMembers(AsnBuf& buf) {
+  const AsnRecordPlan& plan = Plan();
+  void* const base = this;
   unsigned long written = 0;
   // Back to front: the last member first, so the members end up in order.
   for (auto step = plan.members.rbegin(); step != plan.members.rend(); ++step) {
-    AsnType* value = ValueOf(*step, base);
+    AsnType* value = step->ValueIn(base);
     if (value == nullptr) continue;  // absent optional member
     if (!step->optional && step->kind != AsnMemberKind::kOcts && step->kind != AsnMemberKind::kTinyInt) {
       written += value->BEnc(buf, NIClass_BER);
@@ -210,21 +171,20 @@ AsnHeader AsnSequence::DecodeHeader(AsnBuf& buf, unsigned long& bytesDecoded) co
   return header;
 }
 
-void AsnSequence::BDec(AsnBuf& buf, unsigned long& bytesDecoded, NIClass_EncodingFormatEnum format) {
+void AsnSequence::BDec(AsnBuf& buf, unsigned long& bytesDecoded, NIClass_EncodingFormatEnum) {
+  // Straight to the members, without the call through slot 9.
   const AsnHeader header = DecodeHeader(buf, bytesDecoded);
-  BDecContent(buf, header.tag, header.length, bytesDecoded, format);
+  DecodeMembers(buf, header.length, bytesDecoded);
 }
 
 void AsnSequence::BDecContent(AsnBuf& buf, unsigned int, unsigned long length, unsigned long& bytesDecoded,
                               NIClass_EncodingFormatEnum) {
-  refl::CRefrence reference;
-  void* object = ObjectOf(*this, reference);
-  DecodeMembers(AsnRecordPlan(*reference.ClassInfor()), object, buf, length, bytesDecoded);
+  DecodeMembers(buf, length, bytesDecoded);
 }
 
-void AsnSequence::DecodeMembers(const AsnRecordPlan& plan, void* object, AsnBuf& buf, unsigned long length,
-                                unsigned long& bytesDecoded) {
-  char* const base = static_cast<char*>(object);
+void AsnSequence::DecodeMembers(AsnBuf& buf, unsigned long length, unsigned long& bytesDecoded) {
+  const AsnRecordPlan& plan = Plan();
+  void* const base = this;
   const std::vector<AsnMemberStep>& members = plan.members;
   const AsnNestingGuard nesting(buf);
   const bool indefinite = length == kIndefiniteLength;
@@ -241,7 +201,7 @@ void AsnSequence::DecodeMembers(const AsnRecordPlan& plan, void* object, AsnBuf&
     // Decoding replaces the record's content: optional members start absent.
     if (plan.hasOptional) {
       for (const AsnMemberStep& step : members) {
-        if (step.optional) Reset(step, base);
+        if (step.optional) step.ResetIn(base);
       }
     }
 
@@ -270,7 +230,7 @@ void AsnSequence::DecodeMembers(const AsnRecordPlan& plan, void* object, AsnBuf&
       if (!indefinite && definite && contentStart + memberLength > end) {
         AsnThrowDecodeError(buf, "length runs past the enclosing record");
       }
-      DecodeContent(buf, step.kind, ValueOrCreate(step, base), header.tag, memberLength, counted);
+      DecodeContent(buf, step.kind, step.ValueOrCreateIn(base), header.tag, memberLength, counted);
       // A primitive value takes exactly its length or throws; a constructed
       // one (a list, a record, a segmented OCTET STRING) is checked here.
       if (TagIsConstructed(header.tag)) {
@@ -302,17 +262,16 @@ void AsnSequence::Print(std::ostream& os, unsigned long level, bool lineBreak) c
     os << '\n';
     WriteIndent(os, level);
   }
-  refl::CRefrence reference;
-  void* object = ObjectOf(*this, reference);
-  os << reference.ClassInfor()->Name() << " {";
-  for (const auto& attribute : reference.ClassInfor()->Attributes()) {
-    const AsnMember member(attribute, object);
-    const AsnType* value = member.Value();
+  const AsnRecordPlan& plan = Plan();
+  void* const base = const_cast<AsnSequence*>(this);
+  os << plan.className << " {";
+  for (const AsnMemberStep& member : plan.members) {
+    const AsnType* value = member.ValueIn(base);
     if (value == nullptr) continue;
     os << '\n';
     WriteIndent(os, level + 1);
-    os << member.Name() << ' ';
-    if (member.Kind() == AsnMemberKind::kList) {
+    os << member.name << ' ';
+    if (member.kind == AsnMemberKind::kList) {
       if (static_cast<const AsnListBase*>(value)->Count() == 0) {
         os << "{}";
         continue;
@@ -344,18 +303,14 @@ void AsnSequence::Destructor(AsnSequence&) {
 
 void AsnSequence::Assign(AsnSequence& record, const AsnSequence& source) {
   if (&record == &source) return;
-  refl::CRefrence targetReference;
-  refl::CRefrence sourceReference;
-  void* target = ObjectOf(record, targetReference);
-  void* from = ObjectOf(source, sourceReference);
-  for (const auto& attribute : sourceReference.ClassInfor()->Attributes()) {
-    const AsnMember to(attribute, target);
-    const AsnMember in(attribute, from);
-    const AsnType* value = in.Value();
+  void* const target = &record;
+  void* const from = const_cast<AsnSequence*>(&source);
+  for (const AsnMemberStep& member : source.Plan().members) {
+    const AsnType* value = member.ValueIn(from);
     if (value == nullptr) {
-      to.Reset();
+      member.ResetIn(target);
       continue;
     }
-    AssignValue(to.Kind(), to.ValueOrCreate(), value);
+    AssignValue(member.kind, member.ValueOrCreateIn(target), value);
   }
 }

@@ -1,8 +1,9 @@
 // AsnSequence: the generic SEQUENCE codec of the runtime. A record derives
-// from it and describes its members to the reflection library (see the
-// record's reflection hook); encoding, decoding, printing, the type name and
-// the generic parts of construction, copying and assignment all work from
-// that description.
+// from it and describes its members once, in its member lines: they register
+// the record's class with the reflection library (see the reflection hook) and
+// make the class's member plan (AsnRecordPlan). Encoding, decoding, printing,
+// the type name and the generic parts of construction, copying and assignment
+// all run on that plan.
 //
 // Wire form: a universal SEQUENCE (0x30), members in registration order. A
 // mandatory member carries its own universal tag (OCTET STRING 0x04, INTEGER
@@ -38,7 +39,7 @@ enum AsnValueClassId : unsigned {
   kAsnBoolClassId = 43,
 };
 
-struct AsnRecordPlan;
+#include "tn_platform/asn/asn_record_plan.h"
 
 class AsnSequence : public AsnType {
  public:
@@ -46,12 +47,12 @@ class AsnSequence : public AsnType {
   // instance of the record's registered class (registering it on first use).
   virtual bool BindReflection(refl::CRefrence& reference) const = 0;
   // Slot 8: the members, in front of `buf`; returns the octets written.
-  // AsnRecord overrides slots 8 and 9 with its class's member plan made once;
-  // these work the plan out from the description on every call.
   virtual unsigned long BEncContent(AsnBuf& buf, NIClass_EncodingFormatEnum format);
   // Slot 9: the members from content of `length` octets (or indefinite) after `tag`.
   virtual void BDecContent(AsnBuf& buf, unsigned int tag, unsigned long length, unsigned long& bytesDecoded,
                            NIClass_EncodingFormatEnum format);
+  // Slot 10: the record class's member plan, made once per class.
+  virtual const AsnRecordPlan& Plan() const = 0;
 
   void BDec(AsnBuf& buf, unsigned long& bytesDecoded, NIClass_EncodingFormatEnum format) override;
   unsigned long BEnc(AsnBuf& buf, NIClass_EncodingFormatEnum format) override;
@@ -60,7 +61,7 @@ class AsnSequence : public AsnType {
   // integers decimal, lists one "- element" line each.
   void Print(std::ostream& os, unsigned long level, bool lineBreak) const override;
   // The registered class name.
-  const char* typeName() const override;
+  const char* typeName() const override { return Plan().className; }
 
   // The record's class description.
   const refl::CClassInfor& ClassInfor() const;
@@ -76,10 +77,9 @@ class AsnSequence : public AsnType {
  protected:
   // Reads a record's header (tag SEQUENCE); throws naming the record.
   AsnHeader DecodeHeader(AsnBuf& buf, unsigned long& bytesDecoded) const;
-  // The members of `object` (this record, as its own class) by `plan`.
-  unsigned long EncodeMembers(const AsnRecordPlan& plan, void* object, AsnBuf& buf);
-  void DecodeMembers(const AsnRecordPlan& plan, void* object, AsnBuf& buf, unsigned long length,
-                     unsigned long& bytesDecoded);
+  // The members by the plan, the record being this object.
+  unsigned long EncodeMembers(AsnBuf& buf);
+  void DecodeMembers(AsnBuf& buf, unsigned long length, unsigned long& bytesDecoded);
 
   AsnSequence() = default;
   AsnSequence(const AsnSequence&) = default;

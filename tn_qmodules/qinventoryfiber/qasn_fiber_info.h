@@ -30,7 +30,7 @@
 #include "tn_velkor/qcommon/qcommon_lists.h"
 #include "tn_platform/asn/asn_int.h"
 #include "tn_platform/asn/asn_octs.h"
-#include "tn_platform/asn/asn_record.h"
+#include "tn_velkor/asn/asn_record.h"
 #include "tn_velkor/qcommon/qasn_port_index.h"
 #include "tn_platform/refl/may_null_pointer.h"
 

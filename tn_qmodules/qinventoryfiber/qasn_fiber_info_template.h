@@ -10,7 +10,7 @@
 #pragma GCC visibility push(default)
 
 #include "tn_velkor/qcommon/qasn_column.h"
-#include "tn_platform/asn/asn_record.h"
+#include "tn_velkor/asn/asn_record.h"
 #include "tn_platform/refl/may_null_pointer.h"
 
 namespace qinventoryfiber {

@@ -14,7 +14,8 @@ class QAsnLinkInfoList : public AsnSeqOf<QAsnLinkInfo> {
   QAsnLinkInfoList& operator=(const QAsnLinkInfoList&) = default;
 
   AsnType* Clone() const override;
-  const char* typeName() const override { return "QAsnLinkInfoList"; }
+  static constexpr char kTypeName[] = "QAsnLinkInfoList";
+  const char* typeName() const override { return kTypeName; }
 };
 
 }  // namespace qinventorylinkexterior

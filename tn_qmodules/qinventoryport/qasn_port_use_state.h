@@ -7,7 +7,7 @@
 #pragma GCC visibility push(default)
 
 #include "tn_platform/asn/asn_int.h"
-#include "tn_platform/asn/asn_record.h"
+#include "tn_velkor/asn/asn_record.h"
 #include "tn_velkor/qcommon/qasn_port_index.h"
 
 namespace qinventoryport {

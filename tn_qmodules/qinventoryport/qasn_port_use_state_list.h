@@ -14,7 +14,8 @@ class QAsnPortUseStateList : public AsnSeqOf<QAsnPortUseState> {
   QAsnPortUseStateList& operator=(const QAsnPortUseStateList&) = default;
 
   AsnType* Clone() const override;
-  const char* typeName() const override { return "QAsnPortUseStateList"; }
+  static constexpr char kTypeName[] = "QAsnPortUseStateList";
+  const char* typeName() const override { return kTypeName; }
 };
 
 }  // namespace qinventoryport

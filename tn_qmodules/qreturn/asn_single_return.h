@@ -9,7 +9,7 @@
 
 #include "tn_platform/asn/asn_bool.h"
 #include "tn_platform/asn/asn_int.h"
-#include "tn_platform/asn/asn_record.h"
+#include "tn_velkor/asn/asn_record.h"
 #include "tn_platform/refl/may_null_pointer.h"
 
 class AsnSingleReturn : public AsnRecord<AsnSingleReturn> {

@@ -52,6 +52,11 @@ class AsnList : public AsnListBase {
   void BDecContent(AsnBuf& buf, unsigned int tag, unsigned long length, unsigned long& bytesDecoded,
                    NIClass_EncodingFormatEnum format) override;
 
+  AsnType& AppendElement() override { return *Append(); }
+  void VisitElements(void (*visit)(AsnType& element, void* context), void* context) const override {
+    for (Node* node = first; node != nullptr; node = node->next) visit(node->element, context);
+  }
+
   // The first element, or null.
   T* First() const { return first ? &first->element : nullptr; }
   // Appends a new default element, moves the cursor to it and returns it.

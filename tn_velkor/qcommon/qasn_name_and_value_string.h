@@ -5,7 +5,7 @@
 #pragma GCC visibility push(default)
 
 #include "tn_platform/asn/asn_octs.h"
-#include "tn_platform/asn/asn_record.h"
+#include "tn_velkor/asn/asn_record.h"
 
 namespace qcommon {
 

@@ -12,7 +12,7 @@
 
 #include "tn_platform/asn/asn_int.h"
 #include "tn_platform/asn/asn_octs.h"
-#include "tn_platform/asn/asn_record.h"
+#include "tn_velkor/asn/asn_record.h"
 #include "tn_platform/refl/may_null_pointer.h"
 
 namespace qcommon {

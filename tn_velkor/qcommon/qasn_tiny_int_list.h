@@ -20,7 +20,8 @@ class QAsnTinyIntList : public AsnSeqOf<AsnTinyInt> {
   QAsnTinyIntList& operator=(const QAsnTinyIntList&) = default;
 
   AsnType* Clone() const override;
-  const char* typeName() const override { return "QAsnTinyIntList"; }
+  static constexpr char kTypeName[] = "QAsnTinyIntList";
+  const char* typeName() const override { return kTypeName; }
 };
 
 }  // namespace qcommon

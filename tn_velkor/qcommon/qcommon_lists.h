@@ -25,7 +25,8 @@ class QAsnNVSList : public AsnSeqOf<QAsnNameAndValueString> {
   QAsnNVSList& operator=(const QAsnNVSList&) = default;
 
   AsnType* Clone() const override;
-  const char* typeName() const override { return "QAsnNVSList"; }
+  static constexpr char kTypeName[] = "QAsnNVSList";
+  const char* typeName() const override { return kTypeName; }
 };
 
 class QAsnErrInfoList : public AsnSeqOf<QAsnErrInfo> {
@@ -38,7 +39,8 @@ class QAsnErrInfoList : public AsnSeqOf<QAsnErrInfo> {
   QAsnErrInfoList& operator=(const QAsnErrInfoList&) = default;
 
   AsnType* Clone() const override;
-  const char* typeName() const override { return "QAsnErrInfoList"; }
+  static constexpr char kTypeName[] = "QAsnErrInfoList";
+  const char* typeName() const override { return kTypeName; }
 };
 
 }  // namespace qcommon

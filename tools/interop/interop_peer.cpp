@@ -88,12 +88,6 @@ const AsnCatalogueEntry& EntryOf(const std::string& name) {
   return *entry;
 }
 
-// "qcommon::QAsnTinyIntList" -> "QAsnTinyIntList".
-std::string BareName(const std::string& name) {
-  const std::size_t colon = name.rfind("::");
-  return colon == std::string::npos ? name : name.substr(colon + 2);
-}
-
 void Fill(AsnType& value, const std::string& typeName, const Context& context, bool full);
 
 // A value of a list's element type, by its name: a value class of the
@@ -149,13 +143,11 @@ void FillRecord(AsnSequence& record, const Context& context, bool full) {
         static_cast<AsnBool*>(value)->Set(true);
         break;
       case AsnMemberKind::kList:
-        FillList(*static_cast<AsnListBase*>(value), BareName(member.Attribute().type.TypeName()), inner, full);
+        FillList(*static_cast<AsnListBase*>(value), member.Step().typeName, inner, full);
         break;
       case AsnMemberKind::kRecord:
         FillRecord(*static_cast<AsnSequence*>(value), inner, full);
         break;
-      case AsnMemberKind::kUnsupported:
-        throw UsageError{record.typeName() + std::string(".") + member.Name() + " has a type the codec lacks"};
     }
   }
 }
@@ -184,9 +176,8 @@ const char* KindName(AsnMemberKind kind) {
       return "list";
     case AsnMemberKind::kRecord:
       return "record";
-    default:
-      return "unsupported";
   }
+  return "unsupported";
 }
 
 void Describe(const std::string& typeName) {
@@ -194,8 +185,8 @@ void Describe(const std::string& typeName) {
   const std::unique_ptr<AsnType> value(entry.create());
   if (auto* record = dynamic_cast<AsnSequence*>(value.get())) {
     for (const AsnMember& member : AsnMembersOf(*record)) {
-      std::cout << member.Name() << ' ' << member.Attribute().number << ' ' << KindName(member.Kind()) << ' '
-                << BareName(member.Attribute().type.TypeName()) << '\n';
+      std::cout << member.Name() << ' ' << member.Step().number << ' ' << KindName(member.Kind()) << ' '
+                << member.Step().typeName << '\n';
     }
     return;
   }

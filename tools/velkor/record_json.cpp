@@ -115,7 +115,7 @@ Json TemplateJson(AsnType& value) {
     Json object = Json::object();
     std::string optional;
     for (const AsnMember& member : AsnMembersOf(*record)) {
-      if (member.IsOptional()) optional += (optional.empty() ? "" : ", ") + member.Name();
+      if (member.IsOptional()) optional += (optional.empty() ? "" : ", ") + std::string(member.Name());
     }
     if (!optional.empty()) object["//"] = "optional: " + optional + " (leave out or null for absent)";
     for (const AsnMember& member : AsnMembersOf(*record)) object[member.Name()] = TemplateJson(*member.ValueOrCreate());

@@ -1,11 +1,9 @@
-// AsnMemberLines<Record>: a record's members, written once, one line each, in
-// declaration order, in the record's own source:
+// AsnMemberLines<Record>: a record's members, one line each, in declaration
+// order (the record compiler writes them from the module text):
 //
-//   void QAsnUniResID::DescribeMembers(AsnMemberLines<QAsnUniResID>& lines) {
-//     lines.Add("strFDN", &QAsnUniResID::strFDN);
-//     lines.Add("neID", &QAsnUniResID::neID);
-//     lines.Add("poSerialNum", &QAsnUniResID::poSerialNum, 0);
-//   }
+//   lines.Add("strFDN", &QAsnUniResID::strFDN);
+//   lines.Add("neID", &QAsnUniResID::neID);
+//   lines.Add("poSerialNum", &QAsnUniResID::poSerialNum, 0);
 //
 // The number is -1 for a mandatory member (the default) and 0, 1, ... for the
 // optional ones (refl::MayNullPointer<T>) in order; it is an optional member's
@@ -27,6 +25,7 @@
 #include "tn_platform/refl/class_infor.h"
 #include "tn_platform/refl/may_null_pointer.h"
 #include "tn_platform/refl/object_functions.h"
+#include "tn_velkor/asn/value_type_descriptions.h"
 
 // The value type of a member and whether the member is optional.
 template <class Member>
@@ -40,17 +39,29 @@ struct AsnMemberTraits<refl::MayNullPointer<Held>> {
   static constexpr bool kOptional = true;
 };
 
-// The codec's kind of a value type. A list names itself for its description
-// (static constexpr char kQualifiedName[]); a record is an AsnRecord.
+// The codec's kind of a value type. A list names itself (kTypeName, and
+// kQualifiedName for its description); a record is an AsnRecord (kClassName).
 template <class Value>
 constexpr AsnMemberKind AsnMemberKindFor() {
+  static_assert(std::is_same_v<Value, AsnOcts> || std::is_same_v<Value, AsnTinyInt> ||
+                    std::is_same_v<Value, AsnInt> || std::is_same_v<Value, AsnBool> ||
+                    std::is_base_of_v<AsnListBase, Value> || std::is_base_of_v<AsnSequence, Value>,
+                "a member type the record codec does not handle");
   if constexpr (std::is_same_v<Value, AsnOcts>) return AsnMemberKind::kOcts;
   if constexpr (std::is_same_v<Value, AsnTinyInt>) return AsnMemberKind::kTinyInt;
   if constexpr (std::is_same_v<Value, AsnInt>) return AsnMemberKind::kInt;
   if constexpr (std::is_same_v<Value, AsnBool>) return AsnMemberKind::kBool;
   if constexpr (std::is_base_of_v<AsnListBase, Value>) return AsnMemberKind::kList;
-  if constexpr (std::is_base_of_v<AsnSequence, Value>) return AsnMemberKind::kRecord;
-  return AsnMemberKind::kUnsupported;
+  return AsnMemberKind::kRecord;
+}
+
+template <class Value>
+constexpr const char* AsnTypeNameOf() {
+  if constexpr (AsnMemberKindFor<Value>() == AsnMemberKind::kRecord) {
+    return Value::kClassName;
+  } else {
+    return Value::kTypeName;
+  }
 }
 
 template <class Record>
@@ -67,20 +78,19 @@ class AsnMemberLines {
     using Traits = AsnMemberTraits<Member>;
     using Value = typename Traits::Value;
     constexpr AsnMemberKind kind = AsnMemberKindFor<Value>();
-    static_assert(kind != AsnMemberKind::kUnsupported, "a member type the record codec does not handle");
     const unsigned short position = MemberPosition(m_probe, member);
     if (m_infor != nullptr) Describe<Member>(m_infor->AddAttribInfor(m_access, position, name, number));
     if (m_plan != nullptr) {
       const AsnTag tag = AsnMemberTag(kind, Traits::kOptional, number);
       const AsnTag otherForm = kind == AsnMemberKind::kOcts ? TagWithForm(tag, true) : tag;
-      m_plan->Add(AsnMemberStep{kind, Traits::kOptional, tag, otherForm, position, &refl::CreateObject<Value>,
-                                &refl::DestroyObject<Value>, name});
+      m_plan->Add(AsnMemberStep{name, AsnTypeNameOf<Value>(), kind, Traits::kOptional, number, tag, otherForm,
+                                position, &refl::CreateObject<Value>, &refl::DestroyObject<Value>});
     }
   }
 
  private:
   // The type description of a member: the shared description of a value
-  // class (the library captures those), a list's own custom type, or a
+  // class (value_type_descriptions.h), a list's own custom type, or a
   // record's class; an optional member carries the may-null modifier.
   template <class Member>
   static void Describe(refl::CGnlTypeInfor& type) {

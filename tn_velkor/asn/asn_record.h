@@ -6,13 +6,14 @@
 //                                         declaration order (asn_member_lines.h);
 //   its special members, which apply AsnSequence's generic Constructor,
 //   CopyConstructor, Destructor and Assign once its own members exist.
+// The record compiler writes all of it from the module text.
 #pragma once
 #pragma GCC visibility push(default)
 
-#include "tn_platform/asn/asn_member_lines.h"
 #include "tn_platform/asn/asn_record_plan.h"
 #include "tn_platform/asn/asn_sequence.h"
 #include "tn_platform/refl/object_functions.h"
+#include "tn_velkor/asn/asn_member_lines.h"
 
 template <class Record>
 class AsnRecord : public AsnSequence {
@@ -25,23 +26,11 @@ class AsnRecord : public AsnSequence {
     return refl::helper::ChangeTypeTo_ClassType(reference, GetClassInfor(), static_cast<const Record*>(this));
   }
 
-  // Slots 8 and 9 by the class's member plan.
-  unsigned long BEncContent(AsnBuf& buf, NIClass_EncodingFormatEnum) override {
-    return EncodeMembers(Plan(), static_cast<Record*>(this), buf);
-  }
-  void BDecContent(AsnBuf& buf, unsigned int, unsigned long length, unsigned long& bytesDecoded,
-                   NIClass_EncodingFormatEnum) override {
-    DecodeMembers(Plan(), static_cast<Record*>(this), buf, length, bytesDecoded);
-  }
-  // Slot 3 straight to the plan, without the call through slot 9.
-  void BDec(AsnBuf& buf, unsigned long& bytesDecoded, NIClass_EncodingFormatEnum) override {
-    const AsnHeader header = DecodeHeader(buf, bytesDecoded);
-    DecodeMembers(Plan(), static_cast<Record*>(this), buf, header.length, bytesDecoded);
-  }
+  const AsnRecordPlan& Plan() const override { return MemberPlan(); }
 
   // The member plan, made once from the member lines on first use (the
   // initialisation of a function-local static is safe under concurrent first use).
-  static const AsnRecordPlan& Plan() {
+  static const AsnRecordPlan& MemberPlan() {
     static const AsnRecordPlan plan = [] {
       AsnRecordPlan made(Record::kClassName);
       AsnMemberLines<Record> lines(made);
