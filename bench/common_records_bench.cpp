@@ -7,7 +7,7 @@
 #include <map>
 #include <string>
 
-#include "tn_velkor/qcommon/qcommon_lists.h"
+#include "tn_velkor/qcommon/qcommon.h"
 #include "tn_velkor/ns_velkor.h"
 #include "tn_platform/asn/asn_value_io.h"
 

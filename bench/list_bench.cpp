@@ -5,7 +5,7 @@
 
 #include <string>
 
-#include "tn_velkor/qcommon/qasn_tiny_int_list.h"
+#include "tn_velkor/qcommon/qcommon.h"
 #include "tn_platform/asn/asn_value_io.h"
 
 namespace {

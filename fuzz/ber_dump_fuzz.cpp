@@ -9,7 +9,7 @@
 #include <streambuf>
 #include <string_view>
 
-#include "tn_velkor/qcommon/qcommon_lists.h"
+#include "tn_velkor/qcommon/qcommon.h"
 #include "tn_platform/asn/asn_value_io.h"
 #include "tn_platform/asn/csm_exception.h"
 #include "tools/velkor/ber_dump.h"

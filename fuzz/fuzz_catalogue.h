@@ -12,14 +12,11 @@
 #include <cstdlib>
 #include <vector>
 
-#include "tn_platform/asn/asn_catalogue.h"
+#include "tn_qmodules/asn_catalogue.h"
 #include "tn_velkor/ns_velkor.h"
 
 inline const std::vector<AsnCatalogueEntry>& FuzzCatalogue() {
   static const std::vector<AsnCatalogueEntry> entries = [] {
-    // A use of the conversion library keeps it (and the interface modules,
-    // whose catalogue entries it brings) linked.
-    static_cast<void>(ns_velkor::isVirtualPort(0));
     std::vector<AsnCatalogueEntry> all = AsnCatalogue::All();
     if (all.empty()) {
       std::fprintf(stderr, "the catalogue is empty: the interface modules are not linked\n");

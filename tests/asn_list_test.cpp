@@ -9,8 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "tn_velkor/qcommon/qasn_tiny_int_list.h"
-#include "tn_velkor/qcommon/qcommon_lists.h"
+#include "tn_velkor/qcommon/qcommon.h"
 #include "tn_platform/asn/asn_value_io.h"
 #include "tn_platform/refl/may_null_pointer.h"
 #include "test_bytes.h"

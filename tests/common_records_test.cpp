@@ -9,9 +9,7 @@
 #include "test_bytes.h"
 #include "tn_platform/asn/asn_value_io.h"
 #include "tn_velkor/ns_velkor.h"
-#include "tn_velkor/qcommon/qasn_column.h"
-#include "tn_velkor/qcommon/qasn_uni_res_id.h"
-#include "tn_velkor/qcommon/qcommon_lists.h"
+#include "tn_velkor/qcommon/qcommon.h"
 
 namespace {
 

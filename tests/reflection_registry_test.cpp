@@ -11,9 +11,7 @@
 
 #include "tn_platform/refl/class_infor.h"
 #include "tn_velkor/asn/value_type_descriptions.h"
-#include "tn_velkor/qcommon/qasn_column.h"
-#include "tn_velkor/qcommon/qasn_uni_res_id.h"
-#include "tn_velkor/qcommon/qcommon_lists.h"
+#include "tn_velkor/qcommon/qcommon.h"
 
 namespace {
 

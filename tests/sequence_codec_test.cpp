@@ -6,9 +6,7 @@
 #include <sstream>
 #include <string>
 
-#include "tn_velkor/qcommon/qasn_column.h"
-#include "tn_velkor/qcommon/qasn_uni_res_id.h"
-#include "tn_velkor/qcommon/qcommon_lists.h"
+#include "tn_velkor/qcommon/qcommon.h"
 #include "tn_velkor/asn/asn_record.h"
 #include "tn_platform/asn/asn_value_io.h"
 #include "tn_velkor/asn/value_type_descriptions.h"

@@ -22,7 +22,7 @@
 #include <string>
 
 // Whole-value encoding and decoding, the type catalogue and the exception.
-#include "tn_platform/asn/asn_catalogue.h"
+#include "tn_qmodules/asn_catalogue.h"
 #include "tn_platform/asn/asn_value_io.h"
 #include "tn_platform/asn/csm_exception.h"
 // The model objects.
@@ -31,17 +31,11 @@
 #include "tn_platform/model/link_port_index.h"
 #include "tn_platform/model/tncp_port_index.h"
 // The records of qcommon and of the other interface modules.
-#include "tn_qmodules/qinventoryfiber/qasn_fiber_info.h"
-#include "tn_qmodules/qinventoryfiber/qasn_fiber_info_template.h"
-#include "tn_qmodules/qinventorylinkexterior/qasn_link_info_list.h"
-#include "tn_qmodules/qinventoryport/qasn_port_use_state_list.h"
-#include "tn_qmodules/qreturn/asn_other_to_svr_fault_rpt_strc.h"
-#include "tn_qmodules/qreturn/asn_single_return.h"
-#include "tn_velkor/qcommon/qasn_column.h"
-#include "tn_velkor/qcommon/qasn_err_info_return.h"
-#include "tn_velkor/qcommon/qasn_port_index.h"
-#include "tn_velkor/qcommon/qasn_uni_res_id.h"
-#include "tn_velkor/qcommon/qcommon_lists.h"
+#include "tn_qmodules/qinventoryfiber/qinventoryfiber.h"
+#include "tn_qmodules/qinventorylinkexterior/qinventorylinkexterior.h"
+#include "tn_qmodules/qinventoryport/qinventoryport.h"
+#include "tn_qmodules/qreturn/qreturn.h"
+#include "tn_velkor/qcommon/qcommon.h"
 #include "tn_velkor/version.h"
 
 namespace ns_velkor {

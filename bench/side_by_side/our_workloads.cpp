@@ -5,8 +5,7 @@
 #include "bench/side_by_side/workloads.h"
 #include "tn_platform/asn/asn_buf.h"
 #include "tn_platform/asn/asn_value_io.h"
-#include "tn_velkor/qcommon/qcommon_lists.h"
-#include "tn_velkor/qcommon/qasn_uni_res_id.h"
+#include "tn_velkor/qcommon/qcommon.h"
 
 namespace side_by_side {
 namespace {

@@ -36,8 +36,9 @@ run_step("install" ${CMAKE_COMMAND} --install ${BUILD_DIR} --prefix ${prefix})
 foreach(present
     ${includedir}/tn_velkor/ns_velkor.h
     ${includedir}/tn_velkor/asn/asn_list.h
-    ${includedir}/tn_velkor/qcommon/qasn_port_index.h
-    ${includedir}/tn_qmodules/qinventoryfiber/qasn_fiber_info.h
+    ${includedir}/tn_velkor/qcommon/qcommon.h
+    ${includedir}/tn_qmodules/qinventoryfiber/qinventoryfiber.h
+    ${includedir}/tn_qmodules/asn_catalogue.h
     ${includedir}/tn_platform/asn/ber.h
     ${includedir}/tn_platform/module/module_mgr.h
     ${prefix}/share/tn_velkor/qcommon.asn
@@ -78,6 +79,8 @@ include(${CMAKE_CURRENT_LIST_DIR}/check_exports.cmake)
 foreach(library tn_platform tn_qmodules tn_velkor)
   check_exports(${libdir}/lib${library}.so)
 endforeach()
+# Each library links the ones below it: tn_qmodules -> tn_velkor -> tn_platform.
+check_links_downward(${libdir}/libtn_platform.so ${libdir}/libtn_velkor.so ${libdir}/libtn_qmodules.so)
 
 # ---- shadowing folders -------------------------------------------------------------
 # A service's own asn/, platform/, convert/ and frame/ headers, named like

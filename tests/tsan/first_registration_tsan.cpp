@@ -22,7 +22,7 @@
 #include <thread>
 #include <vector>
 
-#include "tn_platform/asn/asn_catalogue.h"
+#include "tn_qmodules/asn_catalogue.h"
 #include "tn_platform/asn/asn_value_io.h"
 #include "tn_velkor/asn/value_type_descriptions.h"
 #include "tn_velkor/ns_velkor.h"
@@ -210,7 +210,6 @@ int Check(const std::vector<AsnCatalogueEntry>& catalogue, const std::vector<See
 }  // namespace
 
 int main() {
-  static_cast<void>(ns_velkor::isVirtualPort(0));  // keeps the library, and the modules it links, loaded
   const std::vector<AsnCatalogueEntry> catalogue = AsnCatalogue::All();
   for (const AsnCatalogueEntry& type : catalogue) {
     if (refl::CClassInfor::Find(type.name) != nullptr) {

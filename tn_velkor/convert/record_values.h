@@ -10,7 +10,7 @@
 #include "tn_platform/asn/asn_octs.h"
 #include "tn_platform/refl/may_null_pointer.h"
 #include "tn_velkor/convert/octs_text.h"
-#include "tn_velkor/qcommon/qasn_port_index.h"
+#include "tn_velkor/qcommon/qcommon.h"
 
 namespace ns_velkor {
 

@@ -31,7 +31,7 @@
 #include <string>
 
 #include "tn_platform/asn/asn_bool.h"
-#include "tn_platform/asn/asn_catalogue.h"
+#include "tn_qmodules/asn_catalogue.h"
 #include "tn_platform/asn/asn_int.h"
 #include "tn_platform/asn/asn_list_base.h"
 #include "tn_platform/asn/asn_member.h"

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "tn_platform/asn/asn_bool.h"
-#include "tn_platform/asn/asn_catalogue.h"
+#include "tn_qmodules/asn_catalogue.h"
 #include "tn_platform/asn/asn_int.h"
 #include "tn_platform/asn/asn_member.h"
 #include "tn_platform/asn/asn_octs.h"

@@ -1,4 +1,4 @@
-#include "tn_platform/asn/asn_catalogue.h"
+#include "tn_qmodules/asn_catalogue.h"
 
 #include <algorithm>
 #include <map>

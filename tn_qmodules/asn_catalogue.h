@@ -1,6 +1,12 @@
 // The catalogue of value types that the interface modules define: records and
 // lists by their type name, for programs that work on a type given by name
-// (the velkor tool). Modules add their types when they are loaded.
+// (the velkor tool). Each module's catalogue entries are compiled from its
+// ASN.1 text and added when the library that holds them is loaded.
+//
+// The catalogue lives in libtn_qmodules, beside the entries of every module
+// the project compiles: a program that calls it links that library (the CMake
+// package and pkg-config do), keeps it even when linked with --as-needed, and
+// so finds every type.
 #pragma once
 #pragma GCC visibility push(default)
 

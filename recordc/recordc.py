@@ -1,0 +1,277 @@
+#!/usr/bin/env python3
+"""recordc: the record compiler. Reads one interface module's ASN.1 text and
+writes the C++ of its records and lists, so that the text is the one place a
+record's shape is written:
+
+  <out>/<path>.h              every record class and list class of the module
+                              (namespace: the module name in lower case), with
+                              the header comments taken from the text
+  <out>/<path>_types.cpp      the module's class code (explicit instantiations),
+                              for the library that carries the module
+  <out>/<path>_catalogue.cpp  the module's catalogue entries, made when the
+                              library that holds them is loaded
+
+<path> is the text's path below the source root without ".asn"
+(tn_qmodules/qinventoryfiber/qinventoryfiber). The texts of imported modules
+are named with --with; their headers are found by the same rule.
+
+How the text maps to C++ (and to the wire, see the runtime's AsnSequence):
+  OCTET STRING -> AsnOcts; BOOLEAN -> AsnBool;
+  INTEGER whose range fits 32 bits -> AsnTinyInt, any other INTEGER -> AsnInt;
+  a reference -> the record or list class of that name;
+  TypeName ::= SEQUENCE { ... } -> a record class (AsnRecord);
+  TypeName ::= SEQUENCE OF T -> a list class (AsnSeqOf<T>);
+  member [n] IMPLICIT T OPTIONAL -> refl::MayNullPointer<T> registered with
+  number n (its context tag). A mandatory member carries no tag of its own.
+
+usage: recordc.py --root SOURCE_ROOT --out OUT_DIR MODULE.asn [--with OTHER.asn ...]
+"""
+
+import argparse
+import os
+import re
+import sys
+
+sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
+from asn_syntax import AsnModuleError, Modules, parse  # noqa: E402
+
+INT32 = (-2**31, 2**31 - 1)
+VALUE_CLASSES = {"octets": "AsnOcts", "boolean": "AsnBool"}
+VALUE_HEADERS = {"AsnOcts": "tn_platform/asn/asn_octs.h", "AsnBool": "tn_platform/asn/asn_bool.h",
+                 "AsnTinyInt": "tn_platform/asn/asn_int.h", "AsnInt": "tn_platform/asn/asn_int.h"}
+
+
+def namespace_of(module):
+    """The module's C++ namespace: its name in lower case, unless a line
+    "C++ namespace: NAME" of the comment above the module names another
+    ("global" for the global namespace)."""
+    for line in module.comment:
+        match = re.match(r"C\+\+ namespace: (\w+)\.?$", line)
+        if match:
+            return "" if match.group(1) == "global" else match.group(1)
+    return module.name.lower()
+
+
+def qualified(namespace, name):
+    return "%s::%s" % (namespace, name) if namespace else name
+
+
+class Compiler(object):
+    def __init__(self, modules, module, root):
+        self.modules = modules
+        self.module = module
+        self.root = root
+        self.headers = set()  # what the generated header includes
+
+    def fail(self, node, what):
+        raise AsnModuleError("%s:%d: %s" % (self.module.path, node.line, what))
+
+    def header_of(self, module):
+        relative = os.path.relpath(os.path.splitext(module.path)[0], self.root)
+        return relative.replace(os.sep, "/") + ".h"
+
+    def value_class(self, node):
+        """The C++ class of a type written in a member or as a list element."""
+        if node.kind == "integer":
+            fits = node.bounds is not None and INT32[0] <= node.bounds[0] and node.bounds[1] <= INT32[1]
+            name = "AsnTinyInt" if fits else "AsnInt"
+        elif node.kind in VALUE_CLASSES:
+            name = VALUE_CLASSES[node.kind]
+        elif node.kind == "ref":
+            target, target_node = self.modules.resolve(self.module, node.name)
+            if target_node.kind not in ("sequence", "sequenceof"):
+                self.fail(node, "%s is not a SEQUENCE or SEQUENCE OF; only those can be referred to" % node.name)
+            if target is self.module:
+                return node.name
+            self.headers.add(self.header_of(target))
+            return qualified(namespace_of(target), node.name)
+        elif node.kind == "tagged":
+            self.fail(node, "a tag is used only on an OPTIONAL member")
+        else:
+            self.fail(node, "a nested SEQUENCE or SEQUENCE OF has no name: give it a type assignment")
+        self.headers.add(VALUE_HEADERS[name])
+        return name
+
+    def element_name(self, cpp_class):
+        return cpp_class.split("::")[-1]
+
+    def member(self, type_name, name, node, optional, numbers):
+        """(declaration type, value class, number) of one member."""
+        number = -1
+        if optional:
+            if node.kind != "tagged":
+                self.fail(node, "%s.%s: an OPTIONAL member needs its tag [n] IMPLICIT" % (type_name, name))
+            if node.implicit is False or (node.implicit is None and not self.module.implicit):
+                self.fail(node, "%s.%s: only IMPLICIT tags are used" % (type_name, name))
+            number = node.number
+            if number in numbers:
+                self.fail(node, "%s.%s: tag [%d] used twice" % (type_name, name, number))
+            numbers.add(number)
+            node = node.inner
+        value = self.value_class(node)
+        if optional:
+            self.headers.add("tn_platform/refl/may_null_pointer.h")
+            return "refl::MayNullPointer<%s>" % value, value, number
+        return value, value, number
+
+    def order(self):
+        """The module's types, each after the types of the module it uses."""
+        done, result = set(), []
+
+        def visit(name, path):
+            if name in done:
+                return
+            if name in path:
+                raise AsnModuleError("%s: %s contains itself" % (self.module.path, name))
+            node = self.module.types[name]
+            inner = [m[1] for m in node.members] if node.kind == "sequence" else [node.inner]
+            for used in inner:
+                while used.kind == "tagged":
+                    used = used.inner
+                if used.kind == "ref" and used.name in self.module.types:
+                    visit(used.name, path + [name])
+            done.add(name)
+            result.append(name)
+
+        for name in self.module.types:
+            visit(name, [])
+        return result
+
+    def type_text(self, node):
+        """The type's own lines of the module text, comments removed."""
+        lines = []
+        for line in self.module.source[node.line - 1:node.end_line]:
+            code = " ".join(line.split("--")[0::2]).rstrip()
+            if code:
+                lines.append(code)
+        return lines
+
+    def comment(self, lines, indent=""):
+        return "".join("%s// %s\n" % (indent, line) if line else "%s//\n" % indent for line in lines)
+
+    def record(self, name, node):
+        members, lines, numbers = [], [], set()
+        for member_name, member_node, optional in node.members:
+            declared, _, number = self.member(name, member_name, member_node, optional, numbers)
+            note = self.module.member_comments.get((name, member_name))
+            members.append("  %s %s;%s\n" % (declared, member_name, "  // " + note if note else ""))
+            number_text = ", %d" % number if optional else ""
+            lines.append('    lines.Add("%s", &%s::%s%s);\n' % (member_name, name, member_name, number_text))
+        self.headers.add("tn_velkor/asn/asn_record.h")
+        return (
+            "class {n} : public AsnRecord<{n}> {{\n"
+            " public:\n"
+            "  static constexpr char kClassName[] = \"{n}\";\n\n"
+            "{members}\n"
+            "  {n}() {{ Constructor(*this); }}\n"
+            "  {n}(const {n}& other) : AsnRecord() {{ CopyConstructor(*this, other); }}\n"
+            "  ~{n}() override {{ Destructor(*this); }}\n"
+            "  {n}& operator=(const {n}& other) {{\n"
+            "    Assign(*this, other);\n"
+            "    return *this;\n"
+            "  }}\n\n"
+            " private:\n"
+            "  friend class AsnRecord<{n}>;\n"
+            "  static void DescribeMembers(AsnMemberLines<{n}>& lines) {{\n"
+            "{lines}"
+            "  }}\n"
+            "}};\n").format(n=name, members="".join(members), lines="".join(lines))
+
+    def list_class(self, name, node):
+        element = self.value_class(node.inner)
+        self.headers.add("tn_velkor/asn/asn_list.h")
+        return (
+            "class {n} : public AsnSeqOf<{e}> {{\n"
+            " public:\n"
+            "  static constexpr char kTypeName[] = \"{n}\";\n"
+            "  // The name its reflection description carries.\n"
+            "  static constexpr char kQualifiedName[] = \"{q}\";\n\n"
+            "  {n}() = default;\n"
+            "  {n}(const {n}&) = default;\n"
+            "  {n}& operator=(const {n}&) = default;\n\n"
+            "  AsnType* Clone() const override {{ return new {n}(*this); }}\n"
+            "  const char* typeName() const override {{ return kTypeName; }}\n"
+            "}};\n").format(n=name, e=element, q=qualified(namespace_of(self.module), name)), element
+
+    def compile(self):
+        namespace = namespace_of(self.module)
+        module_name = self.module.name.lower()
+        classes, instances, entries = [], [], []
+        for name in self.order():
+            node = self.module.types[name]
+            text = self.comment(self.module.type_comments.get(name, []) +
+                                ([""] if self.module.type_comments.get(name) else []) +
+                                ["  " + line for line in self.type_text(node)])
+            if node.kind == "sequence":
+                classes.append(text + self.record(name, node))
+                instances.append("template class AsnRecord<%s>;\n" % qualified(namespace, name))
+                entries.append('  AsnCatalogue::Add({"%s", "%s", &CreateAsnValue<%s>, "", nullptr});\n' %
+                               (name, module_name, qualified(namespace, name)))
+            elif node.kind == "sequenceof":
+                code, element = self.list_class(name, node)
+                classes.append(text + code)
+                full = qualified(namespace, element) if element in self.module.types else element
+                instances.append("template class AsnList<%s>;\ntemplate class AsnSeqOf<%s>;\n" % (full, full))
+                entries.append('  AsnCatalogue::Add({"%s", "%s", &CreateAsnValue<%s>,\n'
+                               '                     "%s", &CreateAsnValue<%s>});\n' %
+                               (name, module_name, qualified(namespace, name), self.element_name(element), full))
+            else:
+                self.fail(node, "%s: only SEQUENCE and SEQUENCE OF types are compiled" % name)
+
+        source = os.path.relpath(self.module.path, self.root).replace(os.sep, "/")
+        banner = "// Generated by recordc from %s: edit the module text, not this file.\n" % source
+        header_path = self.header_of(self.module)
+        own = sorted(h for h in self.headers if h.startswith("tn_platform/") or h.startswith("tn_velkor/asn/"))
+        imported = sorted(h for h in self.headers if h not in own)
+        header = (banner + "//\n" + self.comment(self.module.comment) +
+                  "#pragma once\n#pragma GCC visibility push(default)\n\n" +
+                  "".join('#include "%s"\n' % h for h in own + imported) + "\n" +
+                  ("namespace %s {\n\n" % namespace if namespace else "") + "\n".join(classes) +
+                  ("\n}  // namespace %s\n" % namespace if namespace else "") + "#pragma GCC visibility pop\n")
+        types = (banner + '#include "%s"\n\n' % header_path + "".join(instances))
+        catalogue = (banner + '#include "%s"\n#include "tn_qmodules/asn_catalogue.h"\n\n' % header_path +
+                     "namespace {\nconst bool s_catalogued = [] {\n" + "".join(entries) +
+                     "  return true;\n}();\n}  // namespace\n")
+        stem = os.path.splitext(header_path)[0]
+        return {stem + ".h": header, stem + "_types.cpp": types, stem + "_catalogue.cpp": catalogue}
+
+
+def write_if_changed(path, text):
+    """Leaves a file that already holds `text` untouched, so that nothing
+    that depends on it is rebuilt."""
+    if os.path.exists(path):
+        with open(path) as old:
+            if old.read() == text:
+                return
+    os.makedirs(os.path.dirname(path), exist_ok=True)
+    with open(path + ".tmp", "w") as new:
+        new.write(text)
+    os.replace(path + ".tmp", path)
+
+
+def main(argv):
+    parser = argparse.ArgumentParser(description="Compiles an ASN.1 module text into record classes.")
+    parser.add_argument("--root", required=True, help="the source root the texts' paths are taken from")
+    parser.add_argument("--out", required=True, help="the folder the generated files go under")
+    parser.add_argument("--with", dest="others", action="append", default=[], help="the text of an imported module")
+    parser.add_argument("module", help="the module text to compile")
+    options = parser.parse_args(argv)
+    try:
+        texts = []
+        for path in [options.module] + options.others:
+            with open(path) as text:
+                texts.append(parse(text.read(), path))
+        if len(texts[0]) != 1:
+            raise AsnModuleError("%s: one module per text" % options.module)
+        modules = Modules([module for found in texts for module in found])
+        compiler = Compiler(modules, texts[0][0], options.root)
+        for relative, text in compiler.compile().items():
+            write_if_changed(os.path.join(options.out, relative), text)
+    except (AsnModuleError, OSError) as error:
+        print("recordc: %s" % error, file=sys.stderr)
+        return 1
+    return 0
+
+
+if __name__ == "__main__":
+    sys.exit(main(sys.argv[1:]))
