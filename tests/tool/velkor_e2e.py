@@ -2,7 +2,9 @@
 """End-to-end tests of the velkor tool, run on the INSTALLED binary (the build
 installed into a scratch prefix with cmake --install), as a user runs it.
 
-usage: velkor_e2e.py BUILD_DIR PREFIX [CMAKE]
+usage: velkor_e2e.py BUILD_DIR PREFIX [CMAKE [MODULE_LIBRARY]]
+
+MODULE_LIBRARY: the test interface module (tests/qprobe), loaded with --module.
 """
 
 import atexit
@@ -22,6 +24,7 @@ import unittest
 from pathlib import Path
 
 VELKOR = None  # the installed tool, set at the start
+PROBE = None  # the test module's library, when given
 WORK = tempfile.mkdtemp(prefix="velkor_e2e.")  # scratch files
 atexit.register(shutil.rmtree, WORK, True)
 OBJECTS = os.path.join(WORK, "objects.json")  # a return-code map for --map
@@ -402,6 +405,22 @@ class Velkor(unittest.TestCase):
                                     env=dict(os.environ, PATH=os.path.dirname(VELKOR) + ":" + os.environ["PATH"]))
             self.assertEqual(result.stdout.strip(), expected, result.stderr)
 
+    @unittest.skipUnless(PROBE or len(sys.argv) > 4, "no module library given")
+    def test_a_module_of_your_own_with_module(self):
+        load = ["--module", PROBE]
+        every = json.loads(ok(load + ["types", "--json"]))
+        own = [t["name"] for t in every if t["module"] == "qprobe"]
+        self.assertEqual(sorted(own), ["QProbeLabels", "QProbePart", "QProbePartList", "QProbeRecord"])
+        value = sample_maker(every)
+        for name in own:
+            with self.subTest(type=name):
+                sample = value(name, True)
+                encoded = ok(load + ["encode", name, "--hex"], json.dumps(sample))
+                self.assertEqual(json.loads(ok(load + ["decode", name, "--hex", "--json"], encoded)), sample)
+        code, _, err = run(["--module", os.path.join(WORK, "missing.so"), "types"])
+        self.assertEqual((code, err.count("\n")), (2, 1))
+        self.assertIn("velkor: cannot load module", err)
+
     def test_demo_types_and_trace(self):
         self.assertIn("[Convert2FiberCable]FixInvalidFiberParam", ok(["demo"]).decode())
         listed = ok(["types", "QAsnErrInfoReturn"]).decode().split()  # a member's type, as shown, is a name `types` takes
@@ -420,4 +439,5 @@ if __name__ == "__main__":
     subprocess.run([sys.argv[3] if len(sys.argv) > 3 else "cmake", "--install", sys.argv[1], "--prefix", sys.argv[2]],
                    check=True, stdout=subprocess.DEVNULL)
     VELKOR = os.path.join(sys.argv[2], "bin", "velkor")
+    PROBE = sys.argv[4] if len(sys.argv) > 4 else None
     sys.exit(not unittest.main(argv=[sys.argv[0], "-v"], exit=False).result.wasSuccessful())

@@ -12,6 +12,7 @@
 #include "tools/velkor/demo.h"
 #include "tools/velkor/docs.h"
 #include "tools/velkor/io.h"
+#include "tools/velkor/modules.h"
 #include "tools/velkor/output.h"
 #include "tools/velkor/record_commands.h"
 #include "tools/velkor/usage.h"
@@ -148,6 +149,12 @@ int main(int argc, char** argv) {
   app.fallthrough();  // --trace is accepted after the subcommand too
   bool trace = false;
   app.add_flag("--trace", trace, "Show the library's trace lines on standard error");
+  std::vector<std::string> modules;  // loaded by LoadModules before parsing
+  app.add_option("--module", modules,
+                 "Load a shared library of interface modules of your own (built with tn_asn_module), so that its "
+                 "record types can be named")
+      ->type_name("LIB")
+      ->allow_extra_args(false);
   app.footer("Example:\n  velkor demo\n\nRun velkor <command> --help for a command's options.\n");
 
   Runners runners;
@@ -166,6 +173,12 @@ int main(int argc, char** argv) {
       velkor::WriteBashCompletion(std::cout, app);
     }
     return std::cout.flush() ? velkor::kExitOk : velkor::kExitBadInput;
+  }
+
+  try {
+    velkor::LoadModules(argc, argv);
+  } catch (const velkor::ToolError& error) {
+    return Report("", error.what(), error.Code());
   }
 
   std::string name;
