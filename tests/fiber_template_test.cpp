@@ -3,26 +3,23 @@
 
 #include <cstdint>
 
+#include "tn_platform/asn/asn_member.h"
 #include "tn_platform/asn/asn_value_io.h"
 #include "tn_velkor/ns_velkor.h"
 
 namespace {
 
 using qinventoryfiber::QAsnFiberInfoTemplate;
-using Column = refl::MayNullPointer<qcommon::QAsnColumn>;
 
-// Column n+1 of a record stands for bit n.
-constexpr Column QAsnFiberInfoTemplate::*kColumns[12] = {
-    &QAsnFiberInfoTemplate::column1,  &QAsnFiberInfoTemplate::column2,  &QAsnFiberInfoTemplate::column3,
-    &QAsnFiberInfoTemplate::column4,  &QAsnFiberInfoTemplate::column5,  &QAsnFiberInfoTemplate::column6,
-    &QAsnFiberInfoTemplate::column7,  &QAsnFiberInfoTemplate::column8,  &QAsnFiberInfoTemplate::column9,
-    &QAsnFiberInfoTemplate::column10, &QAsnFiberInfoTemplate::column11, &QAsnFiberInfoTemplate::column12};
-
-// Presence of the twelve columns as a mask, read without the converter.
+// Presence of the columns as a mask, read without the converter: the record's
+// members in order, member n standing for bit n.
 std::uint64_t PresentColumns(const QAsnFiberInfoTemplate& record) {
   std::uint64_t mask = 0;
-  for (int n = 0; n < 12; ++n)
-    if (!(record.*kColumns[n]).IsNull()) mask |= std::uint64_t{1} << n;
+  int n = 0;
+  for (const AsnMember& column : AsnMembersOf(record)) {
+    if (column.Value() != nullptr) mask |= std::uint64_t{1} << n;
+    ++n;
+  }
   return mask;
 }
 

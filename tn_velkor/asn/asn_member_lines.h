@@ -1,9 +1,8 @@
 // AsnMemberLines<Record>: a record's members, one line each, in declaration
 // order (the record compiler writes them from the module text):
 //
-//   lines.Add("strFDN", &QAsnUniResID::strFDN);
-//   lines.Add("neID", &QAsnUniResID::neID);
-//   lines.Add("poSerialNum", &QAsnUniResID::poSerialNum, 0);
+//   lines.Add("label", &Record::label);          // mandatory
+//   lines.Add("note", &Record::note, 0);         // optional, [0] IMPLICIT
 //
 // The number is -1 for a mandatory member (the default) and 0, 1, ... for the
 // optional ones (refl::MayNullPointer<T>) in order; it is an optional member's
