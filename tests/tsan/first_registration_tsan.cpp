@@ -5,7 +5,9 @@
 // registry, every type through an encoding and a decoding, value types
 // through their descriptions. Afterwards every class must be registered
 // exactly once, every thread must have seen that same class and description,
-// and each class must have the members it should have. ThreadSanitizer (the
+// each class must have the members it should have, and each list's catalogue
+// entry must make (createElement) the element type the list appends itself.
+// ThreadSanitizer (the
 // build made by scripts/tsan.sh) must see no race.
 //
 // A program of its own: the first use has to be the first in its process.
@@ -20,9 +22,11 @@
 #include <set>
 #include <string>
 #include <thread>
+#include <typeinfo>
 #include <vector>
 
 #include "tn_platform/asn/asn_catalogue.h"
+#include "tn_platform/asn/asn_list_base.h"
 #include "tn_platform/asn/asn_value_io.h"
 #include "tn_velkor/asn/value_type_descriptions.h"
 #include "tn_velkor/ns_velkor.h"
@@ -72,6 +76,7 @@ struct Seen {
   std::map<std::string, const refl::CClassInfor*> classes;           // record name -> its class
   std::map<std::string, const refl::CCustomBasicTypeInfor*> values;  // "AsnOcts", "AsnOcts?" -> description
   std::map<std::string, std::string> encodings;                      // type name -> encoding used
+  std::map<std::string, bool> lists;  // list name -> its entry's createElement makes the list's element type
 };
 
 template <class T>
@@ -96,21 +101,8 @@ const std::vector<std::pair<std::string, const refl::CCustomBasicTypeInfor* (*)(
 // default element (so that decoding it uses the element type).
 std::string SampleEncoding(const AsnCatalogueEntry& type) {
   const std::unique_ptr<AsnType> value(type.create());
-  if (type.elementName.empty()) return AsnEncodeValue(*value);
-  std::unique_ptr<AsnType> element;
-  if (const AsnCatalogueEntry* record = AsnCatalogue::Find(type.elementName)) {
-    element.reset(record->create());
-  } else {
-    element = std::make_unique<AsnTinyInt>();  // the one list of a value type
-  }
-  const std::string content = AsnEncodeValue(*element);
-  std::string length(1, static_cast<char>(content.size()));  // definite length, long form when needed
-  if (content.size() >= 0x80) {
-    length.clear();
-    for (std::size_t rest = content.size(); rest > 0; rest >>= 8) length.insert(length.begin(), static_cast<char>(rest));
-    length.insert(length.begin(), static_cast<char>(0x80 | length.size()));
-  }
-  return "\x30" + length + content;
+  if (auto* list = dynamic_cast<AsnListBase*>(value.get())) list->AppendElement();
+  return AsnEncodeValue(*value);
 }
 
 // One step per catalogue type and per value type, in the thread's own order.
@@ -122,6 +114,11 @@ void Walk(int index, const std::vector<AsnCatalogueEntry>& catalogue, Seen& seen
       const std::unique_ptr<AsnType> value(type.create());
       AsnDecodeValue(*value, bytes);
       seen.encodings[type.name] = AsnEncodeValue(*value);
+      if (auto* list = dynamic_cast<AsnListBase*>(value.get())) {
+        const std::unique_ptr<AsnType> made(type.createElement != nullptr ? type.createElement() : nullptr);
+        const AsnType& appended = list->AppendElement();
+        seen.lists[type.name] = made != nullptr && typeid(*made) == typeid(appended);
+      }
       if (const auto* record = dynamic_cast<const AsnSequence*>(value.get())) {
         refl::CRefrence reference;
         record->BindReflection(reference);
@@ -169,7 +166,7 @@ int Check(const std::vector<AsnCatalogueEntry>& catalogue, const std::vector<See
   };
   for (int i = 1; i < kThreads; ++i) {
     if (seen[i].classes != seen[0].classes || seen[i].values != seen[0].values ||
-        seen[i].encodings != seen[0].encodings)
+        seen[i].encodings != seen[0].encodings || seen[i].lists != seen[0].lists)
       fail("thread " + std::to_string(i) + " saw other classes, descriptions or encodings than thread 0");
   }
   for (const auto& [name, describe] : kValueTypes) {
@@ -184,7 +181,10 @@ int Check(const std::vector<AsnCatalogueEntry>& catalogue, const std::vector<See
   for (const refl::CClassInfor* infor : refl::CClassInfor::Registered()) registered.insert(infor->Name());
   std::set<std::string> records;
   for (const AsnCatalogueEntry& type : catalogue) {
-    if (!type.elementName.empty()) continue;
+    if (const auto list = seen[0].lists.find(type.name); list != seen[0].lists.end()) {
+      if (!list->second) fail(type.name + ": createElement does not make the element type the list appends");
+      continue;
+    }
     records.insert(type.name);
     const auto found = seen[0].classes.find(type.name);
     const refl::CClassInfor* infor = found == seen[0].classes.end() ? nullptr : found->second;

@@ -17,9 +17,12 @@ const bool s_qcommonCatalogued = [] {
   AsnCatalogue::Add({"QAsnColumn", "qcommon", &CreateAsnValue<QAsnColumn>, ""});
   AsnCatalogue::Add({"QAsnPortIndex", "qcommon", &CreateAsnValue<QAsnPortIndex>, ""});
   AsnCatalogue::Add({"QAsnErrInfoReturn", "qcommon", &CreateAsnValue<QAsnErrInfoReturn>, ""});
-  AsnCatalogue::Add({"QAsnTinyIntList", "qcommon", &CreateAsnValue<QAsnTinyIntList>, "AsnTinyInt"});
-  AsnCatalogue::Add({"QAsnNVSList", "qcommon", &CreateAsnValue<QAsnNVSList>, "QAsnNameAndValueString"});
-  AsnCatalogue::Add({"QAsnErrInfoList", "qcommon", &CreateAsnValue<QAsnErrInfoList>, "QAsnErrInfo"});
+  AsnCatalogue::Add(
+      {"QAsnTinyIntList", "qcommon", &CreateAsnValue<QAsnTinyIntList>, "AsnTinyInt", &CreateAsnValue<AsnTinyInt>});
+  AsnCatalogue::Add({"QAsnNVSList", "qcommon", &CreateAsnValue<QAsnNVSList>, "QAsnNameAndValueString",
+                     &CreateAsnValue<QAsnNameAndValueString>});
+  AsnCatalogue::Add(
+      {"QAsnErrInfoList", "qcommon", &CreateAsnValue<QAsnErrInfoList>, "QAsnErrInfo", &CreateAsnValue<QAsnErrInfo>});
   return true;
 }();
 }  // namespace

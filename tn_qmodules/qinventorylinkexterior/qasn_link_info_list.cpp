@@ -7,8 +7,9 @@ namespace qinventorylinkexterior {
 AsnType* QAsnLinkInfoList::Clone() const { return new QAsnLinkInfoList(*this); }
 
 namespace {
-const bool s_catalogued = AsnCatalogue::Add(
-    {"QAsnLinkInfoList", "qinventorylinkexterior", &CreateAsnValue<QAsnLinkInfoList>, "QAsnLinkInfo"});
+const bool s_catalogued =
+    AsnCatalogue::Add({"QAsnLinkInfoList", "qinventorylinkexterior", &CreateAsnValue<QAsnLinkInfoList>, "QAsnLinkInfo",
+                       &CreateAsnValue<QAsnLinkInfo>});
 }  // namespace
 
 }  // namespace qinventorylinkexterior

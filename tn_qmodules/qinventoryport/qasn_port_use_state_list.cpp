@@ -7,8 +7,9 @@ namespace qinventoryport {
 AsnType* QAsnPortUseStateList::Clone() const { return new QAsnPortUseStateList(*this); }
 
 namespace {
-const bool s_catalogued = AsnCatalogue::Add(
-    {"QAsnPortUseStateList", "qinventoryport", &CreateAsnValue<QAsnPortUseStateList>, "QAsnPortUseState"});
+const bool s_catalogued =
+    AsnCatalogue::Add({"QAsnPortUseStateList", "qinventoryport", &CreateAsnValue<QAsnPortUseStateList>,
+                       "QAsnPortUseState", &CreateAsnValue<QAsnPortUseState>});
 }  // namespace
 
 }  // namespace qinventoryport
