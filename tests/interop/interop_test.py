@@ -165,6 +165,8 @@ def main():
     try:
         registry = asn_module.Registry.load(files)
         catalogue = [line.split() for line in peer("list").splitlines()]
+        if not catalogue:
+            problems.append("interop_peer lists no catalogue types: the interface modules are not linked")
         for entry in catalogue:
             try:
                 check_type(registry, *entry, problems)

@@ -38,6 +38,7 @@
 #include "tn_platform/asn/asn_octs.h"
 #include "tn_platform/asn/asn_value_io.h"
 #include "tn_platform/asn/csm_exception.h"
+#include "tn_velkor/ns_velkor.h"
 
 namespace {
 
@@ -88,77 +89,24 @@ const AsnCatalogueEntry& EntryOf(const std::string& name) {
   return *entry;
 }
 
-void Fill(AsnType& value, const std::string& typeName, const Context& context, bool full);
-
-// A value of a list's element type, by its name: a value class of the
-// runtime or a catalogue type.
-std::unique_ptr<AsnType> SampleElement(const std::string& elementName, const Context& context, bool full) {
-  std::unique_ptr<AsnType> element;
-  if (elementName == "AsnOcts") {
-    element.reset(new AsnOcts(SampleText(context).c_str()));
-  } else if (elementName == "AsnTinyInt") {
-    element.reset(new AsnTinyInt(SampleInteger(context)));
-  } else if (elementName == "AsnInt") {
-    element.reset(new AsnInt(SampleInteger(context)));
-  } else if (elementName == "AsnBool") {
-    element.reset(new AsnBool(true));
-  } else {
-    element.reset(EntryOf(elementName).create());
-    Fill(*element, elementName, context, full);
-  }
-  return element;
-}
-
-// Fills a list with two elements. The list interface has no generic append,
-// so the list decodes its elements' encodings.
-void FillList(AsnListBase& list, const std::string& listName, const Context& context, bool full) {
-  const std::string& elementName = EntryOf(listName).elementName;
-  if (elementName.empty()) throw UsageError{listName + " has no element type in the catalogue"};
-  AsnBuf buf;
-  unsigned long content = 0;
-  for (unsigned k = 2; k-- > 0;) {
-    content += SampleElement(elementName, Context{context.text, k}, full)->BEnc(buf, NIClass_BER);
-  }
-  BEncDefLen(buf, content);
-  BEncTag(buf, kTagSequence);
-  AsnDecodeValue(list, buf.EncodedBytes());
-}
-
-void FillRecord(AsnSequence& record, const Context& context, bool full) {
-  for (const AsnMember& member : AsnMembersOf(record)) {
-    if (member.IsOptional() && !full) continue;
-    AsnType* value = member.ValueOrCreate();
-    const Context inner{member.Name(), context.k};
-    switch (member.Kind()) {
-      case AsnMemberKind::kOcts:
-        static_cast<AsnOcts*>(value)->Set(SampleText(inner).c_str());
-        break;
-      case AsnMemberKind::kTinyInt:
-        static_cast<AsnTinyInt*>(value)->Set(SampleInteger(inner));
-        break;
-      case AsnMemberKind::kInt:
-        static_cast<AsnInt*>(value)->Set(SampleInteger(inner));
-        break;
-      case AsnMemberKind::kBool:
-        static_cast<AsnBool*>(value)->Set(true);
-        break;
-      case AsnMemberKind::kList:
-        FillList(*static_cast<AsnListBase*>(value), member.Step().typeName, inner, full);
-        break;
-      case AsnMemberKind::kRecord:
-        FillRecord(*static_cast<AsnSequence*>(value), inner, full);
-        break;
-    }
-  }
-}
-
-void Fill(AsnType& value, const std::string& typeName, const Context& context, bool full) {
+// Fills `value` (new, with its defaults) with the sample in `context`.
+void Fill(AsnType& value, const Context& context, bool full) {
   if (auto* record = dynamic_cast<AsnSequence*>(&value)) {
-    FillRecord(*record, context, full);
+    for (const AsnMember& member : AsnMembersOf(*record)) {
+      if (full || !member.IsOptional()) Fill(*member.ValueOrCreate(), Context{member.Name(), context.k}, full);
+    }
   } else if (auto* list = dynamic_cast<AsnListBase*>(&value)) {
-    FillList(*list, typeName, context, full);
+    for (unsigned k = 0; k < 2; ++k) Fill(list->AppendElement(), Context{context.text, k}, full);
+  } else if (auto* octets = dynamic_cast<AsnOcts*>(&value)) {
+    octets->Set(SampleText(context).c_str());
+  } else if (auto* tiny = dynamic_cast<AsnTinyInt*>(&value)) {
+    tiny->Set(SampleInteger(context));
+  } else if (auto* integer = dynamic_cast<AsnInt*>(&value)) {
+    integer->Set(SampleInteger(context));
+  } else if (auto* boolean = dynamic_cast<AsnBool*>(&value)) {
+    boolean->Set(true);
   } else {
-    throw UsageError{typeName + " is neither a record nor a list"};
+    throw UsageError{std::string("no sample for values of type ") + value.typeName()};
   }
 }
 
@@ -210,7 +158,7 @@ int Run(int argc, char** argv) {
     const std::string mode = argv[3];
     if (mode != "full" && mode != "minimal") throw UsageError{"mode must be full or minimal"};
     const std::unique_ptr<AsnType> value(EntryOf(argv[2]).create());
-    Fill(*value, argv[2], Context{argv[2], 0}, mode == "full");
+    Fill(*value, Context{argv[2], 0}, mode == "full");
     std::cout << Hex(AsnEncodeValue(*value)) << '\n';
     return 0;
   }

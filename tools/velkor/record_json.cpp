@@ -1,6 +1,5 @@
 #include "tools/velkor/record_json.h"
 
-#include <memory>
 #include <vector>
 
 #include "tn_platform/asn/asn_bool.h"
@@ -10,43 +9,10 @@
 #include "tn_platform/asn/asn_octs.h"
 #include "tn_platform/asn/asn_sequence.h"
 #include "tools/velkor/io.h"
-#include "tools/velkor/record_types.h"
 
 namespace velkor {
 
 namespace {
-
-// The elements of a list as separate values. The runtime's list template
-// offers no element access through its untyped base, so the elements are
-// taken from the list's own encoding: after the SEQUENCE OF header, each
-// element's complete encoding follows the other.
-std::vector<std::unique_ptr<AsnType>> ElementsOf(const AsnListBase& list) {
-  const std::string bytes = EncodeBytes(list);
-  AsnBuf header(reinterpret_cast<const unsigned char*>(bytes.data()), bytes.size());
-  unsigned long headerOctets = 0;
-  BDecTag(header, headerOctets);
-  BDecLen(header, headerOctets);
-  std::string_view rest(bytes);
-  rest.remove_prefix(header.Offset());
-  std::vector<std::unique_ptr<AsnType>> elements;
-  while (!rest.empty()) {
-    std::unique_ptr<AsnType> element = CreateElementOf(list);
-    rest.remove_prefix(DecodeFrontBytes(*element, rest));
-    elements.push_back(std::move(element));
-  }
-  return elements;
-}
-
-// Replaces the list's elements by decoding a SEQUENCE OF made of theirs.
-void SetElements(AsnListBase& list, const std::vector<std::unique_ptr<AsnType>>& elements) {
-  std::string content;
-  for (const auto& element : elements) content += EncodeBytes(*element);
-  AsnBuf buf;
-  buf.PutSegRvs(reinterpret_cast<const unsigned char*>(content.data()), content.size());
-  BEncDefLen(buf, content.size());
-  BEncTag(buf, kTagSequence);
-  DecodeBytes(list, buf.EncodedBytes());
-}
 
 Json RecordToJson(const AsnSequence& record) {
   Json object = Json::object();
@@ -100,7 +66,7 @@ Json ValueToJson(const AsnType& value) {
   if (const auto* record = dynamic_cast<const AsnSequence*>(&value)) return RecordToJson(*record);
   if (const auto* list = dynamic_cast<const AsnListBase*>(&value)) {
     Json array = Json::array();
-    for (const auto& element : ElementsOf(*list)) array.push_back(ValueToJson(*element));
+    list->ForEachElement([&array](const AsnType& element) { array.push_back(ValueToJson(element)); });
     return array;
   }
   if (const auto* octets = dynamic_cast<const AsnOcts*>(&value)) return OctetsToJson(octets->view());
@@ -121,10 +87,7 @@ Json TemplateJson(AsnType& value) {
     for (const AsnMember& member : AsnMembersOf(*record)) object[member.Name()] = TemplateJson(*member.ValueOrCreate());
     return object;
   }
-  if (auto* list = dynamic_cast<AsnListBase*>(&value)) {
-    const std::unique_ptr<AsnType> element = CreateElementOf(*list);
-    return Json::array({TemplateJson(*element)});
-  }
+  if (auto* list = dynamic_cast<AsnListBase*>(&value)) return Json::array({TemplateJson(list->AppendElement())});
   return ValueToJson(value);
 }
 
@@ -133,12 +96,8 @@ void JsonToValue(const Json& json, AsnType& value, const std::string& path) {
     JsonToRecord(json, *record, path);
   } else if (auto* list = dynamic_cast<AsnListBase*>(&value)) {
     if (!json.is_array()) ThrowJsonError(path, "expected an array, found " + JsonTypeName(json));
-    std::vector<std::unique_ptr<AsnType>> elements;
-    for (std::size_t i = 0; i < json.size(); ++i) {
-      elements.push_back(CreateElementOf(*list));
-      JsonToValue(json[i], *elements.back(), path + "[" + std::to_string(i) + "]");
-    }
-    SetElements(*list, elements);
+    for (std::size_t i = 0; i < json.size(); ++i)
+      JsonToValue(json[i], list->AppendElement(), path + "[" + std::to_string(i) + "]");
   } else if (auto* octets = dynamic_cast<AsnOcts*>(&value)) {
     const std::string content = JsonToOctets(json, path);
     octets->Set(content.data(), content.size());

@@ -1,5 +1,5 @@
 // Records and lists as JSON, for any type of the catalogue, through the
-// records' reflection descriptions (AsnMember):
+// records' member plans (AsnMembersOf) and the lists' untyped element access:
 //   - a record is an object with its members' names as keys, in declaration
 //     order; an absent optional member is left out;
 //   - an OCTET STRING is a JSON string when its content is UTF-8 text without
@@ -22,7 +22,8 @@ namespace velkor {
 // The JSON of `value` (a record, a list or one of the runtime's value classes).
 Json ValueToJson(const AsnType& value);
 
-// Fills `value` from `json`. `path` names the value in errors; members and
+// Fills `value`, a new default value, from `json`; a list's elements are
+// appended (it is expected empty). `path` names the value in errors; members and
 // elements extend it ("QAsnFiberInfo.attrList[2].name"). Every mandatory member
 // must be given; an optional member may be left out or null (absent). Throws
 // ToolError(bad input) "<path>: <what>" on an unknown or missing member, a
@@ -30,7 +31,7 @@ Json ValueToJson(const AsnType& value);
 void JsonToValue(const Json& json, AsnType& value, const std::string& path);
 
 // A skeleton of `value`'s JSON to start a record from: every member with a
-// default value (0, "", false; a list holds one element), and in each record
+// default value (0, "", false; a list gets one element appended), and in each record
 // with optional members a "//" member naming them. Readers skip members
 // whose names start with "//", so the skeleton encodes as it is.
 Json TemplateJson(AsnType& value);

@@ -4,11 +4,9 @@
 #include <iomanip>
 #include <vector>
 
-#include "tn_platform/asn/asn_bool.h"
+#include "tn_platform/asn/asn_list_base.h"
+#include "tn_platform/asn/asn_record_plan.h"
 #include "tn_qmodules/asn_catalogue.h"
-#include "tn_platform/asn/asn_int.h"
-#include "tn_platform/asn/asn_member.h"
-#include "tn_platform/asn/asn_octs.h"
 #include "tn_platform/asn/asn_sequence.h"
 #include "tn_platform/asn/asn_value_io.h"
 #include "tn_platform/asn/csm_exception.h"
@@ -43,18 +41,11 @@ auto Decoding(Decode decode, const AsnType& value, std::string_view bytes, std::
   }
 }
 
-struct MemberRow {
-  std::string name;
-  std::string type;
-  bool optional;
-  int number;
-};
-
-std::vector<MemberRow> MembersOf(const AsnSequence& record) {
-  std::vector<MemberRow> rows;
-  for (const refl::CAttribInfor& attribute : record.ClassInfor().Attributes())
-    rows.push_back({attribute.name, attribute.type.TypeName(), attribute.type.IsMayNull(), attribute.number});
-  return rows;
+// A member's type as `types` shows it: a list's with its module
+// ("qcommon::QAsnNVSList"), which `types` takes as a name.
+std::string MemberTypeName(const AsnMemberStep& step) {
+  const AsnCatalogueEntry* list = step.kind == AsnMemberKind::kList ? AsnCatalogue::Find(step.typeName) : nullptr;
+  return list == nullptr ? step.typeName : list->module + "::" + step.typeName;
 }
 
 std::vector<AsnCatalogueEntry> SelectedEntries(std::string_view only) {
@@ -79,20 +70,6 @@ std::unique_ptr<AsnType> CreateCatalogued(std::string_view name) {
   const AsnCatalogueEntry* entry = FindEntry(name);
   if (entry == nullptr) ThrowBadUsage(TypeNameProblem(name));
   return std::unique_ptr<AsnType>(entry->create());
-}
-
-std::unique_ptr<AsnType> CreateElementOf(const AsnListBase& list) {
-  const AsnCatalogueEntry* entry = AsnCatalogue::Find(list.typeName());
-  if (entry == nullptr || entry->elementName.empty())
-    ThrowBadInput(std::string("list type ") + list.typeName() + " is not in the catalogue");
-  const std::string& element = entry->elementName;
-  if (element == "AsnOcts") return std::make_unique<AsnOcts>();
-  if (element == "AsnTinyInt") return std::make_unique<AsnTinyInt>();
-  if (element == "AsnInt") return std::make_unique<AsnInt>();
-  if (element == "AsnBool") return std::make_unique<AsnBool>();
-  const AsnCatalogueEntry* elementEntry = AsnCatalogue::Find(element);
-  if (elementEntry == nullptr) ThrowBadInput("element type " + element + " is not in the catalogue");
-  return std::unique_ptr<AsnType>(elementEntry->create());
 }
 
 void DecodeBytes(AsnType& value, std::string_view bytes) {
@@ -122,29 +99,26 @@ void PrintValue(std::ostream& os, const AsnType& value) {
 
 void DescribeTypes(std::ostream& os, std::string_view only) {
   bool first = true;
-  for (const AsnCatalogueEntry& entry : SelectedEntries(only)) {
+  for (const Json& type : DescribeTypesJson(only)) {
     if (!first) os << '\n';
     first = false;
-    if (!entry.elementName.empty()) {
-      os << entry.name << " (" << entry.module << "): SEQUENCE OF " << entry.elementName << '\n';
+    os << type["name"].get<std::string>() << " (" << type["module"].get<std::string>() << ")";
+    if (type["kind"] == "list") {
+      os << ": SEQUENCE OF " << type["element"].get<std::string>() << '\n';
       continue;
     }
-    os << entry.name << " (" << entry.module << ")\n";
-    const std::unique_ptr<AsnType> value(entry.create());
-    const auto* record = dynamic_cast<const AsnSequence*>(value.get());
-    if (record == nullptr) continue;
-    const std::vector<MemberRow> rows = MembersOf(*record);
+    os << '\n';
     std::size_t nameWidth = 0;
     std::size_t typeWidth = 0;
-    for (const MemberRow& row : rows) {
-      nameWidth = std::max(nameWidth, row.name.size());
-      typeWidth = std::max(typeWidth, row.type.size());
+    for (const Json& member : type["members"]) {
+      nameWidth = std::max(nameWidth, member["name"].get<std::string>().size());
+      typeWidth = std::max(typeWidth, member["type"].get<std::string>().size());
     }
-    for (const MemberRow& row : rows) {
-      os << "  " << std::left << std::setw(static_cast<int>(nameWidth)) << row.name << "  "
-         << std::setw(static_cast<int>(typeWidth)) << row.type << "  ";
-      if (row.optional) {
-        os << "optional [" << row.number << "]\n";
+    for (const Json& member : type["members"]) {
+      os << "  " << std::left << std::setw(static_cast<int>(nameWidth)) << member["name"].get<std::string>() << "  "
+         << std::setw(static_cast<int>(typeWidth)) << member["type"].get<std::string>() << "  ";
+      if (member["optional"].get<bool>()) {
+        os << "optional [" << member["number"].get<int>() << "]\n";
       } else {
         os << "mandatory\n";
       }
@@ -156,21 +130,22 @@ Json DescribeTypesJson(std::string_view only) {
   Json types = Json::array();
   for (const AsnCatalogueEntry& entry : SelectedEntries(only)) {
     Json type = {{"name", entry.name}, {"module", entry.module}};
-    if (!entry.elementName.empty()) {
+    const std::unique_ptr<AsnType> value(entry.create());
+    if (dynamic_cast<const AsnListBase*>(value.get()) != nullptr) {
       type["kind"] = "list";
       type["element"] = entry.elementName;
-      types.push_back(type);
-      continue;
-    }
-    type["kind"] = "record";
-    Json members = Json::array();
-    const std::unique_ptr<AsnType> value(entry.create());
-    if (const auto* record = dynamic_cast<const AsnSequence*>(value.get())) {
-      for (const MemberRow& row : MembersOf(*record)) {
-        members.push_back({{"name", row.name}, {"type", row.type}, {"optional", row.optional}, {"number", row.number}});
+    } else {
+      type["kind"] = "record";
+      type["members"] = Json::array();
+      if (const auto* record = dynamic_cast<const AsnSequence*>(value.get())) {
+        for (const AsnMemberStep& step : record->Plan().members) {
+          type["members"].push_back({{"name", step.name},
+                                     {"type", MemberTypeName(step)},
+                                     {"optional", step.optional},
+                                     {"number", step.number}});
+        }
       }
     }
-    type["members"] = members;
     types.push_back(type);
   }
   return types;

@@ -8,7 +8,6 @@
 #include <string>
 #include <string_view>
 
-#include "tn_platform/asn/asn_list_base.h"
 #include "tn_platform/asn/asn_type.h"
 #include "tools/velkor/json.h"
 
@@ -21,11 +20,6 @@ std::string TypeNameProblem(std::string_view name);
 // A new default value of the catalogue type `name` ("QAsnFiberInfo").
 // Throws ToolError(bad usage) for a name the catalogue does not hold.
 std::unique_ptr<AsnType> CreateCatalogued(std::string_view name);
-
-// A new default element of `list`: a catalogued record or one of the runtime's
-// value classes (AsnOcts, AsnTinyInt, AsnInt, AsnBool). Throws
-// ToolError(bad input) when the list's type is not in the catalogue.
-std::unique_ptr<AsnType> CreateElementOf(const AsnListBase& list);
 
 // Decodes `bytes` as one complete `value`. Throws ToolError(bad input) with the
 // runtime's message, which names the record, member and byte offset.
