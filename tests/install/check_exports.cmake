@@ -1,3 +1,5 @@
+cmake_policy(SET CMP0057 NEW)  # if(IN_LIST), also when run as a script
+
 # check_exports(LIBRARY): fails when the library's dynamic symbol table
 # defines a symbol that is internal to the library: a converter's helper
 # (anything in a *_detail namespace) or a value-text conversion (Convert2Str /
@@ -54,8 +56,12 @@ function(check_links_downward)
 endfunction()
 
 # Run as a script: cmake -DLIBRARIES="a.so;b.so" -P check_exports.cmake
+# (check_exports on each), or -DDOWNWARD="a.so;b.so" (check_links_downward).
 if(CMAKE_SCRIPT_MODE_FILE STREQUAL CMAKE_CURRENT_LIST_FILE)
   foreach(library ${LIBRARIES})
     check_exports(${library})
   endforeach()
+  if(DOWNWARD)
+    check_links_downward(${DOWNWARD})
+  endif()
 endif()
