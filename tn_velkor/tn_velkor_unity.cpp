@@ -3,7 +3,6 @@
 
 #include "tn_velkor/frame/tn_velkor_module.cpp"
 
-#include "tn_velkor/asn/indent_table.cpp"
 #include "tn_velkor/asn/value_type_descriptions.cpp"
 #include "tn_velkor/qcommon/qasn_name_and_value_string.cpp"
 #include "tn_velkor/qcommon/qasn_uni_res_id.cpp"

@@ -18,12 +18,14 @@
 #include <algorithm>
 #include <cstddef>
 #include <new>
+#include <string>
 #include <utility>
 
-#include "tn_velkor/asn/indent_table.h"
+#include "tn_platform/asn/asn_decode_error.h"
 #include "tn_platform/asn/asn_list_base.h"
 #include "tn_platform/asn/ber.h"
 #include "tn_platform/asn/csm_exception.h"
+#include "tn_platform/asn/indent_table.h"
 
 // The file a list's decoding error names: the library's one source, whichever
 // translation unit instantiates the list.
@@ -95,6 +97,8 @@ class AsnList : public AsnListBase {
   void* FreeSlot();
   // Links `node`, made with Node(last) in FreeSlot(), at the end.
   Node* Link(Node* node);
+  // Decodes `element`, the last one, adding its index to the path of its error.
+  void DecodeElement(AsnBuf& buf, T* element, unsigned long& consumed);
 
   Node* first = nullptr;
   Node* last = nullptr;
@@ -106,7 +110,10 @@ class AsnList : public AsnListBase {
 template <class T>
 class AsnSeqOf : public AsnList<T> {
  public:
-  // Slot 3: tag 0x30, length, then the elements.
+  // Slot 3: tag 0x30, length, then the elements. A wrong tag (or no octet
+  // at all) throws a CSM_Exception of its own; every other refusal is an
+  // AsnDecodeError placed in the input, its path starting with the index of
+  // the element at fault ("[2]").
   void BDec(AsnBuf& buf, unsigned long& bytesDecoded, NIClass_EncodingFormatEnum format) override;
   // Slot 4: always definite lengths; an empty list is 30 00.
   unsigned long BEnc(AsnBuf& buf, NIClass_EncodingFormatEnum format) override;
@@ -203,53 +210,72 @@ unsigned long AsnList<T>::BEncContent(AsnBuf& buf, NIClass_EncodingFormatEnum) {
 template <class T>
 void AsnList<T>::BDecContent(AsnBuf& buf, unsigned int, unsigned long length, unsigned long& bytesDecoded,
                              NIClass_EncodingFormatEnum) {
+  // The list's own errors (its content ends short, its end-of-contents is
+  // missing) are thrown unplaced, for the caller that read its header; an
+  // element's error gains the element's index.
   const AsnNestingGuard nesting(buf);
   Clear();
   unsigned long consumed = 0;
   if (length == kIndefiniteLength) {
     for (;;) {
       unsigned char next = 0;
-      if (!buf.PeekByte(next)) {
-        buf.SetReadError();
-        break;
-      }
+      if (!buf.PeekByte(next)) AsnThrowContentError("input ends before the end-of-contents octets");
       if (next == 0x00) break;
-      Append()->T::BDec(buf, consumed, NIClass_BER);
+      DecodeElement(buf, Append(), consumed);
     }
     BDecEoc(buf, consumed);
   } else {
     // Every element takes at least two octets, so the loop ends; an element
-    // that overruns the length is the caller's to notice.
-    // The element's own BDec, called directly: T is the element's exact type.
-    while (consumed < length) Append()->T::BDec(buf, consumed, NIClass_BER);
-    if (consumed != length) buf.NoteLengthOverrun(length);
+    // that overruns the length is noted for the caller. The length may run
+    // past the input: the elements are decoded as far as the input goes.
+    std::size_t elementStart = buf.Offset();
+    while (consumed < length) {
+      elementStart = buf.Offset();
+      T* element = Append();  // a failing element is appended first
+      if (buf.Remaining() == 0) {
+        AsnThrowContentError("input ends " + AsnOctetCount(length - consumed) + " short of the value");
+      }
+      DecodeElement(buf, element, consumed);
+    }
+    if (consumed != length) buf.NoteLengthOverrun(length, elementStart, count - 1);
   }
   bytesDecoded += consumed;
 }
 
 template <class T>
+void AsnList<T>::DecodeElement(AsnBuf& buf, T* element, unsigned long& consumed) {
+  try {
+    // The element's own BDec, called directly: T is the element's exact type.
+    element->T::BDec(buf, consumed, NIClass_BER);
+  } catch (AsnDecodeError* error) {
+    error->AddIndex(count - 1);
+    throw;
+  }
+}
+
+template <class T>
 void AsnSeqOf<T>::BDec(AsnBuf& buf, unsigned long& bytesDecoded, NIClass_EncodingFormatEnum) {
-  // Input that ends before the tag reads as tag 0, a wrong tag; input that
-  // ends in the length leaves length 0 and the read-error flag for the caller.
+  // Input that ends before the tag reads as tag 0, a wrong tag: both are
+  // refused with the list's own exception, the list left as it was.
   const AsnHeader header = BDecHeader(
-      buf, bytesDecoded, [](AsnTag tag) { return tag == kTagSequence; }, AsnLengthCheck::kLongFormOnly);
+      buf, bytesDecoded, [](AsnTag tag) { return tag == kTagSequence; }, AsnLengthCheck::kPrimitiveOnly);
   if (header.status == AsnHeader::kEndsBeforeTag || header.status == AsnHeader::kWrongTag) {
     throw new CSM_Exception(kAsnDecodeError, 250, "", kAsnListSourceName,
                             "AsnList::BDec: ERROR tag on SEQUENCE OF is wrong.", nullptr);
   }
-  this->BDecContent(buf, kTagSequence, header.length, bytesDecoded, NIClass_BER);
+  if (header.status != AsnHeader::kComplete) AsnThrowHeaderError(header, kTagSequence);
+  try {
+    this->BDecContent(buf, kTagSequence, header.length, bytesDecoded, NIClass_BER);
+  } catch (AsnDecodeError* error) {
+    error->PlaceAt(header.start);
+    throw;
+  }
 }
 
 template <class T>
 unsigned long AsnSeqOf<T>::BEnc(AsnBuf& buf, NIClass_EncodingFormatEnum) {
   const unsigned long content = this->BEncContent(buf, NIClass_BER);
-  unsigned long lengthSize = 1;
-  if (content <= 127) {
-    buf.PutByteRvs(static_cast<unsigned char>(content));
-  } else {
-    lengthSize = BEncDefLenImpl(buf, content);
-  }
-  buf.PutByteRvs(0x30);
-  return content + lengthSize + 1;
+  const unsigned long length = BEncDefLen(buf, content);
+  return content + length + BEncTag(buf, kTagSequence);
 }
 #pragma GCC visibility pop
