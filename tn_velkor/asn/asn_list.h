@@ -97,8 +97,6 @@ class AsnList : public AsnListBase {
   void* FreeSlot();
   // Links `node`, made with Node(last) in FreeSlot(), at the end.
   Node* Link(Node* node);
-  // Decodes `element`, the last one, adding its index to the path of its error.
-  void DecodeElement(AsnBuf& buf, T* element, unsigned long& consumed);
 
   Node* first = nullptr;
   Node* last = nullptr;
@@ -212,45 +210,43 @@ void AsnList<T>::BDecContent(AsnBuf& buf, unsigned int, unsigned long length, un
                              NIClass_EncodingFormatEnum) {
   // The list's own errors (its content ends short, its end-of-contents is
   // missing) are thrown unplaced, for the caller that read its header; an
-  // element's error gains the element's index.
+  // element's error gains the element's index. The element's own BDec is
+  // called directly: T is the element's exact type.
   const AsnNestingGuard nesting(buf);
   Clear();
   unsigned long consumed = 0;
   if (length == kIndefiniteLength) {
-    for (;;) {
-      unsigned char next = 0;
-      if (!buf.PeekByte(next)) AsnThrowContentError("input ends before the end-of-contents octets");
-      if (next == 0x00) break;
-      DecodeElement(buf, Append(), consumed);
+    try {
+      for (unsigned char next = 0; buf.PeekByte(next) && next != 0x00;) Append()->T::BDec(buf, consumed, NIClass_BER);
+    } catch (AsnDecodeError* error) {
+      error->AddIndex(count - 1);
+      throw;
     }
+    if (buf.Remaining() == 0) AsnThrowContentError("input ends before the end-of-contents octets");
     BDecEoc(buf, consumed);
   } else {
     // Every element takes at least two octets, so the loop ends; an element
     // that overruns the length is noted for the caller. The length may run
-    // past the input: the elements are decoded as far as the input goes.
+    // past the input: the elements are decoded as far as the input goes, and
+    // a failing element is appended first.
     std::size_t elementStart = buf.Offset();
-    while (consumed < length) {
-      elementStart = buf.Offset();
-      T* element = Append();  // a failing element is appended first
-      if (buf.Remaining() == 0) {
-        AsnThrowContentError("input ends " + AsnOctetCount(length - consumed) + " short of the value");
+    try {
+      while (consumed < length) {
+        elementStart = buf.Offset();
+        T* element = Append();
+        if (buf.Remaining() == 0) break;
+        element->T::BDec(buf, consumed, NIClass_BER);
       }
-      DecodeElement(buf, element, consumed);
+    } catch (AsnDecodeError* error) {
+      error->AddIndex(count - 1);
+      throw;
+    }
+    if (consumed < length) {
+      AsnThrowContentError("input ends " + AsnOctetCount(length - consumed) + " short of the value");
     }
     if (consumed != length) buf.NoteLengthOverrun(length, elementStart, count - 1);
   }
   bytesDecoded += consumed;
-}
-
-template <class T>
-void AsnList<T>::DecodeElement(AsnBuf& buf, T* element, unsigned long& consumed) {
-  try {
-    // The element's own BDec, called directly: T is the element's exact type.
-    element->T::BDec(buf, consumed, NIClass_BER);
-  } catch (AsnDecodeError* error) {
-    error->AddIndex(count - 1);
-    throw;
-  }
 }
 
 template <class T>
