@@ -196,14 +196,7 @@ void AsnSequence::DecodeMembers(AsnBuf& buf, unsigned long length, unsigned long
 
     std::size_t next = 0;  // the first member that may still come
     for (;;) {
-      if (indefinite) {
-        if (AtEoc(buf)) break;
-        if (buf.Remaining() == 0) AsnThrowContentError("input ends before the end-of-contents octets");
-      } else if (buf.Offset() >= end) {
-        break;
-      } else if (buf.Remaining() == 0) {
-        AsnThrowContentError("input ends " + AsnOctetCount(end - buf.Offset()) + " short of the value");
-      }
+      if (indefinite ? AtEoc(buf) : buf.Offset() >= end) break;
       std::size_t index = next;
       memberStart = buf.Offset();
       const AsnHeader header = BDecHeader(
@@ -217,6 +210,10 @@ void AsnSequence::DecodeMembers(AsnBuf& buf, unsigned long length, unsigned long
             return true;
           },
           AsnLengthCheck::kPrimitiveOnly);
+      if (header.status == AsnHeader::kEndsBeforeTag) {  // the record ends short: its own error
+        AsnThrowContentError(indefinite ? std::string("input ends before the end-of-contents octets")
+                                        : "input ends " + AsnOctetCount(end - buf.Offset()) + " short of the value");
+      }
       if (header.status != AsnHeader::kComplete) AsnThrowDecodeError(memberStart, "input ends in the length");
 
       const AsnMemberStep& step = members[index];
