@@ -2,19 +2,27 @@
 #pragma once
 
 #include <cstdlib>
+#include <memory>
 #include <string>
 #include <string_view>
 
+#include "tn_platform/asn/asn_decode_error.h"
 #include "tn_platform/asn/asn_value_io.h"
 #include "tn_platform/asn/csm_exception.h"
 
-// Decodes `bytes` into `record`; false (and nothing else) when they are malformed.
+// Decodes `bytes` into `record`; false (and nothing else) when they are
+// malformed. Every refusal must be located: an AsnDecodeError placed inside
+// the input, its path starting with the record's type name.
 inline bool FuzzDecode(AsnType& record, std::string_view bytes) {
   try {
     AsnDecodeValue(record, bytes);
     return true;
-  } catch (CSM_Exception* error) {
-    delete error;
+  } catch (CSM_Exception* raw) {
+    const std::unique_ptr<CSM_Exception> error(raw);
+    const auto* located = dynamic_cast<const AsnDecodeError*>(error.get());
+    if (located == nullptr || located->Offset() > bytes.size() || located->Path().rfind(record.typeName(), 0) != 0) {
+      std::abort();
+    }
     return false;
   }
 }

@@ -104,9 +104,10 @@ TEST(AsnSeqOf, SwitchesToTheLongFormAt128ContentOctets) {
   }
 }
 
-// A wrong tag leaves the list alone; otherwise the elements decoded before the
-// failure stay, and a failing element was appended first. The running count
-// has the tag and length octets, never the content.
+// A wrong tag leaves the list alone and throws the list's own exception;
+// otherwise the elements decoded before the failure stay, a failing element
+// was appended first, and the error (an AsnDecodeError) names the element by
+// its index. The running count has the tag and length octets, never the content.
 TEST(AsnSeqOf, BadInputThrowsAndKeepsTheElementsDecodedSoFar) {
   const char* const kWrongTag = "AsnList::BDec: ERROR tag on SEQUENCE OF is wrong.";
   const struct {
@@ -120,12 +121,16 @@ TEST(AsnSeqOf, BadInputThrowsAndKeepsTheElementsDecodedSoFar) {
       {"10 00", kWrongTag, {7}, 1},  // primitive form of the SEQUENCE number
       {"", kWrongTag, {7}, 1},       // empty input reads as tag 0
       {"3F 20 00", kWrongTag, {7}, 2},
-      {"30 80 02 01 05", "missing end-of-contents octets at offset 5", {5}, 2},
-      {"30 80 02 01 05 00", "missing end-of-contents octets at offset 6", {5}, 2},
-      {"30 04 02 01 05", "AsnTinyInt: input ends before the tag at offset 5", {5, 0}, 2},
-      {"30 81 05 02 01 05", "length 5 runs past the input (3 octets left) at offset 3", {7}, 3},
-      {"30 05 02 01 05 02 00", "AsnTinyInt: INTEGER without content octets at offset 7", {5, 0}, 2},
-      {"30 03 04 01 61", "AsnTinyInt: wrong tag [UNIVERSAL 4] primitive at offset 3", {0}, 2},
+      {"30 80 02 01 05", "input ends before the end-of-contents octets at offset 0", {5}, 2},
+      {"30 80 02 01 05 00", "input ends in the end-of-contents octets at offset 5", {5}, 2},
+      {"30 04 02 01 05", "input ends 1 octet short of the value at offset 0", {5, 0}, 2},
+      // A length past the input: the elements are read as far as it goes.
+      {"30 81 05 02 01 05", "input ends 2 octets short of the value at offset 0", {5, 0}, 3},
+      {"30 05 02 01 05 02 00", "[1]: INTEGER without content octets at offset 5", {5, 0}, 2},
+      {"30 03 04 01 61",
+       "[0]: wrong tag [UNIVERSAL 4] primitive (OCTET STRING), expected [UNIVERSAL 2] primitive (INTEGER) at offset 2",
+       {0},
+       2},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(c.input);
@@ -149,6 +154,14 @@ TEST(AsnSeqOf, BadInputThrowsAndKeepsTheElementsDecodedSoFar) {
       EXPECT_EQ(error->Buffer(), nullptr);
     }
   }
+  // Input that ends in the length reads as length 0: the list is emptied and
+  // the buffer's read-error flag is left for the caller.
+  QAsnTinyIntList list = ListOf({7});
+  const unsigned char tagOnly[] = {0x30};
+  AsnBuf buf(tagOnly, sizeof tagOnly);
+  unsigned long bytesDecoded = 0;
+  list.BDec(buf, bytesDecoded, NIClass_BER);
+  EXPECT_EQ(std::make_tuple(ValuesOf(list), bytesDecoded, buf.ReadError()), std::make_tuple(Values{}, 2ul, true));
 }
 
 // ---- printing and names ----------------------------------------------------------------

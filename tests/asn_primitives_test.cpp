@@ -97,7 +97,7 @@ TEST(AsnOcts, LimitsConstructedNesting) {
   EXPECT_EQ(DecodeError(value, nested(AsnDecodeLimits::kMaxDepth)), "no exception");
   EXPECT_EQ(value.view(), "a");
   EXPECT_EQ(DecodeError(value, nested(AsnDecodeLimits::kMaxDepth + 1)),
-            "constructed values nested deeper than 32 levels at offset 66");
+            "AsnOcts: constructed values nested deeper than 32 levels at offset 64");
 }
 
 // Minimal two's complement, cross-checked with pyasn1's encoder. Values that do
@@ -131,8 +131,8 @@ TEST(AsnInteger, CodesMinimalTwosComplement) {
     AsnTinyInt tiny(12345);
     const std::size_t size = Hex(octets).size();
     if (number < INT_MIN || number > INT_MAX) {
-      EXPECT_EQ(DecodeError(tiny, octets), "AsnTinyInt: INTEGER of " + std::to_string(size - 2) +
-                                               " octets does not fit (at most 4) at offset " + std::to_string(size));
+      EXPECT_EQ(DecodeError(tiny, octets),
+                "AsnTinyInt: INTEGER of " + std::to_string(size - 2) + " octets does not fit (at most 4) at offset 0");
       continue;
     }
     DecodeExact(tiny, Hex(octets));
@@ -163,31 +163,31 @@ TEST(AsnPrimitives, RejectsMalformedEncodings) {
     const char* input;
     const char* error;
   } cases[] = {
-      {New<AsnOcts>, "04 80 61 00 00", "indefinite length on a primitive OCTET STRING at offset 2"},
-      {New<AsnOcts>, "24 80 04 80 61 00 00 00 00", "indefinite length on a primitive OCTET STRING at offset 4"},
-      {New<AsnOcts>, "24 03 02 01 05", "OCTET STRING segment with tag [UNIVERSAL 2] primitive at offset 3"},
-      {New<AsnOcts>, "24 03 04 02 61 62", "OCTET STRING segment runs past its enclosing value at offset 6"},
-      {New<AsnOcts>, "24 80 04 01 61", "OCTET STRING segments run past the input at offset 5"},
-      {New<AsnOcts>, "02 01 00", "OCTET STRING: wrong tag [UNIVERSAL 2] primitive at offset 1"},
-      {New<AsnOcts>, "", "OCTET STRING: input ends before the tag at offset 0"},
-      {New<AsnOcts>, "04 05 61", "length 5 runs past the input (1 octets left) at offset 2"},
-      {New<AsnOcts>, "04 01 61 00", "1 octets left over after AsnOcts at offset 3"},
-      {New<AsnInt>, "02 00", "AsnInt: INTEGER without content octets at offset 2"},
-      {New<AsnInt>, "02 02 00 7F", "AsnInt: INTEGER content is not minimal at offset 4"},
-      {New<AsnInt>, "02 02 FF 80", "AsnInt: INTEGER content is not minimal at offset 4"},
-      {New<AsnInt>, "02 02 00 00", "AsnInt: INTEGER content is not minimal at offset 4"},
-      {New<AsnInt>, "02 80 01 00 00", "AsnInt: indefinite length on an INTEGER at offset 2"},
-      {New<AsnInt>, "0A 01 01", "AsnInt: wrong tag [UNIVERSAL 10] primitive at offset 1"},
+      {New<AsnOcts>, "04 80 61 00 00", "AsnOcts: indefinite length on a primitive OCTET STRING at offset 0"},
+      {New<AsnOcts>, "24 80 04 80 61 00 00 00 00", "AsnOcts: indefinite length on a primitive OCTET STRING at offset 2"},
+      {New<AsnOcts>, "24 03 02 01 05", "AsnOcts: OCTET STRING segment with tag [UNIVERSAL 2] primitive (INTEGER) at offset 2"},
+      {New<AsnOcts>, "24 03 04 02 61 62", "AsnOcts: OCTET STRING segment runs past its enclosing value at offset 2"},
+      {New<AsnOcts>, "24 80 04 01 61", "AsnOcts: input ends before the end-of-contents octets at offset 0"},
+      {New<AsnOcts>, "02 01 00", "AsnOcts: wrong tag [UNIVERSAL 2] primitive (INTEGER), expected [UNIVERSAL 4] primitive (OCTET STRING) at offset 0"},
+      {New<AsnOcts>, "", "AsnOcts: input ends before the tag at offset 0"},
+      {New<AsnOcts>, "04 05 61", "AsnOcts: length 5 runs past the input (1 octet left) at offset 0"},
+      {New<AsnOcts>, "04 01 61 00", "AsnOcts: 1 octet left over after the value at offset 3"},
+      {New<AsnInt>, "02 00", "AsnInt: INTEGER without content octets at offset 0"},
+      {New<AsnInt>, "02 02 00 7F", "AsnInt: INTEGER content is not minimal at offset 0"},
+      {New<AsnInt>, "02 02 FF 80", "AsnInt: INTEGER content is not minimal at offset 0"},
+      {New<AsnInt>, "02 02 00 00", "AsnInt: INTEGER content is not minimal at offset 0"},
+      {New<AsnInt>, "02 80 01 00 00", "AsnInt: indefinite length on an INTEGER at offset 0"},
+      {New<AsnInt>, "0A 01 01", "AsnInt: wrong tag [UNIVERSAL 10] primitive (ENUMERATED), expected [UNIVERSAL 2] primitive (INTEGER) at offset 0"},
       {New<AsnInt>, "", "AsnInt: input ends before the tag at offset 0"},
-      {New<AsnInt>, "02", "AsnInt: input ends in the length at offset 1"},
-      {New<AsnInt>, "02 02 01", "length 2 runs past the input (1 octets left) at offset 2"},
+      {New<AsnInt>, "02", "AsnInt: input ends in the length at offset 0"},
+      {New<AsnInt>, "02 02 01", "AsnInt: length 2 runs past the input (1 octet left) at offset 0"},
       {New<AsnInt>, "02 09 00 80 00 00 00 00 00 00 00",
-       "AsnInt: INTEGER of 9 octets does not fit (at most 8) at offset 11"},
-      {New<AsnTinyInt>, "02 02 FF 80", "AsnTinyInt: INTEGER content is not minimal at offset 4"},
-      {New<AsnBool>, "01 00", "AsnBool: BOOLEAN content is not one octet at offset 2"},
-      {New<AsnBool>, "01 02 00 00", "AsnBool: BOOLEAN content is not one octet at offset 2"},
-      {New<AsnBool>, "01 80 FF 00 00", "AsnBool: BOOLEAN content is not one octet at offset 2"},
-      {New<AsnBool>, "02 01 00", "AsnBool: wrong tag [UNIVERSAL 2] primitive at offset 1"},
+       "AsnInt: INTEGER of 9 octets does not fit (at most 8) at offset 0"},
+      {New<AsnTinyInt>, "02 02 FF 80", "AsnTinyInt: INTEGER content is not minimal at offset 0"},
+      {New<AsnBool>, "01 00", "AsnBool: BOOLEAN content is not one octet at offset 0"},
+      {New<AsnBool>, "01 02 00 00", "AsnBool: BOOLEAN content is not one octet at offset 0"},
+      {New<AsnBool>, "01 80 FF 00 00", "AsnBool: BOOLEAN content is not one octet at offset 0"},
+      {New<AsnBool>, "02 01 00", "AsnBool: wrong tag [UNIVERSAL 2] primitive (INTEGER), expected [UNIVERSAL 1] primitive (BOOLEAN) at offset 0"},
   };
   for (const auto& c : cases) {
     EXPECT_EQ(DecodeError(*c.make(), c.input), c.error) << c.input;

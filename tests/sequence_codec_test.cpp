@@ -17,6 +17,7 @@ namespace {
 using qcommon::QAsnColumn;
 using qcommon::QAsnErrInfo;
 using qcommon::QAsnErrInfoList;
+using qcommon::QAsnErrInfoReturn;
 using qcommon::QAsnTinyIntList;
 using qcommon::QAsnUniResID;
 using test_bytes::Hex;
@@ -89,57 +90,82 @@ std::string NestedColumn(int levels) {
 
 TEST(SequenceCodec, RefusesMalformedInputNamingRecordAndMember) {
   struct Case {
-    char type;  // u QAsnUniResID, e QAsnErrInfo, c QAsnColumn, p CodecProbe, l QAsnTinyIntList
+    char type;  // u QAsnUniResID, e QAsnErrInfo, c QAsnColumn, p CodecProbe, l QAsnTinyIntList,
+                // n QAsnErrInfoList, r QAsnErrInfoReturn
     std::string octets;
-    const char* error;  // a substring of the message
+    const char* error;  // the whole message
   };
   const Case cases[] = {
+      // A list's element at fault by its index, at the offset the structure
+      // dump shows for the item (or where it shows the bytes break).
+      {'l', Hex("30 04 02 01 05 02"), "QAsnTinyIntList[1]: input ends in the length at offset 5"},
+      {'l', Hex("30 03 02 01"), "QAsnTinyIntList[0]: length 1 runs past the input (0 octets left) at offset 2"},
+      {'l', Hex("30 05 00 00 02 01 05"),
+       "QAsnTinyIntList[0]: wrong tag [UNIVERSAL 0] primitive (end-of-contents), expected [UNIVERSAL 2] primitive "
+       "(INTEGER) at offset 2"},
+      {'c', Hex("30 05 04 01 41 04 02"), "QAsnColumn: member strCondition out of order or repeated at offset 5"},
+      // a list in a record in a list in a record: the second objID of the second element
+      {'r', Hex("30 1D 02 01 00 A0 18 30 08 30 03 02 01 07 02 01 01 30 0C 30 07 02 01 08 02 02 00 05 02 01 02"),
+       "QAsnErrInfoReturn.errInfoList[1].objID[1]: INTEGER content is not minimal at offset 24"},
+      {'n', Hex("30 0A 30 08 30 03 02 01 07 02 01"),
+       "QAsnErrInfoList[0].errCode: length 1 runs past the input (0 octets left) at offset 9"},
+      {'n', Hex("30 0C 30 08 30 03 02 01 07 02 01 01"), "QAsnErrInfoList: input ends 2 octets short of the value at offset 0"},
+      {'l', Hex("30 81 05 02 03 05"), "QAsnTinyIntList[0]: length 3 runs past the input (1 octet left) at offset 3"},
+      {'l', Hex("30 02 02 03 05 06 07"),
+       "QAsnTinyIntList[0]: element runs past the end of its list (content length 2) at offset 2"},
+      {'l', Hex("31 00"),
+       "QAsnTinyIntList: wrong tag [UNIVERSAL 17] constructed (SET), expected [UNIVERSAL 16] constructed (SEQUENCE) "
+       "at offset 0"},
+      {'l', "", "QAsnTinyIntList: input ends before the tag at offset 0"},
+      {'l', Hex("30"), "QAsnTinyIntList: input ends in the length at offset 0"},
+      {'l', Hex("30 80 02 01 05"), "QAsnTinyIntList: input ends before the end-of-contents octets at offset 0"},
+      {'l', Hex("30 80 02 01 05 00"), "QAsnTinyIntList: input ends in the end-of-contents octets at offset 5"},
       {'u', Hex("30 09 04 01 41 02 01 05 02 01 05"),
-       "QAsnUniResID.strMOC: wrong tag [UNIVERSAL 2] primitive for a mandatory member"},
-      {'u', Hex("30 06 04 01 41 04 01 42"), "QAsnUniResID.neID: mandatory member missing"},
-      {'c', Hex("30 00"), "QAsnColumn.strCondition: mandatory member missing"},
-      {'e', Hex("30 08 30 00 02 01 07 80 01 41"), "QAsnErrInfo.objName: member out of order or repeated"},
+       "QAsnUniResID.strMOC: wrong tag [UNIVERSAL 2] primitive (INTEGER), expected [UNIVERSAL 4] primitive (OCTET STRING) at offset 5"},
+      {'u', Hex("30 06 04 01 41 04 01 42"), "QAsnUniResID: mandatory member neID missing at offset 0"},
+      {'c', Hex("30 00"), "QAsnColumn: mandatory member strCondition missing at offset 0"},
+      {'e', Hex("30 08 30 00 02 01 07 80 01 41"), "QAsnErrInfo: member objName out of order or repeated at offset 7"},
       {'u', Hex("30 0E 04 01 41 04 01 42 02 01 05 80 01 43 80 00"),
-       "QAsnUniResID.poSerialNum: member out of order or repeated"},
-      {'u', Hex("30 0B 04 01 41 04 01 42 02 01 05 85 00"), "QAsnUniResID: unknown member with tag [5] primitive"},
-      {'p', Hex("30 08 01 01 00 02 01 00 80 00"), "CodecProbe: unknown member with tag [0] primitive"},
-      {'c', Hex("30 05 04 00 02 01 00"), "QAsnColumn: content left over after the last member"},
-      {'c', Hex("30 02 04 00 00"), "1 octets left over after QAsnColumn"},
-      {'u', Hex("30 06 04 01 41 04 04 42 42 42 42"), "QAsnUniResID.strMOC: length runs past the enclosing record"},
+       "QAsnUniResID: member poSerialNum out of order or repeated at offset 14"},
+      {'u', Hex("30 0B 04 01 41 04 01 42 02 01 05 85 00"), "QAsnUniResID: unknown member with tag [5] primitive at offset 11"},
+      {'p', Hex("30 08 01 01 00 02 01 00 80 00"), "CodecProbe: unknown member with tag [0] primitive at offset 8"},
+      {'c', Hex("30 05 04 00 02 01 00"), "QAsnColumn: content left over after the last member (tag [UNIVERSAL 2] primitive (INTEGER)) at offset 4"},
+      {'c', Hex("30 02 04 00 00"), "QAsnColumn: 1 octet left over after the value at offset 4"},
+      {'u', Hex("30 06 04 01 41 04 04 42 42 42 42"), "QAsnUniResID.strMOC: length 4 runs past the end of the record (1 octet left in it) at offset 5"},
       {'p', Hex("30 0C 01 01 00 02 01 00 A0 02 04 01 41 00"),
-       "CodecProbe.column: QAsnColumn.strCondition: length runs past the enclosing record"},
-      {'u', Hex("30 06 04 01 41 04 05 42"), "QAsnUniResID.strMOC: length 5 runs past the input"},
-      {'u', Hex("30 10 04 01 41"), "QAsnUniResID: length 16 runs past the input"},
+       "CodecProbe.column.strCondition: length 1 runs past the end of the record (0 octets left in it) at offset 10"},
+      {'u', Hex("30 06 04 01 41 04 05 42"), "QAsnUniResID.strMOC: length 5 runs past the input (1 octet left) at offset 5"},
+      {'u', Hex("30 10 04 01 41"), "QAsnUniResID: input ends 13 octets short of the value at offset 0"},
       {'p', Hex("30 0B 01 01 00 02 01 00 A0 03 04 02 41"),
-       "CodecProbe.column: QAsnColumn.strCondition: length 2 runs past the input"},
-      {'e', Hex("30 08 30 02 02 01 07 02 01 07"), "QAsnErrInfo.objID: content does not match its length"},
-      {'l', Hex("30 02 02 01 05"), "QAsnTinyIntList: content does not match its length 2"},
-      {'u', Hex("30 FF 00"), "QAsnUniResID: length octet 0xFF is reserved"},
-      {'u', Hex("30 03 04 FF 00"), "QAsnUniResID.strFDN: length octet 0xFF is reserved"},
-      {'u', Hex("30 89 00 00 00 00 00 00 00 00 02"), "QAsnUniResID: length with 9 length octets (at most 8)"},
-      {'u', Hex("30 80 04 80 41 00 00 00 00"), "QAsnUniResID.strFDN: indefinite length on a primitive OCTET STRING"},
+       "CodecProbe.column.strCondition: length 2 runs past the input (1 octet left) at offset 10"},
+      {'e', Hex("30 08 30 02 02 01 07 02 01 07"), "QAsnErrInfo.objID[0]: element runs past the end of its list (content length 2) at offset 4"},
+      {'l', Hex("30 02 02 01 05"), "QAsnTinyIntList[0]: element runs past the end of its list (content length 2) at offset 2"},
+      {'u', Hex("30 FF 00"), "QAsnUniResID: length octet 0xFF is reserved at offset 0"},
+      {'u', Hex("30 03 04 FF 00"), "QAsnUniResID.strFDN: length octet 0xFF is reserved at offset 2"},
+      {'u', Hex("30 89 00 00 00 00 00 00 00 00 02"), "QAsnUniResID: length with 9 length octets (at most 8) at offset 0"},
+      {'u', Hex("30 80 04 80 41 00 00 00 00"), "QAsnUniResID.strFDN: indefinite length on a primitive OCTET STRING at offset 2"},
       {'u', Hex("30 80 04 00 04 00 02 80 05 00 00 00 00"),
-       "QAsnUniResID.neID: AsnTinyInt: indefinite length on an INTEGER"},
-      {'u', Hex("30 80 04 01 41 04 01 42 02 01 05"), "QAsnUniResID: missing end-of-contents"},
-      {'u', Hex("30 80 04 01 41 04 01 42 02 01 05 00 01"), "QAsnUniResID: end-of-contents octets expected"},
-      {'u', Hex("30 04 9F 80 01 00"), "QAsnUniResID: high tag number form with a leading 0x80 octet"},
-      {'u', Hex("3F 80 01 00"), "QAsnUniResID: high tag number form with a leading 0x80 octet"},
-      {'u', Hex("30 06 9F 81 81 81 01 00"), "QAsnUniResID: tag number does not fit"},
-      {'u', Hex("31 00"), "QAsnUniResID: wrong tag [UNIVERSAL 17] constructed, expected SEQUENCE"},
-      {'u', "", "QAsnUniResID: input ends before the tag"},
-      {'u', Hex("30 06 04 00 04 00 02 00"), "QAsnUniResID.neID: AsnTinyInt: INTEGER without content octets"},
-      {'u', Hex("30 08 04 00 04 00 02 02 00 05"), "QAsnUniResID.neID: AsnTinyInt: INTEGER content is not minimal"},
-      {'u', Hex("30 08 04 00 04 00 02 02 FF 80"), "QAsnUniResID.neID: AsnTinyInt: INTEGER content is not minimal"},
+       "QAsnUniResID.neID: indefinite length on an INTEGER at offset 6"},
+      {'u', Hex("30 80 04 01 41 04 01 42 02 01 05"), "QAsnUniResID: input ends before the end-of-contents octets at offset 0"},
+      {'u', Hex("30 80 04 01 41 04 01 42 02 01 05 00 01"), "QAsnUniResID: end-of-contents octets are not 00 00 at offset 11"},
+      {'u', Hex("30 04 9F 80 01 00"), "QAsnUniResID: high tag number form with a leading 0x80 octet at offset 2"},
+      {'u', Hex("3F 80 01 00"), "QAsnUniResID: high tag number form with a leading 0x80 octet at offset 0"},
+      {'u', Hex("30 06 9F 81 81 81 01 00"), "QAsnUniResID: tag number does not fit in 32 bits at offset 2"},
+      {'u', Hex("31 00"), "QAsnUniResID: wrong tag [UNIVERSAL 17] constructed (SET), expected [UNIVERSAL 16] constructed (SEQUENCE) at offset 0"},
+      {'u', "", "QAsnUniResID: input ends before the tag at offset 0"},
+      {'u', Hex("30 06 04 00 04 00 02 00"), "QAsnUniResID.neID: INTEGER without content octets at offset 6"},
+      {'u', Hex("30 08 04 00 04 00 02 02 00 05"), "QAsnUniResID.neID: INTEGER content is not minimal at offset 6"},
+      {'u', Hex("30 08 04 00 04 00 02 02 FF 80"), "QAsnUniResID.neID: INTEGER content is not minimal at offset 6"},
       {'u', Hex("30 0B 04 00 04 00 02 05 01 00 00 00 00"),
-       "QAsnUniResID.neID: AsnTinyInt: INTEGER of 5 octets does not fit"},
+       "QAsnUniResID.neID: INTEGER of 5 octets does not fit (at most 4) at offset 6"},
       {'p', Hex("30 0E 01 01 00 02 09 01 00 00 00 00 00 00 00 00"),
-       "CodecProbe.big: AsnInt: INTEGER of 9 octets does not fit"},
-      {'p', Hex("30 07 01 02 00 00 02 01 00"), "CodecProbe.flag: AsnBool: BOOLEAN content"},
-      {'p', Hex("30 05 01 00 02 01 00"), "CodecProbe.flag: AsnBool: BOOLEAN content"},
-      {'p', Hex("30 08 01 01 00 22 03 02 01 00"), "CodecProbe.big: wrong tag [UNIVERSAL 2] constructed"},
-      {'e', Hex("30 08 30 03 04 01 41 02 01 07"), "QAsnErrInfo.objID: AsnTinyInt: wrong tag"},
-      {'c', NestedColumn(32), "QAsnColumn.strCondition: constructed values nested deeper than 32 levels"},
-      {'c', NestedColumn(10000), "nested deeper than 32 levels"},  // without exhausting the stack
+       "CodecProbe.big: INTEGER of 9 octets does not fit (at most 8) at offset 5"},
+      {'p', Hex("30 07 01 02 00 00 02 01 00"), "CodecProbe.flag: BOOLEAN content is not one octet at offset 2"},
+      {'p', Hex("30 05 01 00 02 01 00"), "CodecProbe.flag: BOOLEAN content is not one octet at offset 2"},
+      {'p', Hex("30 08 01 01 00 22 03 02 01 00"), "CodecProbe.big: wrong tag [UNIVERSAL 2] constructed (INTEGER), expected [UNIVERSAL 2] primitive (INTEGER) at offset 5"},
+      {'e', Hex("30 08 30 03 04 01 41 02 01 07"), "QAsnErrInfo.objID[0]: wrong tag [UNIVERSAL 4] primitive (OCTET STRING), expected [UNIVERSAL 2] primitive (INTEGER) at offset 4"},
+      {'c', NestedColumn(32), "QAsnColumn.strCondition: constructed values nested deeper than 32 levels at offset 64"},
+      {'c', NestedColumn(10000), "QAsnColumn.strCondition: constructed values nested deeper than 32 levels at offset 64"},  // without exhausting the stack
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(c.octets.size() < 40 ? ToHex(c.octets) : c.error);
@@ -147,8 +173,10 @@ TEST(SequenceCodec, RefusesMalformedInputNamingRecordAndMember) {
                                 : c.type == 'e' ? DecodeAs<QAsnErrInfo>(c.octets)
                                 : c.type == 'c' ? DecodeAs<QAsnColumn>(c.octets)
                                 : c.type == 'l' ? DecodeAs<QAsnTinyIntList>(c.octets)
+                                : c.type == 'n' ? DecodeAs<QAsnErrInfoList>(c.octets)
+                                : c.type == 'r' ? DecodeAs<QAsnErrInfoReturn>(c.octets)
                                                 : DecodeAs<CodecProbe>(c.octets);
-    EXPECT_NE(message.find(c.error), std::string::npos) << message;
+    EXPECT_EQ(message, c.error);
   }
   EXPECT_EQ(DecodeAs<QAsnColumn>(NestedColumn(31)), "no exception");
 }

@@ -3,7 +3,6 @@
 
 #include "tn_velkor/frame/tn_velkor_module.cpp"
 
-#include "tn_velkor/asn/indent_table.cpp"
 #include "tn_velkor/asn/value_type_descriptions.cpp"
 #include "tn_velkor/convert/name_value.cpp"
 #include "tn_velkor/convert/ports.cpp"

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cstring>
 
-#include "tn_platform/asn/csm_exception.h"
 
 AsnBuf::AsnBuf(const unsigned char* data, std::size_t size) : m_begin(data), m_read(data), m_end(data + size) {}
 
@@ -23,12 +22,16 @@ std::string AsnBuf::EncodedBytes() const {
   return std::string(reinterpret_cast<const char*>(EncodedData()), EncodedLength());
 }
 
-void AsnBuf::ThrowTooDeep() const {
-  AsnThrowDecodeError(
-      *this, "constructed values nested deeper than " + std::to_string(AsnDecodeLimits::kMaxDepth) + " levels");
+void AsnBuf::ThrowTooDeep() {
+  // About the value being entered, whose start its decoder's caller knows.
+  AsnThrowContentError("constructed values nested deeper than " + std::to_string(AsnDecodeLimits::kMaxDepth) +
+                       " levels");
 }
 
-void AsnThrowDecodeError(const AsnBuf& buf, const std::string& what) {
-  const std::string message = what + " at offset " + std::to_string(buf.Offset());
-  throw new CSM_Exception(kAsnDecodeError, 0, "", "asn_runtime", message.c_str(), nullptr);
+void AsnBuf::ThrowLengthOverrun() const {
+  AsnDecodeError* error = new AsnDecodeError(
+      m_overrunElementOffset, "element runs past the end of its list (content length " +
+                                  std::to_string(m_overrunLength) + ")");
+  error->AddIndex(m_overrunElementIndex);
+  throw error;
 }

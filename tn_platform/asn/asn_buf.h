@@ -4,8 +4,8 @@
 // length and tag in front of it, so nothing has to be measured in advance.
 // Decoding reads forward through a read-only view of the caller's bytes; a
 // read past the end yields 0 and sets the read-error flag instead of reading
-// out of bounds. Decode entry points of the runtime turn that flag into a
-// CSM_Exception (see AsnDecodeValue in asn_value_io.h).
+// out of bounds; the codecs turn that into an AsnDecodeError naming the item
+// at fault (asn_decode_error.h).
 #pragma once
 #pragma GCC visibility push(default)
 
@@ -14,6 +14,8 @@
 #include <memory>
 #include <string>
 #include <string_view>
+
+#include "tn_platform/asn/asn_decode_error.h"
 
 // The encoding rules a value is coded with. The runtime implements BER only;
 // every caller passes 1.
@@ -99,14 +101,17 @@ class AsnBuf {
   void Rewind(std::size_t offset) { m_read = m_begin + offset; }
   bool ReadError() const { return m_readError; }
   void SetReadError() { m_readError = true; }
-  // A list's elements ran past its definite `length`. The list does not
-  // refuse that itself; the whole-value decode does (AsnDecodeValue).
-  void NoteLengthOverrun(unsigned long length) {
+  // A list's last element, index `elementIndex` starting at `elementOffset`,
+  // ran past the list's definite `length`. The list does not refuse that
+  // itself; whoever decodes the list as a member or a whole value does
+  // (AsnThrowLengthOverrun).
+  void NoteLengthOverrun(unsigned long length, std::size_t elementOffset, unsigned long elementIndex) {
     m_lengthOverrun = true;
     m_overrunLength = length;
+    m_overrunElementOffset = elementOffset;
+    m_overrunElementIndex = elementIndex;
   }
   bool LengthOverrun() const { return m_lengthOverrun; }
-  unsigned long OverrunLength() const { return m_overrunLength; }
 
   // Nesting of constructed values being decoded; entering one level more than
   // AsnDecodeLimits::kMaxDepth throws a CSM_Exception.
@@ -116,8 +121,12 @@ class AsnBuf {
   }
   void LeaveConstructed() { --m_depth; }
 
+  // Throws the AsnDecodeError of the overrun noted last: about the element
+  // that ran past its list's length.
+  [[noreturn]] void ThrowLengthOverrun() const;
+
  private:
-  [[noreturn]] void ThrowTooDeep() const;
+  [[noreturn]] static void ThrowTooDeep();
 
   // Encoding block: the written octets are [m_front, m_block + m_blockSize).
   std::unique_ptr<unsigned char[]> m_block;
@@ -131,6 +140,8 @@ class AsnBuf {
   bool m_readError = false;
   bool m_lengthOverrun = false;
   unsigned long m_overrunLength = 0;
+  std::size_t m_overrunElementOffset = 0;
+  unsigned long m_overrunElementIndex = 0;
   unsigned m_depth = 0;
 };
 
@@ -146,8 +157,4 @@ class AsnNestingGuard {
  private:
   AsnBuf& m_buf;
 };
-
-// Throws a heap-allocated CSM_Exception for a malformed encoding. `what`
-// names the defect and the value; the offset of `buf` is appended.
-[[noreturn]] void AsnThrowDecodeError(const AsnBuf& buf, const std::string& what);
 #pragma GCC visibility pop

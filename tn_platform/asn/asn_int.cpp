@@ -19,9 +19,9 @@ unsigned long EncodeContent(AsnBuf& buf, std::int64_t value) {
   }
 }
 
-std::int64_t DecodeContent(AsnBuf& buf, unsigned long length, unsigned maxOctets, const char* typeName) {
+std::int64_t DecodeContent(AsnBuf& buf, unsigned long length, unsigned maxOctets, std::size_t itemStart) {
   // The messages are built on the failing paths only.
-  const auto fail = [&](const std::string& what) { AsnThrowDecodeError(buf, typeName + (": " + what)); };
+  const auto fail = [itemStart](const std::string& what) { AsnThrowDecodeError(itemStart, what); };
   if (length == kIndefiniteLength) fail("indefinite length on an INTEGER");
   if (length == 0) fail("INTEGER without content octets");
   const unsigned char* octets = buf.GetSeg(length);
@@ -41,11 +41,13 @@ std::int64_t DecodeContent(AsnBuf& buf, unsigned long length, unsigned maxOctets
 }  // namespace asn_integer
 
 namespace {
-// Reads tag and length of a complete INTEGER and returns the length.
-unsigned long DecodeIntegerHeader(AsnBuf& buf, unsigned long& bytesDecoded, const char* typeName) {
+// Decodes a complete INTEGER whose content must fit in `maxOctets` octets.
+std::int64_t DecodeInteger(AsnBuf& buf, unsigned long& bytesDecoded, unsigned maxOctets) {
   const AsnHeader header = BDecHeader(buf, bytesDecoded, kTagInteger);
-  if (header.status != AsnHeader::kComplete) AsnThrowHeaderError(buf, header, typeName);
-  return header.length;
+  if (header.status != AsnHeader::kComplete) AsnThrowHeaderError(header, kTagInteger);
+  const std::int64_t value = asn_integer::DecodeContent(buf, header.length, maxOctets, header.start);
+  bytesDecoded += header.length;
+  return value;
 }
 
 unsigned long EncodeInteger(AsnBuf& buf, std::int64_t value) {
@@ -56,13 +58,12 @@ unsigned long EncodeInteger(AsnBuf& buf, std::int64_t value) {
 }  // namespace
 
 void AsnTinyInt::BDecContent(AsnBuf& buf, AsnTag, unsigned long length, unsigned long& bytesDecoded) {
-  m_value = static_cast<int>(asn_integer::DecodeContent(buf, length, 4, "AsnTinyInt"));
+  m_value = static_cast<int>(asn_integer::DecodeContent(buf, length, 4, AsnDecodeError::kUnplaced));
   bytesDecoded += length;
 }
 
 void AsnTinyInt::BDec(AsnBuf& buf, unsigned long& bytesDecoded, NIClass_EncodingFormatEnum) {
-  const unsigned long length = DecodeIntegerHeader(buf, bytesDecoded, "AsnTinyInt");
-  BDecContent(buf, kTagInteger, length, bytesDecoded);
+  m_value = static_cast<int>(DecodeInteger(buf, bytesDecoded, 4));
 }
 
 unsigned long AsnTinyInt::BEnc(AsnBuf& buf, NIClass_EncodingFormatEnum) { return EncodeInteger(buf, m_value); }
@@ -70,13 +71,12 @@ unsigned long AsnTinyInt::BEnc(AsnBuf& buf, NIClass_EncodingFormatEnum) { return
 void AsnTinyInt::Print(std::ostream& os, unsigned long, bool) const { os << m_value; }
 
 void AsnInt::BDecContent(AsnBuf& buf, AsnTag, unsigned long length, unsigned long& bytesDecoded) {
-  m_value = asn_integer::DecodeContent(buf, length, 8, "AsnInt");
+  m_value = asn_integer::DecodeContent(buf, length, 8, AsnDecodeError::kUnplaced);
   bytesDecoded += length;
 }
 
 void AsnInt::BDec(AsnBuf& buf, unsigned long& bytesDecoded, NIClass_EncodingFormatEnum) {
-  const unsigned long length = DecodeIntegerHeader(buf, bytesDecoded, "AsnInt");
-  BDecContent(buf, kTagInteger, length, bytesDecoded);
+  m_value = DecodeInteger(buf, bytesDecoded, 8);
 }
 
 unsigned long AsnInt::BEnc(AsnBuf& buf, NIClass_EncodingFormatEnum) { return EncodeInteger(buf, m_value); }

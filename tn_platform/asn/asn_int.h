@@ -15,8 +15,9 @@ namespace asn_integer {
 // Writes the minimal two's-complement content of `value`; returns its length.
 unsigned long EncodeContent(AsnBuf& buf, std::int64_t value);
 // Reads `length` content octets of an INTEGER that must fit in `maxOctets`
-// octets. `typeName` names the class in error messages.
-std::int64_t DecodeContent(AsnBuf& buf, unsigned long length, unsigned maxOctets, const char* typeName);
+// octets; errors are placed at `itemStart` (AsnDecodeError::kUnplaced when
+// the caller places them).
+std::int64_t DecodeContent(AsnBuf& buf, unsigned long length, unsigned maxOctets, std::size_t itemStart);
 }  // namespace asn_integer
 
 class AsnTinyInt : public AsnType {

@@ -18,55 +18,84 @@ unsigned long AsnOcts::BEnc(AsnBuf& buf, NIClass_EncodingFormatEnum) {
 }
 
 namespace {
-// Appends the segments of a constructed OCTET STRING to `out`.
-void DecodeSegments(AsnBuf& buf, unsigned long length, unsigned long& bytesDecoded, std::string& out) {
+// Appends the segments of a constructed OCTET STRING of content `length`
+// (or indefinite), starting at `itemStart` (kUnplaced: the caller places the
+// errors about the whole value), to `out`.
+void DecodeSegments(AsnBuf& buf, unsigned long length, unsigned long& bytesDecoded, std::string& out,
+                    std::size_t itemStart) {
   // The guard keeps the nesting count right when a segment throws.
   const AsnNestingGuard nesting(buf);
   const bool indefinite = length == kIndefiniteLength;
   const std::size_t end = indefinite ? 0 : buf.Offset() + length;
   unsigned long consumed = 0;
   while (indefinite ? !AtEoc(buf) : buf.Offset() < end) {
-    if (buf.Remaining() == 0) AsnThrowDecodeError(buf, "OCTET STRING segments run past the input");
+    if (buf.Remaining() == 0) {
+      AsnThrowDecodeError(itemStart, indefinite ? std::string("input ends before the end-of-contents octets")
+                                                : "input ends " + AsnOctetCount(end - buf.Offset()) +
+                                                      " short of the value");
+    }
     const AsnHeader header = BDecHeader(buf, consumed, kTagOctetString, kTagOctetStringConstructed);
     if (header.status == AsnHeader::kWrongTag) {
-      AsnThrowDecodeError(buf, "OCTET STRING segment with tag " + TagToString(header.tag));
+      AsnThrowDecodeError(header.start, "OCTET STRING segment with tag " + TagDescription(header.tag));
     }
-    if (header.status != AsnHeader::kComplete) AsnThrowDecodeError(buf, "OCTET STRING segment runs past the input");
+    if (header.status != AsnHeader::kComplete) AsnThrowHeaderError(header, kTagOctetString);
     const unsigned long segmentLength = header.length;
+    const bool definite = segmentLength != kIndefiniteLength;
+    if (!indefinite && definite && buf.Offset() + segmentLength > end) {
+      AsnThrowDecodeError(header.start, "OCTET STRING segment runs past its enclosing value");
+    }
     if (TagIsConstructed(header.tag)) {
-      DecodeSegments(buf, segmentLength, consumed, out);
+      try {
+        DecodeSegments(buf, segmentLength, consumed, out, header.start);
+      } catch (AsnDecodeError* error) {
+        error->PlaceAt(header.start);
+        throw;
+      }
+      if (!indefinite && buf.Offset() > end) {
+        AsnThrowDecodeError(header.start, "OCTET STRING segment runs past its enclosing value");
+      }
     } else {
-      if (segmentLength == kIndefiniteLength) AsnThrowDecodeError(buf, "indefinite length on a primitive OCTET STRING");
+      if (!definite) AsnThrowDecodeError(header.start, "indefinite length on a primitive OCTET STRING");
       const unsigned char* octets = buf.GetSeg(segmentLength);
       out.append(reinterpret_cast<const char*>(octets), segmentLength);
       consumed += segmentLength;
     }
-    if (!indefinite && buf.Offset() > end)
-      AsnThrowDecodeError(buf, "OCTET STRING segment runs past its enclosing value");
   }
   if (indefinite) BDecEoc(buf, consumed);
   bytesDecoded += consumed;
 }
+
+// The content of an OCTET STRING whose header was read; errors about the
+// whole value are placed at `itemStart` (or left to the caller).
+void DecodeOctets(AsnOcts& value, AsnBuf& buf, AsnTag tag, unsigned long length, unsigned long& bytesDecoded,
+                  std::size_t itemStart) {
+  if (TagIsConstructed(tag)) {
+    std::string octets;
+    DecodeSegments(buf, length, bytesDecoded, octets, itemStart);
+    value.Set(octets.data(), octets.size());
+    return;
+  }
+  if (length == kIndefiniteLength) AsnThrowDecodeError(itemStart, "indefinite length on a primitive OCTET STRING");
+  const unsigned char* octets = buf.GetSeg(length);
+  if (octets == nullptr) AsnThrowDecodeError(itemStart, "OCTET STRING runs past the input");
+  value.Set(octets, length);
+  bytesDecoded += length;
+}
 }  // namespace
 
 void AsnOcts::BDecContent(AsnBuf& buf, AsnTag tag, unsigned long length, unsigned long& bytesDecoded) {
-  if (TagIsConstructed(tag)) {
-    std::string octets;
-    DecodeSegments(buf, length, bytesDecoded, octets);
-    m_content.Assign(octets.data(), octets.size());
-    return;
-  }
-  if (length == kIndefiniteLength) AsnThrowDecodeError(buf, "indefinite length on a primitive OCTET STRING");
-  const unsigned char* octets = buf.GetSeg(length);
-  if (octets == nullptr) AsnThrowDecodeError(buf, "OCTET STRING runs past the input");
-  m_content.Assign(octets, length);
-  bytesDecoded += length;
+  DecodeOctets(*this, buf, tag, length, bytesDecoded, AsnDecodeError::kUnplaced);
 }
 
 void AsnOcts::BDec(AsnBuf& buf, unsigned long& bytesDecoded, NIClass_EncodingFormatEnum) {
   const AsnHeader header = BDecHeader(buf, bytesDecoded, kTagOctetString, kTagOctetStringConstructed);
-  if (header.status != AsnHeader::kComplete) AsnThrowHeaderError(buf, header, "OCTET STRING");
-  BDecContent(buf, header.tag, header.length, bytesDecoded);
+  if (header.status != AsnHeader::kComplete) AsnThrowHeaderError(header, kTagOctetString);
+  try {
+    DecodeOctets(*this, buf, header.tag, header.length, bytesDecoded, header.start);
+  } catch (AsnDecodeError* error) {  // end-of-contents missing at the end of the input
+    error->PlaceAt(header.start);
+    throw;
+  }
 }
 
 namespace {

@@ -1,6 +1,5 @@
 #include "tn_platform/asn/asn_sequence.h"
 
-#include <memory>
 #include <string>
 
 #include "tn_platform/asn/asn_bool.h"
@@ -8,7 +7,7 @@
 #include "tn_platform/asn/asn_list_base.h"
 #include "tn_platform/asn/asn_octs.h"
 #include "tn_platform/asn/asn_record_plan.h"
-#include "tn_platform/asn/csm_exception.h"
+#include "tn_platform/asn/indent_table.h"
 
 namespace {
 
@@ -84,22 +83,12 @@ void AssignValue(AsnMemberKind kind, AsnType* target, const AsnType* source) {
   }
 }
 
-// Prefixes the message of a decoding error with "Record: " or "Record.member: ":
-// the primitives and the members' own codecs know nothing of where they are.
-[[noreturn]] void RethrowWithin(CSM_Exception* error, const AsnSequence& record, const char* member) {
-  const std::unique_ptr<CSM_Exception> owned(error);
-  std::string message = record.typeName();
-  if (member != nullptr) message += std::string(".") + member;
-  message += ": " + owned->Message();
-  throw new CSM_Exception(owned->ErrorCode(), owned->Location(), owned->Context().c_str(), owned->File().c_str(),
-                          message.c_str(), nullptr);
-}
-
-// The member that carries `tag` when it is not the next one in order: skips
-// absent optional members, refuses a mismatching mandatory one, a member out
-// of order or repeated and an unknown tag. Sets `member` to the member an
-// error is about.
-std::size_t FindMember(const AsnRecordPlan& plan, std::size_t next, AsnTag tag, const AsnBuf& buf,
+// The member that carries `tag`, the header of the item starting at
+// `itemStart`, when it is not the next one in order: skips absent optional
+// members, refuses a mismatching mandatory one (naming it in `member`, so the
+// error's path ends in it), a member out of order or repeated, and an unknown
+// tag.
+std::size_t FindMember(const AsnRecordPlan& plan, std::size_t next, AsnTag tag, std::size_t itemStart,
                        const char*& member) {
   const std::vector<AsnMemberStep>& members = plan.members;
   for (std::size_t index = next; index < members.size(); ++index) {
@@ -107,21 +96,19 @@ std::size_t FindMember(const AsnRecordPlan& plan, std::size_t next, AsnTag tag, 
     if (step.Matches(tag)) return index;
     if (!step.optional) {
       member = step.name;
-      AsnThrowDecodeError(buf, "wrong tag " + TagToString(tag) + " for a mandatory member, expected " +
-                                   TagToString(step.tag));
+      AsnThrowDecodeError(itemStart, "wrong tag " + TagDescription(tag) + ", expected " + TagDescription(step.tag));
     }
   }
   for (std::size_t earlier = 0; earlier < next; ++earlier) {
     if (members[earlier].Matches(tag)) {
-      member = members[earlier].name;
-      AsnThrowDecodeError(buf, "member out of order or repeated");
+      AsnThrowDecodeError(itemStart, std::string("member ") + members[earlier].name + " out of order or repeated");
     }
   }
-  if (next == members.size()) AsnThrowDecodeError(buf, "content left over after the last member");
-  AsnThrowDecodeError(buf, "unknown member with tag " + TagToString(tag));
+  if (next == members.size()) {
+    AsnThrowDecodeError(itemStart, "content left over after the last member (tag " + TagDescription(tag) + ")");
+  }
+  AsnThrowDecodeError(itemStart, "unknown member with tag " + TagDescription(tag));
 }
-
-void WriteIndent(std::ostream& os, unsigned long level) { os << std::string(2 * level, ' '); }
 
 }  // namespace
 
@@ -161,20 +148,21 @@ unsigned long AsnSequence::BEnc(AsnBuf& buf, NIClass_EncodingFormatEnum format) 
 }
 
 AsnHeader AsnSequence::DecodeHeader(AsnBuf& buf, unsigned long& bytesDecoded) const {
-  AsnHeader header;
-  try {
-    header = BDecHeader(buf, bytesDecoded, kTagSequence);
-  } catch (CSM_Exception* error) {
-    RethrowWithin(error, *this, nullptr);
-  }
-  if (header.status != AsnHeader::kComplete) AsnThrowHeaderError(buf, header, typeName(), "SEQUENCE");
+  const AsnHeader header = BDecHeader(
+      buf, bytesDecoded, [](AsnTag tag) { return tag == kTagSequence; }, AsnLengthCheck::kPrimitiveOnly);
+  if (header.status != AsnHeader::kComplete) AsnThrowHeaderError(header, kTagSequence);
   return header;
 }
 
 void AsnSequence::BDec(AsnBuf& buf, unsigned long& bytesDecoded, NIClass_EncodingFormatEnum) {
   // Straight to the members, without the call through slot 9.
   const AsnHeader header = DecodeHeader(buf, bytesDecoded);
-  DecodeMembers(buf, header.length, bytesDecoded);
+  try {
+    DecodeMembers(buf, header.length, bytesDecoded);
+  } catch (AsnDecodeError* error) {  // the record's own errors are about its whole TLV
+    error->PlaceAt(header.start);
+    throw;
+  }
 }
 
 void AsnSequence::BDecContent(AsnBuf& buf, unsigned int, unsigned long length, unsigned long& bytesDecoded,
@@ -186,18 +174,19 @@ void AsnSequence::DecodeMembers(AsnBuf& buf, unsigned long length, unsigned long
   const AsnRecordPlan& plan = Plan();
   void* const base = this;
   const std::vector<AsnMemberStep>& members = plan.members;
-  const AsnNestingGuard nesting(buf);
   const bool indefinite = length == kIndefiniteLength;
   const std::size_t start = buf.Offset();
+  // A definite length may run past the input: the members are decoded as far
+  // as the input goes, so the error names the first item that breaks.
   const std::size_t end = indefinite ? 0 : start + length;
   unsigned long counted = 0;  // the octet count is the distance the buffer moved
-  // Errors are raised bare and named once, below, after the record and
-  // `member`: the member being decoded, or null between members.
+  // The record's own errors are thrown unplaced, for the caller that read its
+  // header to place; errors about a member name it in `member` (null between
+  // members) and are placed at `memberStart`.
   const char* member = nullptr;
+  std::size_t memberStart = 0;
   try {
-    if (!indefinite && length > buf.Remaining()) {
-      AsnThrowDecodeError(buf, "length " + std::to_string(length) + " runs past the input");
-    }
+    const AsnNestingGuard nesting(buf);
     // Decoding replaces the record's content: optional members start absent.
     if (plan.hasOptional) {
       for (const AsnMemberStep& step : members) {
@@ -207,38 +196,44 @@ void AsnSequence::DecodeMembers(AsnBuf& buf, unsigned long length, unsigned long
 
     std::size_t next = 0;  // the first member that may still come
     for (;;) {
-      if (indefinite) {
-        if (AtEoc(buf)) break;
-        if (buf.Remaining() == 0) AsnThrowDecodeError(buf, "missing end-of-contents");
-      } else if (buf.Offset() >= end) {
-        break;
-      }
+      if (indefinite ? AtEoc(buf) : buf.Offset() >= end) break;
       std::size_t index = next;
-      const AsnHeader header = BDecHeader(buf, counted, [&](AsnTag tag) {
-        // Members mostly come in order: the next one is tried first.
-        if (index >= members.size() || !members[index].Matches(tag)) index = FindMember(plan, next, tag, buf, member);
-        member = members[index].name;
-        return true;
-      });
-      if (header.status == AsnHeader::kEndsBeforeTag) AsnThrowDecodeError(buf, "input ends inside the record");
-      if (header.status == AsnHeader::kEndsInLength) AsnThrowDecodeError(buf, "input ends in the length");
+      memberStart = buf.Offset();
+      const AsnHeader header = BDecHeader(
+          buf, counted,
+          [&](AsnTag tag) {
+            // Members mostly come in order: the next one is tried first.
+            if (index >= members.size() || !members[index].Matches(tag)) {
+              index = FindMember(plan, next, tag, memberStart, member);
+            }
+            member = members[index].name;
+            return true;
+          },
+          AsnLengthCheck::kPrimitiveOnly);
+      if (header.status == AsnHeader::kEndsBeforeTag) {  // the record ends short: its own error
+        AsnThrowContentError(indefinite ? std::string("input ends before the end-of-contents octets")
+                                        : "input ends " + AsnOctetCount(end - buf.Offset()) + " short of the value");
+      }
+      if (header.status != AsnHeader::kComplete) AsnThrowDecodeError(memberStart, "input ends in the length");
 
       const AsnMemberStep& step = members[index];
       const unsigned long memberLength = header.length;
       const std::size_t contentStart = buf.Offset();
       const bool definite = memberLength != kIndefiniteLength;
       if (!indefinite && definite && contentStart + memberLength > end) {
-        AsnThrowDecodeError(buf, "length runs past the enclosing record");
+        AsnThrowDecodeError(memberStart, "length " + std::to_string(memberLength) +
+                                             " runs past the end of the record (" +
+                                             AsnOctetCount(end - contentStart) + " left in it)");
       }
       DecodeContent(buf, step.kind, step.ValueOrCreateIn(base), header.tag, memberLength, counted);
       // A primitive value takes exactly its length or throws; a constructed
       // one (a list, a record, a segmented OCTET STRING) is checked here.
       if (TagIsConstructed(header.tag)) {
-        if (buf.ReadError()) AsnThrowDecodeError(buf, "runs past the input");
         if (definite && buf.Offset() != contentStart + memberLength) {
-          AsnThrowDecodeError(buf, "content does not match its length");
+          if (buf.LengthOverrun()) buf.ThrowLengthOverrun();
+          AsnThrowDecodeError(memberStart, "content does not match its length");
         }
-        if (!indefinite && buf.Offset() > end) AsnThrowDecodeError(buf, "runs past the enclosing record");
+        if (!indefinite && buf.Offset() > end) AsnThrowDecodeError(memberStart, "runs past the end of the record");
       }
       next = index + 1;
       member = nullptr;
@@ -246,21 +241,23 @@ void AsnSequence::DecodeMembers(AsnBuf& buf, unsigned long length, unsigned long
 
     for (std::size_t index = next; index < members.size(); ++index) {
       if (!members[index].optional) {
-        member = members[index].name;
-        AsnThrowDecodeError(buf, "mandatory member missing");
+        AsnThrowContentError(std::string("mandatory member ") + members[index].name + " missing");
       }
     }
     if (indefinite) BDecEoc(buf, counted);
-  } catch (CSM_Exception* error) {
-    RethrowWithin(error, *this, member);
+  } catch (AsnDecodeError* error) {
+    if (member != nullptr) {
+      error->PlaceAt(memberStart);
+      error->AddMember(member);
+    }
+    throw;
   }
   bytesDecoded += buf.Offset() - start;
 }
 
 void AsnSequence::Print(std::ostream& os, unsigned long level, bool lineBreak) const {
   if (lineBreak) {
-    os << '\n';
-    WriteIndent(os, level);
+    os << '\n' << IndentText(level);
   }
   const AsnRecordPlan& plan = Plan();
   void* const base = const_cast<AsnSequence*>(this);
@@ -268,9 +265,7 @@ void AsnSequence::Print(std::ostream& os, unsigned long level, bool lineBreak) c
   for (const AsnMemberStep& member : plan.members) {
     const AsnType* value = member.ValueIn(base);
     if (value == nullptr) continue;
-    os << '\n';
-    WriteIndent(os, level + 1);
-    os << member.name << ' ';
+    os << '\n' << IndentText(level + 1) << member.name << ' ';
     if (member.kind == AsnMemberKind::kList) {
       if (static_cast<const AsnListBase*>(value)->Count() == 0) {
         os << "{}";
@@ -278,16 +273,12 @@ void AsnSequence::Print(std::ostream& os, unsigned long level, bool lineBreak) c
       }
       os << '{';
       value->Print(os, level + 2, true);
-      os << '\n';
-      WriteIndent(os, level + 1);
-      os << '}';
+      os << '\n' << IndentText(level + 1) << '}';
       continue;
     }
     value->Print(os, level + 1, false);
   }
-  os << '\n';
-  WriteIndent(os, level);
-  os << '}';
+  os << '\n' << IndentText(level) << '}';
 }
 
 void AsnSequence::Constructor(AsnSequence&) {

@@ -2,7 +2,7 @@
 
 #include <cstdio>
 
-#include "tn_platform/asn/csm_exception.h"
+#include "tn_platform/asn/asn_decode_error.h"
 
 namespace {
 // Subsequent identifier octets that fit below the first one in a packed tag.
@@ -45,6 +45,50 @@ std::string TagToString(AsnTag tag) {
          (TagIsConstructed(tag) ? "constructed" : "primitive");
 }
 
+const char* UniversalTagName(unsigned number) {
+  switch (number) {
+    case 1:
+      return "BOOLEAN";
+    case 2:
+      return "INTEGER";
+    case 3:
+      return "BIT STRING";
+    case 4:
+      return "OCTET STRING";
+    case 5:
+      return "NULL";
+    case 6:
+      return "OBJECT IDENTIFIER";
+    case 10:
+      return "ENUMERATED";
+    case 12:
+      return "UTF8String";
+    case 16:
+      return "SEQUENCE";
+    case 17:
+      return "SET";
+    case 19:
+      return "PrintableString";
+    case 22:
+      return "IA5String";
+    case 23:
+      return "UTCTime";
+    case 24:
+      return "GeneralizedTime";
+    default:
+      return nullptr;
+  }
+}
+
+std::string TagDescription(AsnTag tag) {
+  std::string text = TagToString(tag);
+  if (tag == 0) return text + " (end-of-contents)";
+  if (TagClassOf(tag) == AsnTagClass::kUniversal) {
+    if (const char* name = UniversalTagName(TagNumber(tag))) text += std::string(" (") + name + ")";
+  }
+  return text;
+}
+
 unsigned long BEncHighTag(AsnBuf& buf, AsnTag tag) {
   // Identifier octets stand in the packed tag from bit 31 down; the last one
   // is the first octet without bit 8 set after the first identifier octet.
@@ -78,24 +122,25 @@ unsigned long BEncEoc(AsnBuf& buf) {
 }
 
 void BDecTag_Impl(AsnBuf& buf, unsigned long& bytesDecoded, unsigned int& tag) {
+  const std::size_t start = buf.Offset() - 1;  // the first identifier octet, already read
   for (int i = 0; i < kMaxSubsequentTagOctets; ++i) {
     const unsigned octet = buf.GetByte();
     ++bytesDecoded;
     if (buf.ReadError()) return;
-    if (i == 0 && octet == 0x80) AsnThrowDecodeError(buf, "high tag number form with a leading 0x80 octet");
+    if (i == 0 && octet == 0x80) AsnThrowDecodeError(start, "high tag number form with a leading 0x80 octet");
     tag |= octet << (8 * (2 - i));
     if ((octet & 0x80) == 0) return;
   }
-  AsnThrowDecodeError(buf, "tag number does not fit in 32 bits");
+  AsnThrowDecodeError(start, "tag number does not fit in 32 bits");
 }
 
-unsigned long BDecLen_Impl(AsnBuf& buf, unsigned long& bytesDecoded, unsigned char first) {
+unsigned long BDecLen_Impl(AsnBuf& buf, unsigned long& bytesDecoded, unsigned char first, std::size_t itemStart) {
   if (first == 0x80) return kIndefiniteLength;
-  if (first == 0xFF) AsnThrowDecodeError(buf, "length octet 0xFF is reserved");
+  if (first == 0xFF) AsnThrowDecodeError(itemStart, "length octet 0xFF is reserved");
   const unsigned octets = first & 0x7Fu;
   if (octets > AsnDecodeLimits::kMaxLengthOctets) {
-    AsnThrowDecodeError(buf, "length with " + std::to_string(octets) + " length octets (at most " +
-                                 std::to_string(AsnDecodeLimits::kMaxLengthOctets) + ")");
+    AsnThrowDecodeError(itemStart, "length with " + std::to_string(octets) + " length octets (at most " +
+                                       std::to_string(AsnDecodeLimits::kMaxLengthOctets) + ")");
   }
   unsigned long length = 0;
   for (unsigned i = 0; i < octets; ++i) {
@@ -104,35 +149,33 @@ unsigned long BDecLen_Impl(AsnBuf& buf, unsigned long& bytesDecoded, unsigned ch
     if (buf.ReadError()) return 0;
     length = (length << 8) | octet;
   }
-  // Checking here makes every definite length trustworthy for what follows:
-  // nothing is ever sized by a length the input cannot back.
-  if (length > buf.Remaining()) BDecLenPastInput(buf, length);
   return length;
 }
 
-void BDecLenPastInput(const AsnBuf& buf, unsigned long length) {
-  AsnThrowDecodeError(buf, "length " + std::to_string(length) + " runs past the input (" +
-                               std::to_string(buf.Remaining()) + " octets left)");
+void BDecLenPastInput(const AsnBuf& buf, std::size_t itemStart, unsigned long length) {
+  AsnThrowDecodeError(itemStart, "length " + std::to_string(length) + " runs past the input (" +
+                                     AsnOctetCount(buf.Remaining()) + " left)");
 }
 
-void AsnThrowHeaderError(const AsnBuf& buf, const AsnHeader& header, const char* valueName, const char* expectedName) {
-  const std::string value(valueName);
+void AsnThrowHeaderError(const AsnHeader& header, AsnTag expected) {
   switch (header.status) {
     case AsnHeader::kEndsBeforeTag:
-      AsnThrowDecodeError(buf, value + ": input ends before the tag");
+      AsnThrowDecodeError(header.start, "input ends before the tag");
     case AsnHeader::kWrongTag:
-      AsnThrowDecodeError(buf, value + ": wrong tag " + TagToString(header.tag) +
-                                   (expectedName != nullptr ? std::string(", expected ") + expectedName : ""));
+      AsnThrowDecodeError(header.start,
+                          "wrong tag " + TagDescription(header.tag) + ", expected " + TagDescription(expected));
     default:
-      AsnThrowDecodeError(buf, value + ": input ends in the length");
+      AsnThrowDecodeError(header.start, "input ends in the length");
   }
 }
 
 void BDecEoc(AsnBuf& buf, unsigned long& bytesDecoded) {
+  const std::size_t start = buf.Offset();
   const unsigned char first = buf.GetByte();
+  if (buf.ReadError()) AsnThrowContentError("input ends before the end-of-contents octets");
   const unsigned char second = buf.GetByte();
-  if (buf.ReadError()) AsnThrowDecodeError(buf, "missing end-of-contents octets");
-  if (first != 0 || second != 0) AsnThrowDecodeError(buf, "end-of-contents octets expected");
+  if (buf.ReadError()) AsnThrowDecodeError(start, "input ends in the end-of-contents octets");
+  if (first != 0 || second != 0) AsnThrowDecodeError(start, "end-of-contents octets are not 00 00");
   bytesDecoded += 2;
 }
 

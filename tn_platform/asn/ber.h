@@ -38,6 +38,11 @@ inline AsnTag TagWithForm(AsnTag tag, bool constructed) {
 }
 // "[UNIVERSAL 16] constructed", "[2] primitive", ...
 std::string TagToString(AsnTag tag);
+// The name of a universal tag number ("INTEGER", "SEQUENCE"), or null.
+const char* UniversalTagName(unsigned number);
+// TagToString with the universal type's name, for messages:
+// "[UNIVERSAL 2] primitive (INTEGER)", "[UNIVERSAL 0] primitive (end-of-contents)".
+std::string TagDescription(AsnTag tag);
 
 // ---- encoding (in front of what the buffer holds) --------------------------
 // Writes the identifier octets of a high-tag-number `tag`; returns how many.
@@ -66,16 +71,21 @@ inline unsigned long BEncDefLen(AsnBuf& buf, unsigned long length) {
 unsigned long BEncEoc(AsnBuf& buf);
 
 // ---- decoding ---------------------------------------------------------------
-// Completes a tag whose first octet (already in `tag`, shifted left by 24) has
-// its five low bits all set. Throws on a leading 0x80 subsequent octet or a
-// tag number that does not fit; sets the read-error flag when input runs out.
+// Malformed tag and length octets throw an AsnDecodeError placed at the item
+// they start; an input that ends inside them sets the read-error flag.
+
+// Completes a tag whose first octet (just read, in `tag` shifted left by 24)
+// has its five low bits all set. Throws on a leading 0x80 subsequent octet or
+// a tag number that does not fit.
 void BDecTag_Impl(AsnBuf& buf, unsigned long& bytesDecoded, unsigned int& tag);
-// Decodes a length whose first octet `first` has bit 7 set: 0x80 yields
-// kIndefiniteLength; 0xFF, more than AsnDecodeLimits::kMaxLengthOctets length
-// octets, or a definite length beyond the octets left in the input throw.
-unsigned long BDecLen_Impl(AsnBuf& buf, unsigned long& bytesDecoded, unsigned char first);
-// Throws: a definite `length` larger than what is left of the input.
-[[noreturn]] void BDecLenPastInput(const AsnBuf& buf, unsigned long length);
+// Reads the rest of a length whose first octet `first` (just read) has bit 7
+// set, of the item starting at `itemStart`: 0x80 yields kIndefiniteLength;
+// 0xFF and more than AsnDecodeLimits::kMaxLengthOctets length octets throw.
+// The length is not checked against the input.
+unsigned long BDecLen_Impl(AsnBuf& buf, unsigned long& bytesDecoded, unsigned char first, std::size_t itemStart);
+// Throws: the item starting at `itemStart` has a definite `length` larger than
+// what is left of the input.
+[[noreturn]] void BDecLenPastInput(const AsnBuf& buf, std::size_t itemStart, unsigned long length);
 // Reads a whole tag; 0 with the read-error flag set when the input is
 // exhausted. A one-octet tag is read inline.
 inline AsnTag BDecTag(AsnBuf& buf, unsigned long& bytesDecoded) {
@@ -86,17 +96,23 @@ inline AsnTag BDecTag(AsnBuf& buf, unsigned long& bytesDecoded) {
   if ((first & 0x1F) == 0x1F) BDecTag_Impl(buf, bytesDecoded, tag);
   return tag;
 }
-// Reads a whole length (short, long or indefinite form); a definite length
-// beyond the octets left in the input throws. The short form is read inline.
-inline unsigned long BDecLen(AsnBuf& buf, unsigned long& bytesDecoded) {
+// Reads a whole length (short, long or indefinite form) of the item starting
+// at `itemStart`, without checking it against the input (a structure dump
+// shows what a cut input holds). The short form is read inline.
+inline unsigned long BDecLenOctets(AsnBuf& buf, unsigned long& bytesDecoded, std::size_t itemStart) {
   const unsigned char first = buf.GetByte();
   ++bytesDecoded;
   if (buf.ReadError()) return 0;
-  if ((first & 0x80) == 0) {
-    if (first > buf.Remaining()) BDecLenPastInput(buf, first);
-    return first;
-  }
-  return BDecLen_Impl(buf, bytesDecoded, first);
+  if ((first & 0x80) == 0) return first;
+  return BDecLen_Impl(buf, bytesDecoded, first, itemStart);
+}
+// Reads a whole length; a definite length beyond the octets left in the
+// input throws as well (errors are placed at the length's first octet).
+inline unsigned long BDecLen(AsnBuf& buf, unsigned long& bytesDecoded) {
+  const std::size_t start = buf.Offset();
+  const unsigned long length = BDecLenOctets(buf, bytesDecoded, start);
+  if (!buf.ReadError() && length != kIndefiniteLength && length > buf.Remaining()) BDecLenPastInput(buf, start, length);
+  return length;
 }
 
 // ---- the header of one value ------------------------------------------------
@@ -110,23 +126,29 @@ struct AsnHeader {
   };
   AsnTag tag = 0;
   unsigned long length = 0;  // kIndefiniteLength for the indefinite form
+  std::size_t start = 0;     // offset of the first identifier octet
   Status status = kComplete;
 };
 
 // How a definite length is checked against the octets left in the input.
 enum class AsnLengthCheck {
-  kAgainstInput,  // every definite length must fit (what each value's own BDec wants)
-  kLongFormOnly,  // a short-form length is taken as it is: a list leaves an overrun to its elements
+  kAgainstInput,   // every definite length must fit (a primitive value's own BDec)
+  kPrimitiveOnly,  // a constructed value's may run past the input: its content is
+                   // decoded as far as the input goes, so that the error names
+                   // the first item inside that breaks, or the value itself
+                   // when its items end short of its length
 };
 
 // Reads the header of one value: the tag, which `acceptTag(tag)` must accept
-// (it may also throw a message of its own), then the length. One-octet tags
+// (it may also throw an error of its own), then the length. One-octet tags
 // and short-form lengths are read inline. Early ends and a refused tag are
-// reported in the status; malformed tag or length octets throw.
+// reported in the status; malformed tag or length octets and a length past
+// the input (as `lengthCheck` says) throw, placed at the header's start.
 template <class AcceptTag>
 inline AsnHeader BDecHeader(AsnBuf& buf, unsigned long& bytesDecoded, AcceptTag&& acceptTag,
                             AsnLengthCheck lengthCheck = AsnLengthCheck::kAgainstInput) {
   AsnHeader header;
+  header.start = buf.Offset();
   header.tag = BDecTag(buf, bytesDecoded);
   if (buf.ReadError()) {
     header.status = AsnHeader::kEndsBeforeTag;
@@ -135,13 +157,18 @@ inline AsnHeader BDecHeader(AsnBuf& buf, unsigned long& bytesDecoded, AcceptTag&
   } else {
     const unsigned char first = buf.GetByte();
     ++bytesDecoded;
+    const bool mayBeCut = lengthCheck == AsnLengthCheck::kPrimitiveOnly && TagIsConstructed(header.tag);
     if (buf.ReadError()) {
       header.status = AsnHeader::kEndsInLength;
     } else if ((first & 0x80) != 0) {
-      header.length = BDecLen_Impl(buf, bytesDecoded, first);
-      if (buf.ReadError()) header.status = AsnHeader::kEndsInLength;
+      header.length = BDecLen_Impl(buf, bytesDecoded, first, header.start);
+      if (buf.ReadError()) {
+        header.status = AsnHeader::kEndsInLength;
+      } else if (header.length != kIndefiniteLength && header.length > buf.Remaining() && !mayBeCut) {
+        BDecLenPastInput(buf, header.start, header.length);
+      }
     } else {
-      if (lengthCheck == AsnLengthCheck::kAgainstInput && first > buf.Remaining()) BDecLenPastInput(buf, first);
+      if (first > buf.Remaining() && !mayBeCut) BDecLenPastInput(buf, header.start, first);
       header.length = first;
     }
   }
@@ -157,14 +184,15 @@ inline AsnHeader BDecHeader(AsnBuf& buf, unsigned long& bytesDecoded, AsnTag tag
   return BDecHeader(buf, bytesDecoded, tag, tag);
 }
 
-// Throws for a header that did not complete: "<valueName>: input ends before
-// the tag", "<valueName>: wrong tag <tag>[, expected <expectedName>]" or
-// "<valueName>: input ends in the length". Called only on the failing path, so
-// the message is built only there.
-[[noreturn]] void AsnThrowHeaderError(const AsnBuf& buf, const AsnHeader& header, const char* valueName,
-                                      const char* expectedName = nullptr);
+// Throws for a header that did not complete, placed at its start: "input ends
+// before the tag", "wrong tag <found>, expected <expected>" or "input ends in
+// the length". Called only on the failing path, so the message is built only
+// there.
+[[noreturn]] void AsnThrowHeaderError(const AsnHeader& header, AsnTag expected);
 
-// Consumes the end-of-contents octets 00 00; throws when they are not there.
+// Consumes the end-of-contents octets 00 00. When the input ends before them,
+// throws unplaced (the enclosing value is short); when it ends inside them or
+// they are not 00 00, placed at them.
 void BDecEoc(AsnBuf& buf, unsigned long& bytesDecoded);
 // True when the next octet starts end-of-contents (nothing is consumed).
 bool AtEoc(const AsnBuf& buf);

@@ -1,10 +1,13 @@
 // CSM_Exception: the error the ASN.1 runtime throws, always by pointer to a
-// heap object (`throw new CSM_Exception(...)`); the catcher owns and deletes it.
+// heap object (`throw new CSM_Exception(...)`); the catcher owns and deletes it
+// through a CSM_Exception*, whatever class derived from it was thrown (a
+// malformed encoding throws AsnDecodeError, see asn_decode_error.h).
 #pragma once
 #pragma GCC visibility push(default)
 
 #include <memory>
 #include <string>
+#include <utility>
 
 // A byte buffer that an exception may carry (the offending input, for example).
 class CSM_Buffer {
@@ -25,6 +28,9 @@ class CSM_Exception {
   // message: what is wrong; buffer: optional, ownership passes to the exception.
   CSM_Exception(long errorCode, long location, const char* context, const char* file, const char* message,
                 CSM_Buffer* buffer);
+  virtual ~CSM_Exception() = default;
+  CSM_Exception(const CSM_Exception&) = delete;
+  CSM_Exception& operator=(const CSM_Exception&) = delete;
 
   long ErrorCode() const { return m_errorCode; }
   long Location() const { return m_location; }
@@ -35,6 +41,11 @@ class CSM_Exception {
 
   // The message, for printing.
   const char* what() const noexcept { return m_message.c_str(); }
+
+ protected:
+  // For a derived class whose message changes as it travels (a decoding
+  // error gains its path while it unwinds).
+  void SetMessage(std::string message) { m_message = std::move(message); }
 
  private:
   long m_errorCode;

@@ -18,12 +18,14 @@
 #include <algorithm>
 #include <cstddef>
 #include <new>
+#include <string>
 #include <utility>
 
-#include "tn_velkor/asn/indent_table.h"
+#include "tn_platform/asn/asn_decode_error.h"
 #include "tn_platform/asn/asn_list_base.h"
 #include "tn_platform/asn/ber.h"
 #include "tn_platform/asn/csm_exception.h"
+#include "tn_platform/asn/indent_table.h"
 
 // The file a list's decoding error names: the library's one source, whichever
 // translation unit instantiates the list.
@@ -106,7 +108,10 @@ class AsnList : public AsnListBase {
 template <class T>
 class AsnSeqOf : public AsnList<T> {
  public:
-  // Slot 3: tag 0x30, length, then the elements.
+  // Slot 3: tag 0x30, length, then the elements. A wrong tag (or no octet
+  // at all) throws a CSM_Exception of its own; every other refusal is an
+  // AsnDecodeError placed in the input, its path starting with the index of
+  // the element at fault ("[2]").
   void BDec(AsnBuf& buf, unsigned long& bytesDecoded, NIClass_EncodingFormatEnum format) override;
   // Slot 4: always definite lengths; an empty list is 30 00.
   unsigned long BEnc(AsnBuf& buf, NIClass_EncodingFormatEnum format) override;
@@ -203,53 +208,72 @@ unsigned long AsnList<T>::BEncContent(AsnBuf& buf, NIClass_EncodingFormatEnum) {
 template <class T>
 void AsnList<T>::BDecContent(AsnBuf& buf, unsigned int, unsigned long length, unsigned long& bytesDecoded,
                              NIClass_EncodingFormatEnum) {
+  // The list's own errors (its content ends short, its end-of-contents is
+  // missing) are thrown unplaced, for the caller that read its header; an
+  // element's error gains the element's index. The element's own BDec is
+  // called directly: T is the element's exact type.
   const AsnNestingGuard nesting(buf);
   Clear();
   unsigned long consumed = 0;
   if (length == kIndefiniteLength) {
-    for (;;) {
-      unsigned char next = 0;
-      if (!buf.PeekByte(next)) {
-        buf.SetReadError();
-        break;
-      }
-      if (next == 0x00) break;
-      Append()->T::BDec(buf, consumed, NIClass_BER);
+    try {
+      for (unsigned char next = 0; buf.PeekByte(next) && next != 0x00;) Append()->T::BDec(buf, consumed, NIClass_BER);
+    } catch (AsnDecodeError* error) {
+      error->AddIndex(count - 1);
+      throw;
     }
+    if (buf.Remaining() == 0) AsnThrowContentError("input ends before the end-of-contents octets");
     BDecEoc(buf, consumed);
   } else {
     // Every element takes at least two octets, so the loop ends; an element
-    // that overruns the length is the caller's to notice.
-    // The element's own BDec, called directly: T is the element's exact type.
-    while (consumed < length) Append()->T::BDec(buf, consumed, NIClass_BER);
-    if (consumed != length) buf.NoteLengthOverrun(length);
+    // that overruns the length is noted for the caller. The length may run
+    // past the input: the elements are decoded as far as the input goes, and
+    // a failing element is appended first.
+    std::size_t elementStart = buf.Offset();
+    try {
+      while (consumed < length) {
+        elementStart = buf.Offset();
+        T* element = Append();
+        if (buf.Remaining() == 0) break;
+        element->T::BDec(buf, consumed, NIClass_BER);
+      }
+    } catch (AsnDecodeError* error) {
+      error->AddIndex(count - 1);
+      throw;
+    }
+    if (consumed < length) {
+      AsnThrowContentError("input ends " + AsnOctetCount(length - consumed) + " short of the value");
+    }
+    if (consumed != length) buf.NoteLengthOverrun(length, elementStart, count - 1);
   }
   bytesDecoded += consumed;
 }
 
 template <class T>
 void AsnSeqOf<T>::BDec(AsnBuf& buf, unsigned long& bytesDecoded, NIClass_EncodingFormatEnum) {
-  // Input that ends before the tag reads as tag 0, a wrong tag; input that
-  // ends in the length leaves length 0 and the read-error flag for the caller.
+  // Input that ends before the tag reads as tag 0, a wrong tag: both are
+  // refused with the list's own exception, the list left as it was.
   const AsnHeader header = BDecHeader(
-      buf, bytesDecoded, [](AsnTag tag) { return tag == kTagSequence; }, AsnLengthCheck::kLongFormOnly);
+      buf, bytesDecoded, [](AsnTag tag) { return tag == kTagSequence; }, AsnLengthCheck::kPrimitiveOnly);
   if (header.status == AsnHeader::kEndsBeforeTag || header.status == AsnHeader::kWrongTag) {
     throw new CSM_Exception(kAsnDecodeError, 250, "", kAsnListSourceName,
                             "AsnList::BDec: ERROR tag on SEQUENCE OF is wrong.", nullptr);
   }
-  this->BDecContent(buf, kTagSequence, header.length, bytesDecoded, NIClass_BER);
+  // Input that ends inside the length leaves length 0 and the buffer's
+  // read-error flag set, for the caller to report (AsnDecodeValue does).
+  const unsigned long length = header.status == AsnHeader::kEndsInLength ? 0 : header.length;
+  try {
+    this->BDecContent(buf, kTagSequence, length, bytesDecoded, NIClass_BER);
+  } catch (AsnDecodeError* error) {
+    error->PlaceAt(header.start);
+    throw;
+  }
 }
 
 template <class T>
 unsigned long AsnSeqOf<T>::BEnc(AsnBuf& buf, NIClass_EncodingFormatEnum) {
   const unsigned long content = this->BEncContent(buf, NIClass_BER);
-  unsigned long lengthSize = 1;
-  if (content <= 127) {
-    buf.PutByteRvs(static_cast<unsigned char>(content));
-  } else {
-    lengthSize = BEncDefLenImpl(buf, content);
-  }
-  buf.PutByteRvs(0x30);
-  return content + lengthSize + 1;
+  const unsigned long length = BEncDefLen(buf, content);
+  return content + length + BEncTag(buf, kTagSequence);
 }
 #pragma GCC visibility pop

@@ -2,10 +2,11 @@
 
 #include <cstdint>
 #include <iomanip>
+#include <memory>
 #include <vector>
 
+#include "tn_platform/asn/asn_decode_error.h"
 #include "tn_platform/asn/asn_octs.h"
-#include "tn_platform/asn/csm_exception.h"
 
 namespace velkor {
 
@@ -19,8 +20,8 @@ struct Frame {
   std::size_t shortBy;    // octets of its content the input lacks (a cut capture)
 };
 
-// Thrown inside the walk for a defect it finds itself; the tag decoder of
-// ber.h reports its defects as CSM_Exception*.
+// Thrown inside the walk for a defect it finds itself; the tag and length
+// readers of ber.h report theirs as AsnDecodeError*.
 struct Break {
   std::string what;
 };
@@ -65,42 +66,16 @@ class Walker {
     unsigned long octets = 0;
     try {
       item.tag = BDecTag(m_buf, octets);
-    } catch (CSM_Exception* exception) {
-      const std::string message = exception->Message();
-      delete exception;
-      BreakAt(item.offset, WithoutOffset(message));
-    }
-    if (m_buf.ReadError()) BreakAt(item.offset, "input ends inside a tag");
-    if (m_buf.Offset() > limit) BreakAt(item.offset, "tag runs past its enclosing value");
-    const unsigned long length = ReadLength(item);
-    if (m_buf.Offset() > limit) BreakAt(item.offset, "length octets run past their enclosing value");
-    return length;
-  }
-
-  unsigned long ReadLength(const BerItem& item) {
-    const unsigned first = m_buf.GetByte();
-    if (m_buf.ReadError()) BreakAt(item.offset, "input ends inside a length");
-    if (first < 0x80) return first;
-    if (first == 0x80) return kIndefiniteLength;
-    if (first == 0xFF) BreakAt(item.offset, "length octet 0xFF is reserved");
-    const unsigned count = first & 0x7Fu;
-    if (count > AsnDecodeLimits::kMaxLengthOctets) {
-      BreakAt(item.offset, "length with " + std::to_string(count) + " length octets (at most " +
-                               std::to_string(AsnDecodeLimits::kMaxLengthOctets) + ")");
-    }
-    unsigned long length = 0;
-    for (unsigned i = 0; i < count; ++i) {
-      const unsigned octet = m_buf.GetByte();
+      if (m_buf.ReadError()) BreakAt(item.offset, "input ends inside a tag");
+      if (m_buf.Offset() > limit) BreakAt(item.offset, "tag runs past its enclosing value");
+      const unsigned long length = BDecLenOctets(m_buf, octets, item.offset);
       if (m_buf.ReadError()) BreakAt(item.offset, "input ends inside a length");
-      length = (length << 8) | octet;
+      if (m_buf.Offset() > limit) BreakAt(item.offset, "length octets run past their enclosing value");
+      return length;
+    } catch (AsnDecodeError* raw) {  // malformed tag or length octets
+      const std::unique_ptr<AsnDecodeError> error(raw);
+      BreakAt(error->Offset(), error->What());
     }
-    return length;
-  }
-
-  // A runtime message without its own trailing " at offset N".
-  static std::string WithoutOffset(const std::string& message) {
-    const std::size_t at = message.rfind(" at offset ");
-    return at == std::string::npos ? message : message.substr(0, at);
   }
 
   void Item(std::size_t limit) {
@@ -176,41 +151,6 @@ class Walker {
   std::size_t m_items = 0;
 };
 
-const char* UniversalName(unsigned number) {
-  switch (number) {
-    case 1:
-      return "BOOLEAN";
-    case 2:
-      return "INTEGER";
-    case 3:
-      return "BIT STRING";
-    case 4:
-      return "OCTET STRING";
-    case 5:
-      return "NULL";
-    case 6:
-      return "OBJECT IDENTIFIER";
-    case 10:
-      return "ENUMERATED";
-    case 12:
-      return "UTF8String";
-    case 16:
-      return "SEQUENCE";
-    case 17:
-      return "SET";
-    case 19:
-      return "PrintableString";
-    case 22:
-      return "IA5String";
-    case 23:
-      return "UTCTime";
-    case 24:
-      return "GeneralizedTime";
-    default:
-      return nullptr;
-  }
-}
-
 void WriteContent(std::ostream& os, const BerItem& item) {
   const bool universal = TagClassOf(item.tag) == AsnTagClass::kUniversal;
   const unsigned number = TagNumber(item.tag);
@@ -253,7 +193,7 @@ void WriteBerItem(std::ostream& os, const BerItem& item) {
   }
   os << TagToString(item.tag);
   if (TagClassOf(item.tag) == AsnTagClass::kUniversal) {
-    if (const char* name = UniversalName(TagNumber(item.tag))) os << " (" << name << ')';
+    if (const char* name = UniversalTagName(TagNumber(item.tag))) os << " (" << name << ')';
   }
   if (item.indefinite) {
     os << ", length indefinite\n";

@@ -28,16 +28,14 @@ const AsnCatalogueEntry* FindEntry(std::string_view name) {
   return nullptr;
 }
 
-// Runs a decode of `bytes` as `value`, turning the runtime's exception into
-// the tool's error, located as the dump would show it.
+// Runs a decode of a value that starts `base` octets into the input, turning
+// the runtime's exception into the tool's error.
 template <class Decode>
-auto Decoding(Decode decode, const AsnType& value, std::string_view bytes, std::size_t base = 0) {
+auto Decoding(Decode decode, const AsnType&, std::string_view, std::size_t base = 0) {
   try {
     return decode();
   } catch (CSM_Exception* exception) {
-    const std::string message = exception->Message();
-    delete exception;
-    ThrowBadInput(LocateDecodeError(message, bytes, base, value.typeName()));
+    ThrowBadInput(DecodeErrorMessage(exception, base));
   }
 }
 

@@ -1,4 +1,4 @@
-#include "tn_velkor/asn/indent_table.h"
+#include "tn_platform/asn/indent_table.h"
 
 const char* IndentText(unsigned long level) {
   // 2 x 39 blanks; entry k is the tail of 2k blanks.

@@ -1,5 +1,5 @@
-// The indentation table of value printing: entry k is a run of 2k blanks,
-// for k from 0 to 39.
+// The indentation of value printing (records and lists alike): entry k of
+// the table is a run of 2k blanks, for k from 0 to 39.
 #pragma once
 #pragma GCC visibility push(default)
 
