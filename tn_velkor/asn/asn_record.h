@@ -31,12 +31,7 @@ class AsnRecord : public AsnSequence {
   // The member plan, made once from the member lines on first use (the
   // initialisation of a function-local static is safe under concurrent first use).
   static const AsnRecordPlan& MemberPlan() {
-    static const AsnRecordPlan plan = [] {
-      AsnRecordPlan made(Record::kClassName);
-      AsnMemberLines<Record> lines(made);
-      Record::DescribeMembers(lines);
-      return made;
-    }();
+    static const AsnRecordPlan plan = MakePlan();
     return plan;
   }
 
@@ -57,5 +52,15 @@ class AsnRecord : public AsnSequence {
   AsnRecord() = default;
   AsnRecord(const AsnRecord&) = default;
   AsnRecord& operator=(const AsnRecord&) = default;
+
+ private:
+  // Kept out of MemberPlan, which the codec calls for every record: its fast
+  // path is then a test and a return.
+  __attribute__((noinline)) static AsnRecordPlan MakePlan() {
+    AsnRecordPlan made(Record::kClassName);
+    AsnMemberLines<Record> lines(made);
+    Record::DescribeMembers(lines);
+    return made;
+  }
 };
 #pragma GCC visibility pop
