@@ -67,7 +67,12 @@ for name in "${targets[@]}"; do
   log="$scratch/$name.log"
   mkdir -p "$corpus" "$seeds"
   options=(-max_total_time="$seconds" -timeout=25 -print_final_stats=1 -artifact_prefix="$build/artifacts/$name-")
-  if [ -f "fuzz/$name.dict" ]; then options+=(-dict="fuzz/$name.dict"); fi
+  # The build's copy, where the build completes a dictionary, else the tree's.
+  if [ -f "$build/fuzz/$name.dict" ]; then
+    options+=(-dict="$build/fuzz/$name.dict")
+  elif [ -f "fuzz/$name.dict" ]; then
+    options+=(-dict="fuzz/$name.dict")
+  fi
   before=$(find "$seeds" -type f | wc -l)
 
   printf '\n==== fuzz %s for %ss (%d seeds)\n' "$name" "$seconds" "$before"
