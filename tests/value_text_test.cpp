@@ -91,8 +91,8 @@ class CommaDecimals : public std::numpunct<char> {
   std::string do_grouping() const override { return "\3"; }
 };
 
-void ExpectLocaleIndependent(const std::locale& locale) {
-  const std::locale previous = std::locale::global(locale);
+TEST(ValueTextLocale, CustomGlobalLocaleWithDecimalComma) {
+  const std::locale previous = std::locale::global(std::locale(std::locale::classic(), new CommaDecimals));
   std::ostringstream check;  // the global locale is in force for ordinary streams
   check << std::fixed << 1234.5;
   EXPECT_EQ(check.str(), "1.234,500000");
@@ -104,10 +104,6 @@ void ExpectLocaleIndependent(const std::locale& locale) {
   EXPECT_EQ(Convert2Num<int>("1.234"), 1);
   EXPECT_EQ(Convert2Num<unsigned long>("1.234"), 1u);
   std::locale::global(previous);
-}
-
-TEST(ValueTextLocale, CustomGlobalLocaleWithDecimalComma) {
-  ExpectLocaleIndependent(std::locale(std::locale::classic(), new CommaDecimals));
 }
 
 }  // namespace
