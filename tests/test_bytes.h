@@ -1,12 +1,17 @@
-// Helpers shared by the tests: octets written as hex text, and the outcome of
-// a call that may throw the runtime's CSM_Exception*.
+// Helpers shared by the tests: octets written as hex text, the outcome of a
+// call that may throw the runtime's CSM_Exception*, and decoding from a block
+// of exactly the input's size.
 #pragma once
 
+#include <gtest/gtest.h>
+
+#include <algorithm>
 #include <cctype>
 #include <memory>
 #include <string>
 #include <string_view>
 
+#include "tn_platform/asn/asn_value_io.h"
 #include "tn_platform/asn/csm_exception.h"
 
 namespace test_bytes {
@@ -51,6 +56,31 @@ std::string ThrownMessage(Call&& call) {
     return error->Message();
   }
   return "no exception";
+}
+
+// Decodes `octets` from a heap block of exactly their size, so that a read
+// past the end is an AddressSanitizer error rather than a read of a neighbour.
+inline void DecodeExact(AsnType& value, std::string_view octets) {
+  const std::unique_ptr<char[]> block(new char[octets.size()]);
+  std::copy(octets.begin(), octets.end(), block.get());
+  AsnDecodeValue(value, std::string_view(block.get(), octets.size()));
+}
+
+// Every strict prefix of `octets` is refused with a decoding error (code -54)
+// and, under AddressSanitizer, never read beyond its end. `make()` gives a
+// fresh value to decode into.
+template <class Make>
+void ExpectEveryPrefixRefused(Make&& make, std::string_view octets) {
+  for (std::size_t size = 0; size < octets.size(); ++size) {
+    try {
+      auto value = make();
+      DecodeExact(*value, octets.substr(0, size));
+      ADD_FAILURE() << "accepted the first " << size << " octets of " << ToHex(octets);
+    } catch (CSM_Exception* raw) {
+      const std::unique_ptr<CSM_Exception> error(raw);
+      EXPECT_EQ(error->ErrorCode(), kAsnDecodeError) << error->Message();
+    }
+  }
 }
 
 }  // namespace test_bytes

@@ -14,6 +14,7 @@
 #include <string>
 #include <vector>
 
+#include "tests/test_bytes.h"
 #include "tests/value_text_oracle.h"
 #include "tn_velkor/convert/value_text.h"
 
@@ -27,17 +28,10 @@ bool SameBits(T a, T b) {
   return std::memcmp(&a, &b, sizeof(T)) == 0;
 }
 
+// The bits of a value, for the failure messages.
 template <class T>
-std::string Hex(T value) {
-  unsigned char bytes[sizeof(T)];
-  std::memcpy(bytes, &value, sizeof(T));
-  std::string text;
-  for (std::size_t i = sizeof(T); i-- > 0;) {
-    static const char digits[] = "0123456789abcdef";
-    text += digits[bytes[i] >> 4];
-    text += digits[bytes[i] & 15];
-  }
-  return text;
+std::string Bits(T value) {
+  return test_bytes::ToHex(std::string_view(reinterpret_cast<const char*>(&value), sizeof(T)));
 }
 
 std::string Printable(const std::string& text) {
@@ -61,8 +55,8 @@ bool NumAgrees(const std::string& text) {
   const T fast = ns_velkor::Convert2Num<T>(text);
   const T reference = StreamConvert2Num<T>(text);
   if (SameBits(fast, reference)) return true;
-  ADD_FAILURE() << "Convert2Num<" << typeid(T).name() << ">(\"" << Printable(text) << "\"): " << Hex(fast)
-                << " != stream " << Hex(reference);
+  ADD_FAILURE() << "Convert2Num<" << typeid(T).name() << ">(\"" << Printable(text) << "\"): " << Bits(fast)
+                << " != stream " << Bits(reference);
   return false;
 }
 
@@ -76,7 +70,7 @@ bool StrAgrees(T value) {
   const std::string fast = ns_velkor::Convert2Str<T>(value);
   const std::string reference = StreamConvert2Str<T>(value);
   if (fast == reference) return true;
-  ADD_FAILURE() << "Convert2Str<" << typeid(T).name() << ">(" << Hex(value) << "): \"" << fast << "\" != stream \""
+  ADD_FAILURE() << "Convert2Str<" << typeid(T).name() << ">(" << Bits(value) << "): \"" << fast << "\" != stream \""
                 << reference << '"';
   return false;
 }

@@ -1,5 +1,7 @@
-// Number <-> text conversions: every instance the converters use, the edge
-// cases of the stream rules, and independence from the global locale.
+// Number <-> text conversions, pinned to exact values: fixed notation with six
+// decimals, the neutral values for bad input, the edge cases of the stream
+// rules, and independence from the global locale. The reference these values
+// anchor is compared with every instance in value_text_differential_test.
 #include "tn_velkor/convert/value_text.h"
 
 #include <gtest/gtest.h>
@@ -22,9 +24,6 @@ TEST(Convert2Str, IntegersAndFixedNotation) {
   const std::pair<std::string, const char*> cases[] = {
       {Convert2Str<int>(-15), "-15"},
       {Convert2Str<int>(INT_MIN), "-2147483648"},
-      {Convert2Str<int>(INT_MAX), "2147483647"},
-      {Convert2Str<long>(LONG_MIN), "-9223372036854775808"},
-      {Convert2Str<long long>(LLONG_MAX), "9223372036854775807"},
       {Convert2Str<double>(1.0), "1.000000"},
       {Convert2Str<double>(-0.1), "-0.100000"},
       {Convert2Str<double>(2.5e-7), "0.000000"},
@@ -32,11 +31,9 @@ TEST(Convert2Str, IntegersAndFixedNotation) {
       {Convert2Str<double>(-0.0), "-0.000000"},
       {Convert2Str<double>(1e20), "100000000000000000000.000000"},  // 21 digits, no exponent
       {Convert2Str<double>(std::numeric_limits<double>::infinity()), "inf"},
-      {Convert2Str<double>(-std::numeric_limits<double>::infinity()), "-inf"},
       {Convert2Str<double>(std::numeric_limits<double>::quiet_NaN()), "nan"},
       // A float is printed from its exact widened value.
       {Convert2Str<float>(-0.1f), "-0.100000"},
-      {Convert2Str<float>(16777217.0f), "16777216.000000"},
       {Convert2Str<float>(FLT_MAX), "340282346638528859811704183484516925440.000000"},
   };
   for (const auto& [actual, expected] : cases) EXPECT_EQ(actual, expected);
@@ -91,8 +88,8 @@ class CommaDecimals : public std::numpunct<char> {
   std::string do_grouping() const override { return "\3"; }
 };
 
-void ExpectLocaleIndependent(const std::locale& locale) {
-  const std::locale previous = std::locale::global(locale);
+TEST(ValueTextLocale, CustomGlobalLocaleWithDecimalComma) {
+  const std::locale previous = std::locale::global(std::locale(std::locale::classic(), new CommaDecimals));
   std::ostringstream check;  // the global locale is in force for ordinary streams
   check << std::fixed << 1234.5;
   EXPECT_EQ(check.str(), "1.234,500000");
@@ -104,10 +101,6 @@ void ExpectLocaleIndependent(const std::locale& locale) {
   EXPECT_EQ(Convert2Num<int>("1.234"), 1);
   EXPECT_EQ(Convert2Num<unsigned long>("1.234"), 1u);
   std::locale::global(previous);
-}
-
-TEST(ValueTextLocale, CustomGlobalLocaleWithDecimalComma) {
-  ExpectLocaleIndependent(std::locale(std::locale::classic(), new CommaDecimals));
 }
 
 }  // namespace

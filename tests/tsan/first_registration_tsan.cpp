@@ -98,23 +98,19 @@ void Walk(int index, const std::vector<AsnCatalogueEntry>& catalogue, Seen& seen
   for (const auto& step : steps) step();
 }
 
-// The members of `infor` as "name:type:number" joined by blanks.
-// "name:number ..." of the registered attributes.
+// "name:number ..." of a class's registered attributes or of a record's
+// member plan, which is made apart from the registration (from the same
+// member lines).
 std::string MembersOf(const refl::CClassInfor& infor) {
   std::string text;
-  for (const refl::CAttribInfor& attribute : infor.Attributes()) {
+  for (const refl::CAttribInfor& attribute : infor.Attributes())
     text += (text.empty() ? "" : " ") + attribute.name + ":" + std::to_string(attribute.number);
-  }
   return text;
 }
-
-// The same of the record class's member plan, which is made apart from the
-// registration (from the same member lines).
 std::string MembersOf(const AsnRecordPlan& plan) {
   std::string text;
-  for (const AsnMemberStep& member : plan.members) {
+  for (const AsnMemberStep& member : plan.members)
     text += (text.empty() ? "" : " ") + std::string(member.name) + ":" + std::to_string(member.number);
-  }
   return text;
 }
 
