@@ -74,7 +74,7 @@ const DecodeCase kLengthCases[] = {
     {"2^32 on a 10-octet input fails before anything is sized by it", "85 01 00 00 00 00 AA BB CC DD", 0, 0, 0, false,
      "length 4294967296 runs past the input (4 octets left) at offset 0"},
     {"all-ones long form is not the indefinite form", "88 FF FF FF FF FF FF FF FF", 0, 0, 0, false,
-     "no exception"},
+     "length 18446744073709551615 runs past the input (0 octets left) at offset 0"},
 };
 
 // End-of-contents octets; the value is unused.

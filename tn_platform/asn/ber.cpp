@@ -149,6 +149,9 @@ unsigned long BDecLen_Impl(AsnBuf& buf, unsigned long& bytesDecoded, unsigned ch
     if (buf.ReadError()) return 0;
     length = (length << 8) | octet;
   }
+  // The one definite length that reads like the indefinite form's marker
+  // is also one no input can hold.
+  if (length == kIndefiniteLength) BDecLenPastInput(buf, itemStart, length);
   return length;
 }
 
