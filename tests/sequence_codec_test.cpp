@@ -7,10 +7,9 @@
 #include <sstream>
 #include <string>
 
+#include "tests/qprobe/qprobe.h"
 #include "tn_velkor/qcommon/qcommon.h"
-#include "tn_velkor/asn/asn_record.h"
 #include "tn_platform/asn/asn_value_io.h"
-#include "tn_velkor/asn/value_type_descriptions.h"
 #include "test_bytes.h"
 
 namespace {
@@ -25,30 +24,7 @@ using test_bytes::Hex;
 using test_bytes::ThrownMessage;
 using test_bytes::ToHex;
 
-// The member kinds the common records lack: a BOOLEAN, a 64-bit INTEGER, an
-// optional record, an optional list, and [40], which needs the high tag form.
-class CodecProbe : public AsnRecord<CodecProbe> {
- public:
-  static constexpr char kClassName[] = "CodecProbe";
-  AsnBool flag;
-  AsnInt big;
-  refl::MayNullPointer<QAsnColumn> column;      // [0]
-  refl::MayNullPointer<QAsnTinyIntList> codes;  // [1]
-  refl::MayNullPointer<AsnOcts> note;           // [40]
-
-  CodecProbe() { Constructor(*this); }
-  CodecProbe(const CodecProbe& other) : AsnRecord() { CopyConstructor(*this, other); }
-  ~CodecProbe() override { Destructor(*this); }
-  CodecProbe& operator=(const CodecProbe& other) = delete;
-
-  static void DescribeMembers(AsnMemberLines<CodecProbe>& lines) {
-    lines.Add("flag", &CodecProbe::flag);
-    lines.Add("big", &CodecProbe::big);
-    lines.Add("column", &CodecProbe::column, 0);
-    lines.Add("codes", &CodecProbe::codes, 1);
-    lines.Add("note", &CodecProbe::note, 40);
-  }
-};
+using qprobe::CodecProbe;  // the member kinds the common records lack
 
 // strFDN "A", strMOC "B", neID 5, poSerialNum "C".
 const char kUniResId[] = "30 0C 04 01 41 04 01 42 02 01 05 80 01 43";

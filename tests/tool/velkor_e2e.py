@@ -422,7 +422,7 @@ class Velkor(unittest.TestCase):
         load = ["--module", PROBE]
         every = json.loads(ok(load + ["types", "--json"]))
         own = [t["name"] for t in every if t["module"] == "qprobe"]
-        self.assertEqual(sorted(own), ["QProbeLabels", "QProbePart", "QProbePartList", "QProbeRecord"])
+        self.assertEqual(sorted(own), ["CodecProbe", "QProbeLabels", "QProbePart", "QProbePartList", "QProbeRecord"])
         value = sample_maker(every)
         for name in own:
             with self.subTest(type=name):
