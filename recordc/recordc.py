@@ -159,7 +159,7 @@ class Compiler(object):
             lines.append('    lines.Add("%s", &%s::%s%s);\n' % (member_name, name, member_name, number_text))
         self.headers.add("tn_velkor/asn/asn_record.h")
         return (
-            "class {n} : public AsnRecord<{n}> {{\n"
+            "class {n} final : public AsnRecord<{n}> {{\n"
             " public:\n"
             "  static constexpr char kClassName[] = \"{n}\";\n\n"
             "{members}\n"
@@ -181,7 +181,7 @@ class Compiler(object):
         element = self.value_class(node.inner)
         self.headers.add("tn_velkor/asn/asn_list.h")
         return (
-            "class {n} : public AsnSeqOf<{e}> {{\n"
+            "class {n} final : public AsnSeqOf<{e}> {{\n"
             " public:\n"
             "  static constexpr char kTypeName[] = \"{n}\";\n"
             "  // The name its reflection description carries.\n"

@@ -118,10 +118,7 @@ const refl::CClassInfor& AsnSequence::ClassInfor() const {
   return *reference.ClassInfor();
 }
 
-unsigned long AsnSequence::BEncContent(AsnBuf& buf, NIClass_EncodingFormatEnum) { return EncodeMembers(buf); }
-
-unsigned long AsnSequence::EncodeMembers(AsnBuf& buf) {
-  const AsnRecordPlan& plan = Plan();
+unsigned long AsnSequence::EncodeMembers(const AsnRecordPlan& plan, AsnBuf& buf) {
   void* const base = this;
   unsigned long written = 0;
   // Back to front: the last member first, so the members end up in order.
@@ -141,37 +138,26 @@ unsigned long AsnSequence::EncodeMembers(AsnBuf& buf) {
   return written;
 }
 
-unsigned long AsnSequence::BEnc(AsnBuf& buf, NIClass_EncodingFormatEnum format) {
-  const unsigned long content = BEncContent(buf, format);
+unsigned long AsnSequence::EncodeRecord(const AsnRecordPlan& plan, AsnBuf& buf) {
+  const unsigned long content = EncodeMembers(plan, buf);
   const unsigned long length = BEncDefLen(buf, content);
   return content + length + BEncTag(buf, kTagSequence);
 }
 
-AsnHeader AsnSequence::DecodeHeader(AsnBuf& buf, unsigned long& bytesDecoded) const {
+void AsnSequence::DecodeRecord(const AsnRecordPlan& plan, AsnBuf& buf, unsigned long& bytesDecoded) {
   const AsnHeader header = BDecHeader(
       buf, bytesDecoded, [](AsnTag tag) { return tag == kTagSequence; }, AsnLengthCheck::kPrimitiveOnly);
   if (header.status != AsnHeader::kComplete) AsnThrowHeaderError(header, kTagSequence);
-  return header;
-}
-
-void AsnSequence::BDec(AsnBuf& buf, unsigned long& bytesDecoded, NIClass_EncodingFormatEnum) {
-  // Straight to the members, without the call through slot 9.
-  const AsnHeader header = DecodeHeader(buf, bytesDecoded);
   try {
-    DecodeMembers(buf, header.length, bytesDecoded);
+    DecodeMembers(plan, buf, header.length, bytesDecoded);
   } catch (AsnDecodeError* error) {  // the record's own errors are about its whole TLV
     error->PlaceAt(header.start);
     throw;
   }
 }
 
-void AsnSequence::BDecContent(AsnBuf& buf, unsigned int, unsigned long length, unsigned long& bytesDecoded,
-                              NIClass_EncodingFormatEnum) {
-  DecodeMembers(buf, length, bytesDecoded);
-}
-
-void AsnSequence::DecodeMembers(AsnBuf& buf, unsigned long length, unsigned long& bytesDecoded) {
-  const AsnRecordPlan& plan = Plan();
+void AsnSequence::DecodeMembers(const AsnRecordPlan& plan, AsnBuf& buf, unsigned long length,
+                                unsigned long& bytesDecoded) {
   void* const base = this;
   const std::vector<AsnMemberStep>& members = plan.members;
   const bool indefinite = length == kIndefiniteLength;

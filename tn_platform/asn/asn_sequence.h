@@ -47,15 +47,23 @@ class AsnSequence : public AsnType {
   // instance of the record's registered class (registering it on first use).
   virtual bool BindReflection(refl::CRefrence& reference) const = 0;
   // Slot 8: the members, in front of `buf`; returns the octets written.
-  virtual unsigned long BEncContent(AsnBuf& buf, NIClass_EncodingFormatEnum format);
+  virtual unsigned long BEncContent(AsnBuf& buf, NIClass_EncodingFormatEnum) { return EncodeMembers(Plan(), buf); }
   // Slot 9: the members from content of `length` octets (or indefinite) after `tag`.
-  virtual void BDecContent(AsnBuf& buf, unsigned int tag, unsigned long length, unsigned long& bytesDecoded,
-                           NIClass_EncodingFormatEnum format);
+  virtual void BDecContent(AsnBuf& buf, unsigned int, unsigned long length, unsigned long& bytesDecoded,
+                           NIClass_EncodingFormatEnum) {
+    DecodeMembers(Plan(), buf, length, bytesDecoded);
+  }
   // Slot 10: the record class's member plan, made once per class.
   virtual const AsnRecordPlan& Plan() const = 0;
 
-  void BDec(AsnBuf& buf, unsigned long& bytesDecoded, NIClass_EncodingFormatEnum format) override;
-  unsigned long BEnc(AsnBuf& buf, NIClass_EncodingFormatEnum format) override;
+  // Slot 3: header and members. Inline, like slots 4, 8 and 9, so that a
+  // caller that knows the record's class (a list of it) reaches the plan
+  // without a virtual call.
+  void BDec(AsnBuf& buf, unsigned long& bytesDecoded, NIClass_EncodingFormatEnum) override {
+    DecodeRecord(Plan(), buf, bytesDecoded);
+  }
+  // Slot 4: members, length and tag, written back to front.
+  unsigned long BEnc(AsnBuf& buf, NIClass_EncodingFormatEnum) override { return EncodeRecord(Plan(), buf); }
   // Writes "<Type> {", one line per present member ("name value") at level + 1,
   // then "}" at `level`. Octet strings are quoted (hex when not printable),
   // integers decimal, lists one "- element" line each.
@@ -75,11 +83,12 @@ class AsnSequence : public AsnType {
   static void Assign(AsnSequence& record, const AsnSequence& source);
 
  protected:
-  // Reads a record's header (tag SEQUENCE); throws naming the record.
-  AsnHeader DecodeHeader(AsnBuf& buf, unsigned long& bytesDecoded) const;
-  // The members by the plan, the record being this object.
-  unsigned long EncodeMembers(AsnBuf& buf);
-  void DecodeMembers(AsnBuf& buf, unsigned long length, unsigned long& bytesDecoded);
+  // The codec, by `plan` (this record's), the record being this object: the
+  // members, and the whole value (header and members).
+  unsigned long EncodeMembers(const AsnRecordPlan& plan, AsnBuf& buf);
+  unsigned long EncodeRecord(const AsnRecordPlan& plan, AsnBuf& buf);
+  void DecodeMembers(const AsnRecordPlan& plan, AsnBuf& buf, unsigned long length, unsigned long& bytesDecoded);
+  void DecodeRecord(const AsnRecordPlan& plan, AsnBuf& buf, unsigned long& bytesDecoded);
 
   AsnSequence() = default;
   AsnSequence(const AsnSequence&) = default;
