@@ -7,16 +7,13 @@
 
 namespace {
 
-// A value's own BDec refuses in its own words only a list's wrong tag (a
-// CSM_Exception that is not an AsnDecodeError): says what the header holds.
-[[noreturn]] void ThrowOuterHeaderError(std::string_view bytes, const CSM_Exception& refusal) {
+// The outermost header, read again on a failing path to name what is wrong
+// with it: a list's own BDec refuses a wrong tag in its own words (a
+// CSM_Exception that is no AsnDecodeError) and reads a length cut short as 0.
+AsnHeader OuterHeader(std::string_view bytes) {
   AsnBuf buf(reinterpret_cast<const unsigned char*>(bytes.data()), bytes.size());
   unsigned long octets = 0;
-  AsnHeader header;
-  header.tag = BDecTag(buf, octets);
-  header.status = buf.ReadError() ? AsnHeader::kEndsBeforeTag : AsnHeader::kWrongTag;
-  if (header.status == AsnHeader::kWrongTag && header.tag == kTagSequence) AsnThrowDecodeError(0, refusal.Message());
-  AsnThrowHeaderError(header, kTagSequence);
+  return BDecHeader(buf, octets, [](AsnTag tag) { return tag == kTagSequence; }, AsnLengthCheck::kPrimitiveOnly);
 }
 
 }  // namespace
@@ -31,18 +28,16 @@ std::size_t AsnDecodeFront(AsnType& value, std::string_view bytes) {
       throw;
     } catch (CSM_Exception* raw) {
       const std::unique_ptr<CSM_Exception> refusal(raw);
-      ThrowOuterHeaderError(bytes, *refusal);
+      const AsnHeader outer = OuterHeader(bytes);
+      if (outer.status != AsnHeader::kComplete) AsnThrowHeaderError(outer, kTagSequence);
+      AsnThrowDecodeError(0, refusal->Message());
     }
     // A list stops once its elements reach its length and leaves an overrun
     // to the enclosing value; for the outermost value that is us.
     if (buf.LengthOverrun()) buf.ThrowLengthOverrun();
     if (buf.ReadError()) {
-      // A list's own BDec reads an outer length cut short as 0, as lists
-      // do; the header says where the input broke.
-      AsnBuf again(reinterpret_cast<const unsigned char*>(bytes.data()), bytes.size());
-      unsigned long octets = 0;
-      const AsnHeader outer = BDecHeader(again, octets, [](AsnTag) { return true; }, AsnLengthCheck::kPrimitiveOnly);
-      if (outer.status == AsnHeader::kEndsInLength) AsnThrowHeaderError(outer, outer.tag);
+      const AsnHeader outer = OuterHeader(bytes);
+      if (outer.status == AsnHeader::kEndsInLength) AsnThrowHeaderError(outer, kTagSequence);
       AsnThrowDecodeError(buf.Offset(), "input ends early");
     }
   } catch (AsnDecodeError* error) {
