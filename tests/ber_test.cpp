@@ -54,7 +54,15 @@ const DecodeCase kTagCases[] = {
      "high tag number form with a leading 0x80 octet at offset 0"},
     {"number needs four subsequent octets", "9F 81 81 81 01", 0, 0, 0, false,
      "tag number does not fit in 32 bits at offset 0"},
+    {"high form for number 2", "1F 02 01 00", 0, 0, 0, false,
+     "high tag number form used for tag number 2 (below 31) at offset 0"},
+    {"high form for number 30", "BF 1E 00", 0, 0, 0, false,
+     "high tag number form used for tag number 30 (below 31) at offset 0"},
 };
+
+// 126 length octets (the most there can be), all zero but the last, which is 1.
+const std::string kLongestLength = "FE" + std::string(2 * 125, '0') + "01";
+const std::string kLongestLengthValue = kLongestLength + " AA";
 
 // Length octets followed by the content they announce.
 const DecodeCase kLengthCases[] = {
@@ -63,17 +71,24 @@ const DecodeCase kLengthCases[] = {
     {"long form 256", "82 01 00", 256, 256, 3, false, nullptr},
     {"long form need not be minimal", "82 00 05 AA BB CC DD EE", 0, 5, 3, false, nullptr},
     {"eight length octets are allowed", "88 00 00 00 00 00 00 00 02 AA BB", 0, 2, 9, false, nullptr},
+    {"leading zero octets beyond eight", "89 00 00 00 00 00 00 00 00 01 AA", 0, 1, 10, false, nullptr},
+    {"126 length octets", kLongestLengthValue.c_str(), 0, 1, 127, false, nullptr},
+    {"126 length octets cut short", "FE 00 00", 0, 0, 4, true, nullptr},
     {"indefinite", "80", 0, kIndefiniteLength, 1, false, nullptr},
     {"empty input", "", 0, 0, 1, true, nullptr},
     {"long form cut short", "82 01", 0, 0, 3, true, nullptr},
     {"reserved first octet 0xFF", "FF 00", 0, 0, 0, false, "length octet 0xFF is reserved at offset 0"},
-    {"nine length octets", "89 00 00 00 00 00 00 00 00 01 AA", 0, 0, 0, false,
-     "length with 9 length octets (at most 8) at offset 0"},
+    {"a value of nine octets", "89 01 00 00 00 00 00 00 00 00", 0, 0, 0, false,
+     "length does not fit in 64 bits at offset 0"},
+    {"a value of nine octets after zeros", "8A 00 01 00 00 00 00 00 00 00 00", 0, 0, 0, false,
+     "length does not fit in 64 bits at offset 0"},
     {"short form past the input", "05 AA BB CC", 0, 0, 0, false,
      "length 5 runs past the input (3 octets left) at offset 0"},
     {"2^32 on a 10-octet input fails before anything is sized by it", "85 01 00 00 00 00 AA BB CC DD", 0, 0, 0, false,
      "length 4294967296 runs past the input (4 octets left) at offset 0"},
     {"all-ones long form is not the indefinite form", "88 FF FF FF FF FF FF FF FF", 0, 0, 0, false,
+     "length 18446744073709551615 runs past the input (0 octets left) at offset 0"},
+    {"nor is it with leading zeros", "8A 00 00 FF FF FF FF FF FF FF FF", 0, 0, 0, false,
      "length 18446744073709551615 runs past the input (0 octets left) at offset 0"},
 };
 

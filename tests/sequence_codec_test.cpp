@@ -117,7 +117,9 @@ TEST(SequenceCodec, RefusesMalformedInputNamingRecordAndMember) {
       {'l', Hex("30 02 02 01 05"), "QAsnTinyIntList[0]: element runs past the end of its list (content length 2) at offset 2"},
       {'u', Hex("30 FF 00"), "QAsnUniResID: length octet 0xFF is reserved at offset 0"},
       {'u', Hex("30 03 04 FF 00"), "QAsnUniResID.strFDN: length octet 0xFF is reserved at offset 2"},
-      {'u', Hex("30 89 00 00 00 00 00 00 00 00 02"), "QAsnUniResID: length with 9 length octets (at most 8) at offset 0"},
+      {'u', Hex("30 89 01 00 00 00 00 00 00 00 00 02"), "QAsnUniResID: length does not fit in 64 bits at offset 0"},
+      {'u', Hex("30 08 04 00 04 00 1F 02 01 00"), "QAsnUniResID: high tag number form used for tag number 2 (below 31) at offset 6"},
+      {'u', Hex("30 0A 04 00 04 00 02 01 00 9F 00 00"), "QAsnUniResID: high tag number form used for tag number 0 (below 31) at offset 9"},
       {'u', Hex("30 80 04 80 41 00 00 00 00"), "QAsnUniResID.strFDN: indefinite length on a primitive OCTET STRING at offset 2"},
       {'u', Hex("30 80 04 00 04 00 02 80 05 00 00 00 00"),
        "QAsnUniResID.neID: indefinite length on an INTEGER at offset 6"},
@@ -175,12 +177,17 @@ TEST(SequenceCodec, DecodesIndefiniteLengthsAndConstructedOctetStrings) {
       "30 80 24 80 04 00 04 01 41 00 00 04 01 42 02 01 05 80 01 43 00 00",  // two indefinite segments
       "30 0E 04 01 41 04 01 42 02 01 05 A0 03 04 01 43",                    // constructed [0]
       "30 10 04 01 41 04 01 42 02 01 05 A0 80 04 01 43 00 00",              // indefinite [0], definite record
+      "30 89 00 00 00 00 00 00 00 00 0C 04 01 41 04 01 42 02 01 05 80 01 43",  // leading zero length octets
+      "30 0F 04 81 01 41 04 82 00 01 42 02 01 05 80 01 43",                 // long-form lengths not minimal
   };
   for (const char* hex : cases) {
     QAsnUniResID value;
     ASSERT_EQ(ThrownMessage([&] { AsnDecodeValue(value, Hex(hex)); }), "no exception") << hex;
     EXPECT_EQ(ToHex(AsnEncodeValue(value)), kUniResId) << hex;
   }
+  QAsnColumn column;  // nine length octets, eight of them leading zeros; DER out
+  AsnDecodeValue(column, Hex("30 89 00 00 00 00 00 00 00 00 03 04 01 41"));
+  EXPECT_EQ(ToHex(AsnEncodeValue(column)), "30 03 04 01 41");
   QAsnErrInfo info;
   AsnDecodeValue(info, Hex("30 80 30 80 02 01 07 02 01 08 00 00 02 01 03 00 00"));
   EXPECT_EQ(ToHex(AsnEncodeValue(info)), "30 0B 30 06 02 01 07 02 01 08 02 01 03");

@@ -231,6 +231,9 @@ class Velkor(unittest.TestCase):
                 self.assertEqual(json.loads(ok(["decode", described["name"], "--hex", "--json"], hex_text)), sample)
                 ok(["decode", described["name"], "--hex"], hex_text)  # value notation
                 ok(["encode", described["name"]], ok(["template", described["name"]]))  # the skeleton encodes
+        long_form = "3089000000000000000003040141"  # nine length octets, eight of them leading zeros
+        self.assertEqual(json.loads(ok(["decode", "QAsnColumn", "--hex", "--json"], long_form)), {"strCondition": "A"})
+        self.assertIn(b"(SEQUENCE), length 3\n", ok(["dump", "--hex"], long_form))
 
     def test_conversions_and_their_compact_json(self):
         Path(OBJECTS).write_text(json.dumps({"1": ret(0, "x"), "2": ret(0, "y")}))
@@ -388,6 +391,8 @@ class Velkor(unittest.TestCase):
                  "record 2: QAsnPortIndex.level4ID: length 2 runs past the input (0 octets left)", 25),
                 (["QAsnPortIndex", "--all"], PORT_HEX * 2 + "300d02010102010202010302020004",
                  "record 3: QAsnPortIndex.level4ID: INTEGER content is not minimal", 39),
+                (["QAsnUniResID"], "3008040004001f020100",
+                 "QAsnUniResID: high tag number form used for tag number 2 (below 31)", 6),
                 (["QAsnNVSList"], "3100", "QAsnNVSList: wrong tag [UNIVERSAL 17] constructed (SET), "
                  "expected [UNIVERSAL 16] constructed (SEQUENCE)", 0),
                 (["QAsnNVSList"], "300a30040400040030020400", "QAsnNVSList[1]: mandatory member value missing", 8),

@@ -25,7 +25,8 @@ enum NIClass_EncodingFormatEnum { NIClass_BER = 1 };
 struct AsnDecodeLimits {
   // Constructed values nested deeper than this are refused.
   static constexpr unsigned kMaxDepth = 32;
-  // A long-form length with more length octets than this is refused.
+  // A long-form length whose value needs more octets than this is refused
+  // (leading zero octets do not count: up to 126 length octets are read).
   static constexpr unsigned kMaxLengthOctets = 8;
 };
 

@@ -128,6 +128,11 @@ void BDecTag_Impl(AsnBuf& buf, unsigned long& bytesDecoded, unsigned int& tag) {
     ++bytesDecoded;
     if (buf.ReadError()) return;
     if (i == 0 && octet == 0x80) AsnThrowDecodeError(start, "high tag number form with a leading 0x80 octet");
+    // A number below 31 has exactly one identifier octet (X.690 8.1.2.2);
+    // a longer number never starts with 0x80, so it is at least 128.
+    if (i == 0 && octet < 31) {
+      AsnThrowDecodeError(start, "high tag number form used for tag number " + std::to_string(octet) + " (below 31)");
+    }
     tag |= octet << (8 * (2 - i));
     if ((octet & 0x80) == 0) return;
   }
@@ -137,16 +142,20 @@ void BDecTag_Impl(AsnBuf& buf, unsigned long& bytesDecoded, unsigned int& tag) {
 unsigned long BDecLen_Impl(AsnBuf& buf, unsigned long& bytesDecoded, unsigned char first, std::size_t itemStart) {
   if (first == 0x80) return kIndefiniteLength;
   if (first == 0xFF) AsnThrowDecodeError(itemStart, "length octet 0xFF is reserved");
+  // Up to 126 length octets (X.690 8.1.3.5); leading zero octets add nothing,
+  // so only the value has to fit.
   const unsigned octets = first & 0x7Fu;
-  if (octets > AsnDecodeLimits::kMaxLengthOctets) {
-    AsnThrowDecodeError(itemStart, "length with " + std::to_string(octets) + " length octets (at most " +
-                                       std::to_string(AsnDecodeLimits::kMaxLengthOctets) + ")");
-  }
   unsigned long length = 0;
+  unsigned significant = 0;
   for (unsigned i = 0; i < octets; ++i) {
     const unsigned char octet = buf.GetByte();
     ++bytesDecoded;
     if (buf.ReadError()) return 0;
+    if (significant == 0 && octet == 0) continue;
+    if (++significant > AsnDecodeLimits::kMaxLengthOctets) {
+      AsnThrowDecodeError(itemStart, "length does not fit in " +
+                                         std::to_string(8 * AsnDecodeLimits::kMaxLengthOctets) + " bits");
+    }
     length = (length << 8) | octet;
   }
   // The one definite length that reads like the indefinite form's marker

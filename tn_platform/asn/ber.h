@@ -75,12 +75,14 @@ unsigned long BEncEoc(AsnBuf& buf);
 // they start; an input that ends inside them sets the read-error flag.
 
 // Completes a tag whose first octet (just read, in `tag` shifted left by 24)
-// has its five low bits all set. Throws on a leading 0x80 subsequent octet or
-// a tag number that does not fit.
+// has its five low bits all set. Throws on a leading 0x80 subsequent octet, a
+// number below 31 (which takes the one-octet form) or a tag number that does
+// not fit.
 void BDecTag_Impl(AsnBuf& buf, unsigned long& bytesDecoded, unsigned int& tag);
 // Reads the rest of a length whose first octet `first` (just read) has bit 7
 // set, of the item starting at `itemStart`: 0x80 yields kIndefiniteLength;
-// 0xFF and more than AsnDecodeLimits::kMaxLengthOctets length octets throw.
+// 0xFF and a value that needs more than AsnDecodeLimits::kMaxLengthOctets
+// octets (leading zero octets aside) throw.
 // The length is not checked against the input.
 unsigned long BDecLen_Impl(AsnBuf& buf, unsigned long& bytesDecoded, unsigned char first, std::size_t itemStart);
 // Throws: the item starting at `itemStart` has a definite `length` larger than
