@@ -116,11 +116,11 @@ TEST(AsnSeqOf, BadInputThrowsAndKeepsTheElementsDecodedSoFar) {
       {"10 00", kWrongTag, {7}, 1},  // primitive form of the SEQUENCE number
       {"", kWrongTag, {7}, 1},       // empty input reads as tag 0
       {"3F 20 00", kWrongTag, {7}, 2},
-      {"30 80 02 01 05", "input ends before the end-of-contents octets at offset 0", {5}, 2},
-      {"30 80 02 01 05 00", "input ends in the end-of-contents octets at offset 5", {5}, 2},
-      {"30 04 02 01 05", "input ends 1 octet short of the value at offset 0", {5, 0}, 2},
+      {"30 80 02 01 05", "input ends before the end-of-contents octets at offset 5", {5}, 2},
+      {"30 80 02 01 05 00", "input ends in the end-of-contents octets at offset 6", {5}, 2},
+      {"30 04 02 01 05", "input ends 1 octet short of the value at offset 5", {5, 0}, 2},
       // A length past the input: the elements are read as far as it goes.
-      {"30 81 05 02 01 05", "input ends 2 octets short of the value at offset 0", {5, 0}, 3},
+      {"30 81 05 02 01 05", "input ends 2 octets short of the value at offset 6", {5, 0}, 3},
       {"30 05 02 01 05 02 00", "[1]: INTEGER without content octets at offset 5", {5, 0}, 2},
       {"30 03 04 01 61",
        "[0]: wrong tag [UNIVERSAL 4] primitive (OCTET STRING), expected [UNIVERSAL 2] primitive (INTEGER) at offset 2",

@@ -83,11 +83,15 @@ const DecodeCase kLengthCases[] = {
     {"a value of nine octets after zeros", "8A 00 01 00 00 00 00 00 00 00 00", 0, 0, 0, false,
      "length does not fit in 64 bits at offset 0"},
     {"short form past the input", "05 AA BB CC", 0, 0, 0, false,
-     "length 5 runs past the input (3 octets left) at offset 0"},
+     "input ends 2 octets short of the value at offset 4"},
     {"2^32 on a 10-octet input fails before anything is sized by it", "85 01 00 00 00 00 AA BB CC DD", 0, 0, 0, false,
-     "length 4294967296 runs past the input (4 octets left) at offset 0"},
+     "input ends 4294967292 octets short of the value at offset 10"},
     {"all-ones long form is not the indefinite form", "88 FF FF FF FF FF FF FF FF", 0, 0, 0, false,
      "length 18446744073709551615 runs past the input (0 octets left) at offset 0"},
+    {"2^63 and above fit no input: refused where read", "88 80 00 00 00 00 00 00 00", 0, 0, 0, false,
+     "length 9223372036854775808 runs past the input (0 octets left) at offset 0"},
+    {"2^63-1 is the input ending", "88 7F FF FF FF FF FF FF FF", 0, 0, 0, false,
+     "input ends 9223372036854775807 octets short of the value at offset 9"},
     {"nor is it with leading zeros", "8A 00 00 FF FF FF FF FF FF FF FF", 0, 0, 0, false,
      "length 18446744073709551615 runs past the input (0 octets left) at offset 0"},
 };
@@ -96,8 +100,8 @@ const DecodeCase kLengthCases[] = {
 const DecodeCase kEocCases[] = {
     {"end-of-contents", "00 00", 0, 0, 2, false, nullptr},
     {"only the two octets are read", "00 00 05", 0, 0, 2, false, nullptr},
-    {"one octet", "00", 0, 0, 0, false, "input ends in the end-of-contents octets at offset 0"},
-    {"empty input", "", 0, 0, 0, false, "input ends before the end-of-contents octets"},
+    {"one octet", "00", 0, 0, 0, false, "input ends in the end-of-contents octets at offset 1"},
+    {"empty input", "", 0, 0, 0, false, "input ends before the end-of-contents octets at offset 0"},
     {"second octet not zero", "00 01", 0, 0, 0, false, "end-of-contents octets are not 00 00 at offset 0"},
     {"first octet not zero", "02 00", 0, 0, 0, false, "end-of-contents octets are not 00 00 at offset 0"},
 };

@@ -177,9 +177,9 @@ BAD_INPUT = [  # (arguments, input, the one stderr line's start after "velkor: "
     (["encode", "QAsnColumn"], '{"strCondition": {"hex": "abc"}}', "encode: ", "strCondition"),
     (["convert", "cable-to-fiber"], '{"aEnd": {"level9ID": 1}}', "convert cable-to-fiber: ", "cable.aEnd"),
 ] + [(["dump", "--hex"], hex_text, "dump: ", message) for hex_text, message in [  # where the bytes break
-    ("30 03 02 02 05 00", "length 2 runs past its enclosing value (1 octets left) at offset 2"),
+    ("30 03 02 02 05 00", "length 2 runs past its enclosing value (1 octet left) at offset 2"),
     ("30 02 1f 81 01 00", "tag runs past its enclosing value at offset 2"),
-    ("30 80 02 01 05", "input ends before the end-of-contents of the value at offset 0"),
+    ("30 80 02 01 05", "input ends before the end-of-contents of the value at offset 5"),
     ("04 80 00 00", "indefinite length on a primitive value at offset 0"),
     ("00 00", "end-of-contents outside an indefinite-length value at offset 0"),
     ("30 80 00 01 00", "end-of-contents with content at offset 2"),
@@ -371,11 +371,12 @@ class Velkor(unittest.TestCase):
         cut = bytes.fromhex(PORT_HEX * 2)[:-3]  # a cut capture: every item before the cut is shown
         code, out, err = run(["dump"], cut)
         self.assertEqual((code, out.decode().count("INTEGER"), err.count("\n")), (1, 7, 1), err)
-        self.assertIn("input ends 3 octets short of the value at offset 14", err)
+        self.assertIn("input ends 3 octets short of the value at offset %d" % len(cut), err)
         # (decode arguments, input, the message: path, what, offset of the item at fault as dump shows it)
         for args, hex_text, message, offset in [
-                (["QAsnTinyIntList"], "300402010502", "QAsnTinyIntList[1]: input ends in the length", 5),
-                (["QAsnTinyIntList"], "30030201", "QAsnTinyIntList[0]: length 1 runs past the input (0 octets left)", 2),
+                (["QAsnTinyIntList"], "300402010502", "QAsnTinyIntList[1]: element runs past the end of its list "
+                 "(content length 4)", 5),
+                (["QAsnTinyIntList"], "30030201", "QAsnTinyIntList[0]: input ends 1 octet short of the value", 4),
                 (["QAsnTinyIntList"], "30050000020105", "QAsnTinyIntList[0]: wrong tag [UNIVERSAL 0] primitive "
                  "(end-of-contents), expected [UNIVERSAL 2] primitive (INTEGER)", 2),
                 (["QAsnColumn"], "30050401410402", "QAsnColumn: member strCondition out of order or repeated", 5),
@@ -388,7 +389,9 @@ class Velkor(unittest.TestCase):
                 (["QAsnUniResID"], PORT_HEX, "QAsnUniResID.strFDN: wrong tag [UNIVERSAL 2] primitive (INTEGER), "
                  "expected [UNIVERSAL 4] primitive (OCTET STRING)", 2),
                 (["QAsnPortIndex", "--all"], PORT_HEX + "300c0201010201020201030202",
-                 "record 2: QAsnPortIndex.level4ID: length 2 runs past the input (0 octets left)", 25),
+                 "record 2: QAsnPortIndex.level4ID: length 2 runs past the end of the record (1 octet left in it)", 25),
+                (["QAsnPortIndex", "--all"], PORT_HEX + "300c02010102010202010302",
+                 "record 2: QAsnPortIndex.level4ID: input ends in the length", 26),
                 (["QAsnPortIndex", "--all"], PORT_HEX * 2 + "300d02010102010202010302020004",
                  "record 3: QAsnPortIndex.level4ID: INTEGER content is not minimal", 39),
                 (["QAsnUniResID"], "3008040004001f020100",
@@ -396,10 +399,13 @@ class Velkor(unittest.TestCase):
                 (["QAsnNVSList"], "3100", "QAsnNVSList: wrong tag [UNIVERSAL 17] constructed (SET), "
                  "expected [UNIVERSAL 16] constructed (SEQUENCE)", 0),
                 (["QAsnNVSList"], "300a30040400040030020400", "QAsnNVSList[1]: mandatory member value missing", 8),
-                (["QAsnErrInfoList"], "300c30083003020107020101", "QAsnErrInfoList: input ends 2 octets short of the value", 0)]:
+                (["QAsnErrInfoList"], "300c30083003020107020101", "QAsnErrInfoList: input ends 2 octets short of the value", 12)]:
             with self.subTest(hex=hex_text):
                 code, _, err = run(["decode"] + args + ["--hex"], hex_text)
                 self.assertEqual((code, err), (1, "velkor: decode: %s at offset %d\n" % (message, offset)))
+                if "left over" in message:  # the value is the octets before the offset
+                    ok(["decode"] + args + ["--hex"], hex_text[:2 * offset])
+                    continue
                 code, out, err = run(["dump", "--hex"], hex_text)
                 self.assertTrue(("\n%6d  " % offset) in "\n" + out.decode() or
                                 err.rstrip().endswith("at offset %d" % offset), (out, err))

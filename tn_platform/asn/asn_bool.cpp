@@ -6,7 +6,7 @@ namespace {
 bool DecodeBoolean(AsnBuf& buf, unsigned long length, std::size_t itemStart) {
   if (length != 1) AsnThrowDecodeError(itemStart, "BOOLEAN content is not one octet");
   const bool value = buf.GetByte() != 0;
-  if (buf.ReadError()) AsnThrowDecodeError(itemStart, "BOOLEAN runs past the input");
+  if (buf.ReadError()) BDecLenPastInput(buf, 1);
   return value;
 }
 }  // namespace
@@ -18,7 +18,7 @@ void AsnBool::BDecContent(AsnBuf& buf, AsnTag, unsigned long length, unsigned lo
 
 void AsnBool::BDec(AsnBuf& buf, unsigned long& bytesDecoded, NIClass_EncodingFormatEnum) {
   const AsnHeader header = BDecHeader(buf, bytesDecoded, kTagBoolean);
-  if (header.status != AsnHeader::kComplete) AsnThrowHeaderError(header, kTagBoolean);
+  if (header.status != AsnHeader::kComplete) AsnThrowHeaderError(header, kTagBoolean, buf);
   m_value = DecodeBoolean(buf, header.length, header.start);
   bytesDecoded += 1;
 }

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstring>
 
+#include "tn_platform/asn/ber.h"
+
 
 AsnBuf::AsnBuf(const unsigned char* data, std::size_t size) : m_begin(data), m_read(data), m_end(data + size) {}
 
@@ -29,9 +31,7 @@ void AsnBuf::ThrowTooDeep() {
 }
 
 void AsnBuf::ThrowLengthOverrun() const {
-  AsnDecodeError* error = new AsnDecodeError(
-      m_overrunElementOffset, "element runs past the end of its list (content length " +
-                                  std::to_string(m_overrunLength) + ")");
+  AsnDecodeError* error = new AsnDecodeError(m_overrunElementOffset, AsnListOverrunText(m_overrunLength));
   error->AddIndex(m_overrunElementIndex);
   throw error;
 }

@@ -96,6 +96,10 @@ class AsnBuf {
     return segment;
   }
   std::size_t Remaining() const { return static_cast<std::size_t>(m_end - m_read); }
+  // The offset of the end of the input.
+  std::size_t End() const { return static_cast<std::size_t>(m_end - m_begin); }
+  // The first octet of the input (for a look at an item already passed).
+  const unsigned char* Begin() const { return m_begin; }
   // Octets consumed since the start of the input.
   std::size_t Offset() const { return static_cast<std::size_t>(m_read - m_begin); }
   // Restores a position returned by Offset() (for look-ahead).

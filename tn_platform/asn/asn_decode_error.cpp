@@ -2,14 +2,25 @@
 
 #include <utility>
 
-AsnDecodeError::AsnDecodeError(std::size_t offset, std::string what)
-    : CSM_Exception(kAsnDecodeError, 0, "", "asn_runtime", "", nullptr), m_offset(offset), m_what(std::move(what)) {
+AsnDecodeError::AsnDecodeError(std::size_t offset, std::string what, bool inputEnds)
+    : CSM_Exception(kAsnDecodeError, 0, "", "asn_runtime", "", nullptr),
+      m_offset(offset),
+      m_what(std::move(what)),
+      m_inputEnds(inputEnds) {
   Compose();
 }
 
 void AsnDecodeError::PlaceAt(std::size_t offset) {
   if (Placed()) return;
   m_offset = offset;
+  Compose();
+}
+
+void AsnDecodeError::Reassign(std::size_t offset, std::string what) {
+  m_offset = offset;
+  m_what = std::move(what);
+  m_path.clear();
+  m_inputEnds = false;
   Compose();
 }
 
@@ -45,3 +56,7 @@ std::string AsnOctetCount(std::size_t count) { return std::to_string(count) + (c
 void AsnThrowDecodeError(std::size_t offset, const std::string& what) { throw new AsnDecodeError(offset, what); }
 
 void AsnThrowContentError(const std::string& what) { throw new AsnDecodeError(AsnDecodeError::kUnplaced, what); }
+
+void AsnThrowInputEnds(std::size_t inputEnd, const std::string& what) {
+  throw new AsnDecodeError(inputEnd, what, true);
+}

@@ -2,12 +2,13 @@
 // input it cannot decode. It carries where the fault is as data:
 //
 //   Offset()  the offset of the first octet of the item at fault (the
-//             tag-length-value whose tag, length or content is wrong), or,
-//             when the input ends, of the value the missing octets belong
-//             to: the item whose header is cut, or the constructed value
-//             that ends short. Offsets count from the start of the input
-//             given to AsnDecodeValue / AsnDecodeFront, so they are the ones
-//             a structure dump of that input shows.
+//             tag-length-value whose tag, length or content is wrong; an
+//             item that runs past the end of the value holding it is at
+//             fault itself), or, when the input ends before the values
+//             that hold it do, the end of the input (InputEnds()). Offsets
+//             count from the start of the input given to AsnDecodeValue /
+//             AsnDecodeFront, so they are the ones a structure dump of that
+//             input shows for the item, or where it says the bytes break.
 //   Path()    where the item sits in the value: the outermost type name,
 //             then ".member" per record member and "[index]" (from 0) per
 //             list element: "QAsnErrInfoReturn.errInfoList[1].objID[0]".
@@ -36,15 +37,23 @@ class AsnDecodeError : public CSM_Exception {
   // The offset of an error whose item's start is not known yet.
   static constexpr std::size_t kUnplaced = ~std::size_t{0};
 
-  AsnDecodeError(std::size_t offset, std::string what);
+  // `inputEnds`: the error is about the input ending (see InputEnds()).
+  AsnDecodeError(std::size_t offset, std::string what, bool inputEnds = false);
 
   std::size_t Offset() const { return m_offset; }
   bool Placed() const { return m_offset != kUnplaced; }
   const std::string& Path() const { return m_path; }
   const std::string& What() const { return m_what; }
 
+  // True for an input that ends before the values that hold the fault do.
+  bool InputEnds() const { return m_inputEnds; }
+
   // Sets the offset of an unplaced error; a placed one keeps its own.
   void PlaceAt(std::size_t offset);
+  // Names another item as the one at fault, with a new `what`: a value that
+  // lies whole in the input and finds the input ending inside it blames the
+  // item of its own that runs past its end. The path starts afresh.
+  void Reassign(std::size_t offset, std::string what);
   // Adds, in front of the path, ".name" (a record member), "[index]" (a list
   // element) or the type name of the outermost value.
   void AddMember(const char* name);
@@ -60,6 +69,7 @@ class AsnDecodeError : public CSM_Exception {
   std::size_t m_offset;
   std::string m_path;
   std::string m_what;
+  bool m_inputEnds = false;
 };
 
 // "1 octet", "2 octets": counts in messages.
@@ -70,4 +80,7 @@ std::string AsnOctetCount(std::size_t count);
 // Throws a new unplaced AsnDecodeError: the fault lies in the content of a
 // value whose start the caller knows.
 [[noreturn]] void AsnThrowContentError(const std::string& what);
+// Throws a new AsnDecodeError about an input that ends, placed at its end,
+// `inputEnd` (AsnBuf::End()).
+[[noreturn]] void AsnThrowInputEnds(std::size_t inputEnd, const std::string& what);
 #pragma GCC visibility pop

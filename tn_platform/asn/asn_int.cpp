@@ -25,7 +25,7 @@ std::int64_t DecodeContent(AsnBuf& buf, unsigned long length, unsigned maxOctets
   if (length == kIndefiniteLength) fail("indefinite length on an INTEGER");
   if (length == 0) fail("INTEGER without content octets");
   const unsigned char* octets = buf.GetSeg(length);
-  if (octets == nullptr) fail("INTEGER runs past the input");
+  if (octets == nullptr) BDecLenPastInput(buf, length);
   if (length > 1 &&
       ((octets[0] == 0x00 && (octets[1] & 0x80) == 0) || (octets[0] == 0xFF && (octets[1] & 0x80) != 0))) {
     fail("INTEGER content is not minimal");
@@ -44,7 +44,7 @@ namespace {
 // Decodes a complete INTEGER whose content must fit in `maxOctets` octets.
 std::int64_t DecodeInteger(AsnBuf& buf, unsigned long& bytesDecoded, unsigned maxOctets) {
   const AsnHeader header = BDecHeader(buf, bytesDecoded, kTagInteger);
-  if (header.status != AsnHeader::kComplete) AsnThrowHeaderError(header, kTagInteger);
+  if (header.status != AsnHeader::kComplete) AsnThrowHeaderError(header, kTagInteger, buf);
   const std::int64_t value = asn_integer::DecodeContent(buf, header.length, maxOctets, header.start);
   bytesDecoded += header.length;
   return value;

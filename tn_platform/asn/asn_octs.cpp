@@ -19,44 +19,55 @@ unsigned long AsnOcts::BEnc(AsnBuf& buf, NIClass_EncodingFormatEnum) {
 
 namespace {
 // Appends the segments of a constructed OCTET STRING of content `length`
-// (or indefinite), starting at `itemStart` (kUnplaced: the caller places the
-// errors about the whole value), to `out`.
-void DecodeSegments(AsnBuf& buf, unsigned long length, unsigned long& bytesDecoded, std::string& out,
-                    std::size_t itemStart) {
+// (or indefinite) to `out`.
+void DecodeSegments(AsnBuf& buf, unsigned long length, unsigned long& bytesDecoded, std::string& out) {
   // The guard keeps the nesting count right when a segment throws.
   const AsnNestingGuard nesting(buf);
   const bool indefinite = length == kIndefiniteLength;
   const std::size_t end = indefinite ? 0 : buf.Offset() + length;
+  // A value that lies whole in the input blames a segment that runs past its
+  // end, also when the input ends inside that segment.
+  const bool whole = !indefinite && end <= buf.End();
+  const auto runsPast = [](std::size_t segmentStart) {
+    AsnThrowDecodeError(segmentStart, "OCTET STRING segment runs past its enclosing value");
+  };
   unsigned long consumed = 0;
   while (indefinite ? !AtEoc(buf) : buf.Offset() < end) {
     if (buf.Remaining() == 0) {
-      AsnThrowDecodeError(itemStart, indefinite ? std::string("input ends before the end-of-contents octets")
-                                                : "input ends " + AsnOctetCount(end - buf.Offset()) +
-                                                      " short of the value");
+      AsnThrowInputEnds(buf.End(), indefinite ? std::string("input ends before the end-of-contents octets")
+                                              : "input ends " + AsnOctetCount(end - buf.Offset()) +
+                                                    " short of the value");
     }
-    const AsnHeader header = BDecHeader(buf, consumed, kTagOctetString, kTagOctetStringConstructed);
+    const AsnHeader header = BDecHeader(
+        buf, consumed, [](AsnTag tag) { return tag == kTagOctetString || tag == kTagOctetStringConstructed; },
+        AsnLengthCheck::kNone);
     if (header.status == AsnHeader::kWrongTag) {
       AsnThrowDecodeError(header.start, "OCTET STRING segment with tag " + TagDescription(header.tag));
     }
-    if (header.status != AsnHeader::kComplete) AsnThrowHeaderError(header, kTagOctetString);
+    if (header.status != AsnHeader::kComplete) {
+      if (whole) runsPast(header.start);
+      AsnThrowHeaderError(header, kTagOctetString, buf);
+    }
     const unsigned long segmentLength = header.length;
     const bool definite = segmentLength != kIndefiniteLength;
-    if (!indefinite && definite && buf.Offset() + segmentLength > end) {
-      AsnThrowDecodeError(header.start, "OCTET STRING segment runs past its enclosing value");
+    if (!indefinite && (buf.Offset() > end || (definite && segmentLength > end - buf.Offset()))) {
+      runsPast(header.start);
     }
     if (TagIsConstructed(header.tag)) {
       try {
-        DecodeSegments(buf, segmentLength, consumed, out, header.start);
+        DecodeSegments(buf, segmentLength, consumed, out);
       } catch (AsnDecodeError* error) {
+        if (whole && error->InputEnds()) {
+          error->Reassign(header.start, "OCTET STRING segment runs past its enclosing value");
+        }
         error->PlaceAt(header.start);
         throw;
       }
-      if (!indefinite && buf.Offset() > end) {
-        AsnThrowDecodeError(header.start, "OCTET STRING segment runs past its enclosing value");
-      }
+      if (!indefinite && buf.Offset() > end) runsPast(header.start);
     } else {
       if (!definite) AsnThrowDecodeError(header.start, "indefinite length on a primitive OCTET STRING");
       const unsigned char* octets = buf.GetSeg(segmentLength);
+      if (octets == nullptr) BDecLenPastInput(buf, segmentLength);
       out.append(reinterpret_cast<const char*>(octets), segmentLength);
       consumed += segmentLength;
     }
@@ -71,13 +82,13 @@ void DecodeOctets(AsnOcts& value, AsnBuf& buf, AsnTag tag, unsigned long length,
                   std::size_t itemStart) {
   if (TagIsConstructed(tag)) {
     std::string octets;
-    DecodeSegments(buf, length, bytesDecoded, octets, itemStart);
+    DecodeSegments(buf, length, bytesDecoded, octets);
     value.Set(octets.data(), octets.size());
     return;
   }
   if (length == kIndefiniteLength) AsnThrowDecodeError(itemStart, "indefinite length on a primitive OCTET STRING");
   const unsigned char* octets = buf.GetSeg(length);
-  if (octets == nullptr) AsnThrowDecodeError(itemStart, "OCTET STRING runs past the input");
+  if (octets == nullptr) BDecLenPastInput(buf, length);
   value.Set(octets, length);
   bytesDecoded += length;
 }
@@ -89,10 +100,10 @@ void AsnOcts::BDecContent(AsnBuf& buf, AsnTag tag, unsigned long length, unsigne
 
 void AsnOcts::BDec(AsnBuf& buf, unsigned long& bytesDecoded, NIClass_EncodingFormatEnum) {
   const AsnHeader header = BDecHeader(buf, bytesDecoded, kTagOctetString, kTagOctetStringConstructed);
-  if (header.status != AsnHeader::kComplete) AsnThrowHeaderError(header, kTagOctetString);
+  if (header.status != AsnHeader::kComplete) AsnThrowHeaderError(header, kTagOctetString, buf);
   try {
     DecodeOctets(*this, buf, header.tag, header.length, bytesDecoded, header.start);
-  } catch (AsnDecodeError* error) {  // end-of-contents missing at the end of the input
+  } catch (AsnDecodeError* error) {  // nested too deep
     error->PlaceAt(header.start);
     throw;
   }

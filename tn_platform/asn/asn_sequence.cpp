@@ -34,7 +34,8 @@ void DecodeContent(AsnBuf& buf, AsnMemberKind kind, AsnType* value, AsnTag tag, 
                    unsigned long& bytesDecoded) {
   switch (kind) {
     case AsnMemberKind::kOcts:
-      // The primitive form inline: its length was checked against the input.
+      // The primitive form inline when the input holds it; BDecContent
+      // refuses the rest.
       if (!TagIsConstructed(tag) && length != kIndefiniteLength && length <= buf.Remaining()) {
         static_cast<AsnOcts*>(value)->Set(buf.GetSeg(length), length);
         bytesDecoded += length;
@@ -110,6 +111,22 @@ std::size_t FindMember(const AsnRecordPlan& plan, std::size_t next, AsnTag tag, 
   AsnThrowDecodeError(itemStart, "unknown member with tag " + TagDescription(tag));
 }
 
+// The input ends before the member starting at `memberStart` (the record
+// ends short: its own error) or inside its header. Out of line, so that the
+// member loop keeps its header in registers.
+[[noreturn]] __attribute__((noinline)) void ThrowInputEndsAt(const AsnBuf& buf, AsnHeader::Status status,
+                                                             std::size_t memberStart, bool indefinite,
+                                                             std::size_t end) {
+  if (memberStart == buf.End()) {
+    AsnThrowInputEnds(buf.End(), indefinite ? std::string("input ends before the end-of-contents octets")
+                                            : "input ends " + AsnOctetCount(end - memberStart) + " short of the value");
+  }
+  AsnHeader header;
+  header.status = status;
+  header.start = memberStart;
+  AsnThrowHeaderError(header, 0, buf);
+}
+
 }  // namespace
 
 const refl::CClassInfor& AsnSequence::ClassInfor() const {
@@ -147,7 +164,7 @@ unsigned long AsnSequence::EncodeRecord(const AsnRecordPlan& plan, AsnBuf& buf) 
 void AsnSequence::DecodeRecord(const AsnRecordPlan& plan, AsnBuf& buf, unsigned long& bytesDecoded) {
   const AsnHeader header = BDecHeader(
       buf, bytesDecoded, [](AsnTag tag) { return tag == kTagSequence; }, AsnLengthCheck::kPrimitiveOnly);
-  if (header.status != AsnHeader::kComplete) AsnThrowHeaderError(header, kTagSequence);
+  if (header.status != AsnHeader::kComplete) AsnThrowHeaderError(header, kTagSequence, buf);
   try {
     DecodeMembers(plan, buf, header.length, bytesDecoded);
   } catch (AsnDecodeError* error) {  // the record's own errors are about its whole TLV
@@ -167,8 +184,11 @@ void AsnSequence::DecodeMembers(const AsnRecordPlan& plan, AsnBuf& buf, unsigned
   const std::size_t end = indefinite ? 0 : start + length;
   unsigned long counted = 0;  // the octet count is the distance the buffer moved
   // The record's own errors are thrown unplaced, for the caller that read its
-  // header to place; errors about a member name it in `member` (null between
-  // members) and are placed at `memberStart`.
+  // header to place, or at the end of the input when it ends; errors about a
+  // member name it in `member` (null between members) and are placed at
+  // `memberStart`. A member's definite length is checked against the end of
+  // the record before the input, so that a member running past both is the
+  // one at fault.
   const char* member = nullptr;
   std::size_t memberStart = 0;
   try {
@@ -195,25 +215,23 @@ void AsnSequence::DecodeMembers(const AsnRecordPlan& plan, AsnBuf& buf, unsigned
             member = members[index].name;
             return true;
           },
-          AsnLengthCheck::kPrimitiveOnly);
-      if (header.status == AsnHeader::kEndsBeforeTag) {  // the record ends short: its own error
-        AsnThrowContentError(indefinite ? std::string("input ends before the end-of-contents octets")
-                                        : "input ends " + AsnOctetCount(end - buf.Offset()) + " short of the value");
-      }
-      if (header.status != AsnHeader::kComplete) AsnThrowDecodeError(memberStart, "input ends in the length");
+          AsnLengthCheck::kNone);
+      if (header.status != AsnHeader::kComplete) ThrowInputEndsAt(buf, header.status, memberStart, indefinite, end);
 
       const AsnMemberStep& step = members[index];
       const unsigned long memberLength = header.length;
       const std::size_t contentStart = buf.Offset();
       const bool definite = memberLength != kIndefiniteLength;
       if (!indefinite && definite && contentStart + memberLength > end) {
-        AsnThrowDecodeError(memberStart, "length " + std::to_string(memberLength) +
-                                             " runs past the end of the record (" +
-                                             AsnOctetCount(end - contentStart) + " left in it)");
+        AsnThrowDecodeError(memberStart, contentStart > end ? std::string("header runs past the end of the record")
+                                                            : "length " + std::to_string(memberLength) +
+                                                                  " runs past the end of the record (" +
+                                                                  AsnOctetCount(end - contentStart) + " left in it)");
       }
+      // A primitive value takes exactly its length, refusing one that runs
+      // past the input; a constructed one (a list, a record, a segmented
+      // OCTET STRING) is checked here.
       DecodeContent(buf, step.kind, step.ValueOrCreateIn(base), header.tag, memberLength, counted);
-      // A primitive value takes exactly its length or throws; a constructed
-      // one (a list, a record, a segmented OCTET STRING) is checked here.
       if (TagIsConstructed(header.tag)) {
         if (definite && buf.Offset() != contentStart + memberLength) {
           if (buf.LengthOverrun()) buf.ThrowLengthOverrun();
@@ -232,6 +250,11 @@ void AsnSequence::DecodeMembers(const AsnRecordPlan& plan, AsnBuf& buf, unsigned
     }
     if (indefinite) BDecEoc(buf, counted);
   } catch (AsnDecodeError* error) {
+    // A record that lies whole in the input, finding the input ending inside
+    // it, has a member that runs past its end (also an indefinite-length one).
+    if (error->InputEnds() && !indefinite && end <= buf.End()) {
+      error->Reassign(memberStart, "runs past the end of the record");
+    }
     if (member != nullptr) {
       error->PlaceAt(memberStart);
       error->AddMember(member);

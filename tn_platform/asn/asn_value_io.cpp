@@ -10,8 +10,7 @@ namespace {
 // The outermost header, read again on a failing path to name what is wrong
 // with it: a list's own BDec refuses a wrong tag in its own words (a
 // CSM_Exception that is no AsnDecodeError) and reads a length cut short as 0.
-AsnHeader OuterHeader(std::string_view bytes) {
-  AsnBuf buf(reinterpret_cast<const unsigned char*>(bytes.data()), bytes.size());
+AsnHeader OuterHeader(AsnBuf& buf) {
   unsigned long octets = 0;
   return BDecHeader(buf, octets, [](AsnTag tag) { return tag == kTagSequence; }, AsnLengthCheck::kPrimitiveOnly);
 }
@@ -28,17 +27,19 @@ std::size_t AsnDecodeFront(AsnType& value, std::string_view bytes) {
       throw;
     } catch (CSM_Exception* raw) {
       const std::unique_ptr<CSM_Exception> refusal(raw);
-      const AsnHeader outer = OuterHeader(bytes);
-      if (outer.status != AsnHeader::kComplete) AsnThrowHeaderError(outer, kTagSequence);
+      AsnBuf again(buf.Begin(), buf.End());
+      const AsnHeader outer = OuterHeader(again);
+      if (outer.status != AsnHeader::kComplete) AsnThrowHeaderError(outer, kTagSequence, again);
       AsnThrowDecodeError(0, refusal->Message());
     }
     // A list stops once its elements reach its length and leaves an overrun
     // to the enclosing value; for the outermost value that is us.
     if (buf.LengthOverrun()) buf.ThrowLengthOverrun();
     if (buf.ReadError()) {
-      const AsnHeader outer = OuterHeader(bytes);
-      if (outer.status == AsnHeader::kEndsInLength) AsnThrowHeaderError(outer, kTagSequence);
-      AsnThrowDecodeError(buf.Offset(), "input ends early");
+      AsnBuf again(buf.Begin(), buf.End());
+      const AsnHeader outer = OuterHeader(again);
+      if (outer.status == AsnHeader::kEndsInLength) AsnThrowHeaderError(outer, kTagSequence, again);
+      AsnThrowInputEnds(buf.End(), "input ends early");
     }
   } catch (AsnDecodeError* error) {
     error->PlaceAt(0);

@@ -158,35 +158,39 @@ unsigned long BDecLen_Impl(AsnBuf& buf, unsigned long& bytesDecoded, unsigned ch
     }
     length = (length << 8) | octet;
   }
-  // The one definite length that reads like the indefinite form's marker
-  // is also one no input can hold.
-  if (length == kIndefiniteLength) BDecLenPastInput(buf, itemStart, length);
+  // No input holds 2^63 octets; refusing such a length here (the one that
+  // reads like the indefinite form's marker among them) also keeps every
+  // content end, offset + length, from overflowing.
+  if (length > kMaxContentLength) {
+    AsnThrowDecodeError(itemStart, "length " + std::to_string(length) + " runs past the input (" +
+                                       AsnOctetCount(buf.Remaining()) + " left)");
+  }
   return length;
 }
 
-void BDecLenPastInput(const AsnBuf& buf, std::size_t itemStart, unsigned long length) {
-  AsnThrowDecodeError(itemStart, "length " + std::to_string(length) + " runs past the input (" +
-                                     AsnOctetCount(buf.Remaining()) + " left)");
+void BDecLenPastInput(const AsnBuf& buf, unsigned long length) {
+  AsnThrowInputEnds(buf.End(), "input ends " + AsnOctetCount(length - buf.Remaining()) + " short of the value");
 }
 
-void AsnThrowHeaderError(const AsnHeader& header, AsnTag expected) {
+void AsnThrowHeaderError(const AsnHeader& header, AsnTag expected, const AsnBuf& buf) {
+  const std::size_t inputEnd = buf.End();
   switch (header.status) {
     case AsnHeader::kEndsBeforeTag:
-      AsnThrowDecodeError(header.start, "input ends before the tag");
+      AsnThrowInputEnds(inputEnd, header.start == inputEnd ? "input ends before the tag" : "input ends in the tag");
     case AsnHeader::kWrongTag:
       AsnThrowDecodeError(header.start,
                           "wrong tag " + TagDescription(header.tag) + ", expected " + TagDescription(expected));
     default:
-      AsnThrowDecodeError(header.start, "input ends in the length");
+      AsnThrowInputEnds(inputEnd, "input ends in the length");
   }
 }
 
 void BDecEoc(AsnBuf& buf, unsigned long& bytesDecoded) {
   const std::size_t start = buf.Offset();
   const unsigned char first = buf.GetByte();
-  if (buf.ReadError()) AsnThrowContentError("input ends before the end-of-contents octets");
+  if (buf.ReadError()) AsnThrowInputEnds(buf.End(), "input ends before the end-of-contents octets");
   const unsigned char second = buf.GetByte();
-  if (buf.ReadError()) AsnThrowDecodeError(start, "input ends in the end-of-contents octets");
+  if (buf.ReadError()) AsnThrowInputEnds(buf.End(), "input ends in the end-of-contents octets");
   if (first != 0 || second != 0) AsnThrowDecodeError(start, "end-of-contents octets are not 00 00");
   bytesDecoded += 2;
 }
@@ -195,4 +199,25 @@ bool AtEoc(const AsnBuf& buf) {
   // Tag octet 0x00 is reserved for end-of-contents (X.690 8.1.5).
   unsigned char octet = 0;
   return buf.PeekByte(octet) && octet == 0;
+}
+
+bool AsnItemRunsPast(const AsnBuf& buf, std::size_t itemStart, std::size_t end, const AsnDecodeError& error) {
+  if (error.InputEnds()) return end <= buf.End();
+  if (itemStart >= end) return true;
+  AsnBuf item(buf.Begin() + itemStart, buf.End() - itemStart);
+  unsigned long octets = 0;
+  try {
+    BDecTag(item, octets);
+    const unsigned long length = BDecLenOctets(item, octets, 0);
+    if (item.ReadError()) return false;
+    const std::size_t contentStart = itemStart + item.Offset();
+    return contentStart > end || (length != kIndefiniteLength && length > end - contentStart);
+  } catch (AsnDecodeError* malformed) {  // the element's own fault
+    delete malformed;
+    return false;
+  }
+}
+
+std::string AsnListOverrunText(unsigned long length) {
+  return "element runs past the end of its list (content length " + std::to_string(length) + ")";
 }

@@ -15,6 +15,9 @@ using AsnTag = unsigned int;
 
 // The length value that stands for the indefinite form.
 constexpr unsigned long kIndefiniteLength = ~0UL;
+// The largest definite length the decoder reads; a larger one is refused
+// where it is read.
+constexpr unsigned long kMaxContentLength = ~0UL >> 1;
 
 enum class AsnTagClass : unsigned char { kUniversal = 0x00, kApplication = 0x40, kContext = 0x80, kPrivate = 0xC0 };
 
@@ -72,7 +75,10 @@ unsigned long BEncEoc(AsnBuf& buf);
 
 // ---- decoding ---------------------------------------------------------------
 // Malformed tag and length octets throw an AsnDecodeError placed at the item
-// they start; an input that ends inside them sets the read-error flag.
+// they start; an input that ends inside them sets the read-error flag. A
+// length that runs past the input is the input ending: the error is placed at
+// its end (AsnThrowInputEnds), for a value that lies whole in the input to
+// blame its own item that runs past its end.
 
 // Completes a tag whose first octet (just read, in `tag` shifted left by 24)
 // has its five low bits all set. Throws on a leading 0x80 subsequent octet, a
@@ -81,13 +87,13 @@ unsigned long BEncEoc(AsnBuf& buf);
 void BDecTag_Impl(AsnBuf& buf, unsigned long& bytesDecoded, unsigned int& tag);
 // Reads the rest of a length whose first octet `first` (just read) has bit 7
 // set, of the item starting at `itemStart`: 0x80 yields kIndefiniteLength;
-// 0xFF and a value that needs more than AsnDecodeLimits::kMaxLengthOctets
-// octets (leading zero octets aside) throw.
+// 0xFF, a value that needs more than AsnDecodeLimits::kMaxLengthOctets octets
+// (leading zero octets aside) and one above kMaxContentLength throw.
 // The length is not checked against the input.
 unsigned long BDecLen_Impl(AsnBuf& buf, unsigned long& bytesDecoded, unsigned char first, std::size_t itemStart);
-// Throws: the item starting at `itemStart` has a definite `length` larger than
-// what is left of the input.
-[[noreturn]] void BDecLenPastInput(const AsnBuf& buf, std::size_t itemStart, unsigned long length);
+// Throws: the input ends before the definite `length` of the item whose
+// content starts here.
+[[noreturn]] void BDecLenPastInput(const AsnBuf& buf, unsigned long length);
 // Reads a whole tag; 0 with the read-error flag set when the input is
 // exhausted. A one-octet tag is read inline.
 inline AsnTag BDecTag(AsnBuf& buf, unsigned long& bytesDecoded) {
@@ -109,11 +115,12 @@ inline unsigned long BDecLenOctets(AsnBuf& buf, unsigned long& bytesDecoded, std
   return BDecLen_Impl(buf, bytesDecoded, first, itemStart);
 }
 // Reads a whole length; a definite length beyond the octets left in the
-// input throws as well (errors are placed at the length's first octet).
+// input throws as well (malformed length octets are placed at their first
+// octet).
 inline unsigned long BDecLen(AsnBuf& buf, unsigned long& bytesDecoded) {
   const std::size_t start = buf.Offset();
   const unsigned long length = BDecLenOctets(buf, bytesDecoded, start);
-  if (!buf.ReadError() && length != kIndefiniteLength && length > buf.Remaining()) BDecLenPastInput(buf, start, length);
+  if (!buf.ReadError() && length != kIndefiniteLength && length > buf.Remaining()) BDecLenPastInput(buf, length);
   return length;
 }
 
@@ -139,6 +146,8 @@ enum class AsnLengthCheck {
                    // decoded as far as the input goes, so that the error names
                    // the first item inside that breaks, or the value itself
                    // when its items end short of its length
+  kNone,           // the caller checks every definite length: against the end
+                   // of the value that holds the item first, then the input
 };
 
 // Reads the header of one value: the tag, which `acceptTag(tag)` must accept
@@ -159,7 +168,8 @@ inline AsnHeader BDecHeader(AsnBuf& buf, unsigned long& bytesDecoded, AcceptTag&
   } else {
     const unsigned char first = buf.GetByte();
     ++bytesDecoded;
-    const bool mayBeCut = lengthCheck == AsnLengthCheck::kPrimitiveOnly && TagIsConstructed(header.tag);
+    const bool mayBeCut = lengthCheck == AsnLengthCheck::kNone ||
+                          (lengthCheck == AsnLengthCheck::kPrimitiveOnly && TagIsConstructed(header.tag));
     if (buf.ReadError()) {
       header.status = AsnHeader::kEndsInLength;
     } else if ((first & 0x80) != 0) {
@@ -167,10 +177,10 @@ inline AsnHeader BDecHeader(AsnBuf& buf, unsigned long& bytesDecoded, AcceptTag&
       if (buf.ReadError()) {
         header.status = AsnHeader::kEndsInLength;
       } else if (header.length != kIndefiniteLength && header.length > buf.Remaining() && !mayBeCut) {
-        BDecLenPastInput(buf, header.start, header.length);
+        BDecLenPastInput(buf, header.length);
       }
     } else {
-      if (first > buf.Remaining() && !mayBeCut) BDecLenPastInput(buf, header.start, first);
+      if (first > buf.Remaining() && !mayBeCut) BDecLenPastInput(buf, first);
       header.length = first;
     }
   }
@@ -186,15 +196,23 @@ inline AsnHeader BDecHeader(AsnBuf& buf, unsigned long& bytesDecoded, AsnTag tag
   return BDecHeader(buf, bytesDecoded, tag, tag);
 }
 
-// Throws for a header that did not complete, placed at its start: "input ends
-// before the tag", "wrong tag <found>, expected <expected>" or "input ends in
-// the length". Called only on the failing path, so the message is built only
-// there.
-[[noreturn]] void AsnThrowHeaderError(const AsnHeader& header, AsnTag expected);
+// Throws for a header that did not complete: "wrong tag <found>, expected
+// <expected>" placed at its start, or "input ends before the tag", "... in the
+// tag" or "... in the length" placed at the end of the input `buf` reads.
+// Called only on the failing path, so the message is built only there.
+[[noreturn]] void AsnThrowHeaderError(const AsnHeader& header, AsnTag expected, const AsnBuf& buf);
 
-// Consumes the end-of-contents octets 00 00. When the input ends before them,
-// throws unplaced (the enclosing value is short); when it ends inside them or
-// they are not 00 00, placed at them.
+// True when the item starting at `itemStart`, whose decoding threw `error`,
+// runs past `end`, the end of the value that holds it: by its header, or by
+// the input ending inside it when that value lies whole in the input. Reads
+// the header again; for the failing path only.
+bool AsnItemRunsPast(const AsnBuf& buf, std::size_t itemStart, std::size_t end, const AsnDecodeError& error);
+// "element runs past the end of its list (content length N)".
+std::string AsnListOverrunText(unsigned long length);
+
+// Consumes the end-of-contents octets 00 00. When the input ends before or
+// inside them, throws placed at the end of the input; when they are not
+// 00 00, placed at them.
 void BDecEoc(AsnBuf& buf, unsigned long& bytesDecoded);
 // True when the next octet starts end-of-contents (nothing is consumed).
 bool AtEoc(const AsnBuf& buf);

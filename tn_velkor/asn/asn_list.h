@@ -209,9 +209,10 @@ template <class T>
 void AsnList<T>::BDecContent(AsnBuf& buf, unsigned int, unsigned long length, unsigned long& bytesDecoded,
                              NIClass_EncodingFormatEnum) {
   // The list's own errors (its content ends short, its end-of-contents is
-  // missing) are thrown unplaced, for the caller that read its header; an
-  // element's error gains the element's index. The element's own BDec is
-  // called directly: T is the element's exact type.
+  // missing) are placed at the end of the input; an element's error gains the
+  // element's index, and names the element itself when it runs past the
+  // list's end. The element's own BDec is called directly: T is the
+  // element's exact type.
   const AsnNestingGuard nesting(buf);
   Clear();
   unsigned long consumed = 0;
@@ -222,14 +223,15 @@ void AsnList<T>::BDecContent(AsnBuf& buf, unsigned int, unsigned long length, un
       error->AddIndex(count - 1);
       throw;
     }
-    if (buf.Remaining() == 0) AsnThrowContentError("input ends before the end-of-contents octets");
+    if (buf.Remaining() == 0) AsnThrowInputEnds(buf.End(), "input ends before the end-of-contents octets");
     BDecEoc(buf, consumed);
   } else {
     // Every element takes at least two octets, so the loop ends; an element
     // that overruns the length is noted for the caller. The length may run
     // past the input: the elements are decoded as far as the input goes, and
     // a failing element is appended first.
-    std::size_t elementStart = buf.Offset();
+    const std::size_t start = buf.Offset();
+    std::size_t elementStart = start;
     try {
       while (consumed < length) {
         elementStart = buf.Offset();
@@ -238,11 +240,14 @@ void AsnList<T>::BDecContent(AsnBuf& buf, unsigned int, unsigned long length, un
         element->T::BDec(buf, consumed, NIClass_BER);
       }
     } catch (AsnDecodeError* error) {
+      if (AsnItemRunsPast(buf, elementStart, start + length, *error)) {
+        error->Reassign(elementStart, AsnListOverrunText(length));
+      }
       error->AddIndex(count - 1);
       throw;
     }
     if (consumed < length) {
-      AsnThrowContentError("input ends " + AsnOctetCount(length - consumed) + " short of the value");
+      AsnThrowInputEnds(buf.End(), "input ends " + AsnOctetCount(length - consumed) + " short of the value");
     }
     if (consumed != length) buf.NoteLengthOverrun(length, elementStart, count - 1);
   }

@@ -43,21 +43,34 @@ class Walker {
       // input cuts short ends the walk there.
       while (!m_frames.empty() && !m_frames.back().indefinite && m_buf.Offset() == m_frames.back().limit) {
         const Frame& frame = m_frames.back();
-        if (frame.shortBy > 0) {
-          BreakAt(frame.start, "input ends " + std::to_string(frame.shortBy) + " octets short of the value");
-        }
+        if (frame.shortBy > 0) BreakAt(CutAt(), "input ends " + AsnOctetCount(frame.shortBy) + " short of the value");
         m_frames.pop_back();
       }
       const std::size_t limit = m_frames.empty() ? m_bytes.size() : m_frames.back().limit;
       if (m_buf.Offset() == limit) {
         if (m_frames.empty()) return;
-        BreakAt(m_frames.back().start, "input ends before the end-of-contents of the value");
+        BreakAt(CutAt(), "input ends before the end-of-contents of the value");
       }
       Item(limit);
     }
   }
 
  private:
+  // Where the bytes break when the input ends at the current item: the end of
+  // the input, when it ends before every definite value holding the item
+  // does; else the item (or open value) inside the innermost definite value
+  // that the input holds whole, which runs past that value's end.
+  std::size_t CutAt(std::size_t itemOffset) const {
+    for (std::size_t depth = m_frames.size(); depth-- > 0;) {
+      const Frame& frame = m_frames[depth];
+      if (frame.indefinite || frame.shortBy > 0) continue;
+      return depth + 1 < m_frames.size() ? m_frames[depth + 1].start : itemOffset;
+    }
+    return m_bytes.size();
+  }
+  // The same, between items: the innermost open value ends short.
+  std::size_t CutAt() const { return CutAt(m_frames.empty() ? m_bytes.size() : m_frames.back().start); }
+
   // Reads the identifier and length octets of `item`, which must end by
   // `limit`; returns the length (kIndefiniteLength for the indefinite form).
   // The length is not checked against the input: a cut capture still shows
@@ -66,16 +79,27 @@ class Walker {
     unsigned long octets = 0;
     try {
       item.tag = BDecTag(m_buf, octets);
-      if (m_buf.ReadError()) BreakAt(item.offset, "input ends inside a tag");
+      if (m_buf.ReadError()) InputEnds(item.offset, "input ends inside a tag", "tag runs past its enclosing value");
       if (m_buf.Offset() > limit) BreakAt(item.offset, "tag runs past its enclosing value");
       const unsigned long length = BDecLenOctets(m_buf, octets, item.offset);
-      if (m_buf.ReadError()) BreakAt(item.offset, "input ends inside a length");
+      if (m_buf.ReadError()) {
+        InputEnds(item.offset, "input ends inside a length", "length octets run past their enclosing value");
+      }
       if (m_buf.Offset() > limit) BreakAt(item.offset, "length octets run past their enclosing value");
       return length;
     } catch (AsnDecodeError* raw) {  // malformed tag or length octets
       const std::unique_ptr<AsnDecodeError> error(raw);
       BreakAt(error->Offset(), error->What());
     }
+  }
+
+  // Breaks where the input ending at the item starting at `itemOffset` puts
+  // the fault: at the end of the input (`cut`), or at the item that runs past
+  // a value the input holds whole (`runsPast`).
+  [[noreturn]] void InputEnds(std::size_t itemOffset, const std::string& cut, const std::string& runsPast) const {
+    const std::size_t at = CutAt(itemOffset);
+    if (at == m_bytes.size()) BreakAt(at, cut);
+    BreakAt(at, at == itemOffset ? runsPast : "value runs past its enclosing value");
   }
 
   void Item(std::size_t limit) {
@@ -111,13 +135,17 @@ class Walker {
     if (length > left) {
       // Past the end of the input itself (every enclosing value cut short
       // too): a cut capture, whose constructed items are shown up to the cut.
+      // An item that runs past what its enclosing value declares (also one
+      // the input cuts short) is at fault itself.
       const bool inputEnds = limit == m_bytes.size() && (m_frames.empty() || m_frames.back().shortBy > 0 ||
                                                          m_frames.back().indefinite);
-      if (!inputEnds || !constructed) {
-        BreakAt(item.offset, "length " + std::to_string(length) + " runs past its " +
-                                 (inputEnds ? "input" : "enclosing value") + " (" + std::to_string(left) +
-                                 " octets left)");
+      const std::size_t declared = left + (m_frames.empty() ? 0 : m_frames.back().shortBy);
+      const std::string runsPast = "length " + std::to_string(length) + " runs past its enclosing value (" +
+                                   AsnOctetCount(declared) + " left)";
+      if (!inputEnds || (m_frames.size() > 0 && !m_frames.back().indefinite && length > declared)) {
+        BreakAt(item.offset, runsPast);
       }
+      if (!constructed) InputEnds(item.offset, "input ends " + AsnOctetCount(length - left) + " short of the value", runsPast);
       Open(item, Frame{item.offset, limit, false, length - left});
       return;
     }
