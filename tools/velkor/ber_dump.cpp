@@ -24,10 +24,11 @@ struct Frame {
 // readers of ber.h report theirs as AsnDecodeError*.
 struct Break {
   std::string what;
+  std::size_t offset;
 };
 
 [[noreturn]] void BreakAt(std::size_t offset, const std::string& what) {
-  throw Break{what + " at offset " + std::to_string(offset)};
+  throw Break{what + " at offset " + std::to_string(offset), offset};
 }
 
 class Walker {
@@ -36,6 +37,8 @@ class Walker {
       : m_bytes(bytes), m_buf(reinterpret_cast<const unsigned char*>(bytes.data()), bytes.size()), m_visit(visit) {}
 
   std::size_t Items() const { return m_items; }
+  // Where the item read last (or being read) starts.
+  std::size_t CurrentItem() const { return m_current; }
 
   void Run() {
     for (;;) {
@@ -105,6 +108,7 @@ class Walker {
   void Item(std::size_t limit) {
     BerItem item;
     item.offset = m_buf.Offset();
+    m_current = item.offset;
     item.depth = static_cast<unsigned>(m_frames.size());
     const unsigned long length = ReadHeader(item, limit);
     const std::size_t contentStart = m_buf.Offset();
@@ -177,6 +181,7 @@ class Walker {
   const std::function<void(const BerItem&)>& m_visit;
   std::vector<Frame> m_frames;
   std::size_t m_items = 0;
+  std::size_t m_current = 0;
 };
 
 void WriteContent(std::ostream& os, const BerItem& item) {
@@ -208,6 +213,8 @@ BerWalkResult WalkBer(std::string_view bytes, const std::function<void(const Ber
   } catch (const Break& defect) {
     result.complete = false;
     result.error = defect.what;
+    result.breakOffset = defect.offset;
+    result.breakItem = walker.CurrentItem();
   }
   result.items = walker.Items();
   return result;

@@ -33,6 +33,8 @@ struct BerWalkResult {
   std::size_t items = 0;  // items visited
   bool complete = true;   // false when the bytes break
   std::string error;      // what broke, ending "at offset N"
+  std::size_t breakOffset = 0;  // that N
+  std::size_t breakItem = 0;    // where the item it was reading starts
 };
 
 // Visits every item of `bytes` in order. Stops at the first defect and says
