@@ -1,0 +1,74 @@
+// Where decoding errors point, on arbitrary bytes: the first octet picks a
+// catalogue type (fuzz_catalogue.h), the rest is decoded as one whole value.
+// Every refusal must be an AsnDecodeError placed inside the input or at its
+// end, at the start of an item the tool's structure walk (velkor dump)
+// shows, or where that walk says the bytes break; a fault that is not the
+// input ending may also be the item the walk broke in (a wrong tag on an
+// item whose length runs past the input). Octets left over after a value
+// must be placed at its end, and the value alone must walk completely.
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <memory>
+#include <string_view>
+#include <unordered_set>
+
+#include "fuzz/fuzz_catalogue.h"
+#include "tn_platform/asn/asn_decode_error.h"
+#include "tn_platform/asn/asn_value_io.h"
+#include "tools/velkor/ber_dump.h"
+
+namespace {
+
+// The error of decoding `bytes` as a whole value of `type`, or null.
+std::unique_ptr<AsnDecodeError> DecodeError(const AsnCatalogueEntry& type, std::string_view bytes) {
+  const std::unique_ptr<AsnType> value(type.create());
+  try {
+    AsnDecodeValue(*value, bytes);
+    return nullptr;
+  } catch (CSM_Exception* raw) {
+    std::unique_ptr<CSM_Exception> error(raw);
+    auto* located = dynamic_cast<AsnDecodeError*>(error.get());
+    if (located == nullptr) std::abort();  // every refusal is located
+    error.release();
+    return std::unique_ptr<AsnDecodeError>(located);
+  }
+}
+
+void CheckAgainstWalk(std::string_view bytes, const AsnDecodeError& error) {
+  const std::size_t offset = error.Offset();
+  if (offset > bytes.size()) std::abort();
+  if (bytes.empty()) return;
+  std::unordered_set<std::size_t> starts;
+  const velkor::BerWalkResult walk =
+      velkor::WalkBer(bytes, [&starts](const velkor::BerItem& item) { starts.insert(item.offset); });
+  if (starts.count(offset) != 0) return;
+  if (!walk.complete && (walk.breakOffset == offset || (walk.breakItem == offset && !error.InputEnds()))) return;
+  std::abort();
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  if (size == 0) return 0;
+  const AsnCatalogueEntry& type = FuzzChooseType(data[0]);
+  const std::string_view bytes(reinterpret_cast<const char*>(data) + 1, size - 1);
+  const std::unique_ptr<AsnDecodeError> error = DecodeError(type, bytes);
+  if (error == nullptr) return 0;
+
+  // Octets left over: the value takes exactly the octets before them.
+  const std::unique_ptr<AsnType> front(type.create());
+  std::size_t used = 0;
+  try {
+    used = AsnDecodeFront(*front, bytes);
+  } catch (CSM_Exception* raw) {
+    delete raw;
+    CheckAgainstWalk(bytes, *error);
+    return 0;
+  }
+  const std::string_view value = bytes.substr(0, used);
+  if (error->Offset() != used || DecodeError(type, value) != nullptr || !velkor::WalkBer(value, [](const velkor::BerItem&) {}).complete) {
+    std::abort();
+  }
+  return 0;
+}
