@@ -144,8 +144,8 @@ enum class AsnLengthCheck {
   kAgainstInput,   // every definite length must fit (a primitive value's own BDec)
   kPrimitiveOnly,  // a constructed value's may run past the input: its content is
                    // decoded as far as the input goes, so that the error names
-                   // the first item inside that breaks, or the value itself
-                   // when its items end short of its length
+                   // the first item inside that breaks, or the end of the
+                   // input when its items end short of its length
   kNone,           // the caller checks every definite length: against the end
                    // of the value that holds the item first, then the input
 };
