@@ -57,7 +57,7 @@ void DecodeSegments(AsnBuf& buf, unsigned long length, unsigned long& bytesDecod
       try {
         DecodeSegments(buf, segmentLength, consumed, out);
       } catch (AsnDecodeError* error) {
-        if (whole && error->InputEnds()) {
+        if (!indefinite && AsnItemRunsPast(buf, header.start, end, *error)) {
           error->Reassign(header.start, "OCTET STRING segment runs past its enclosing value");
         }
         error->PlaceAt(header.start);

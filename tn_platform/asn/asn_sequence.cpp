@@ -250,9 +250,10 @@ void AsnSequence::DecodeMembers(const AsnRecordPlan& plan, AsnBuf& buf, unsigned
     }
     if (indefinite) BDecEoc(buf, counted);
   } catch (AsnDecodeError* error) {
-    // A record that lies whole in the input, finding the input ending inside
-    // it, has a member that runs past its end (also an indefinite-length one).
-    if (error->InputEnds() && !indefinite && end <= buf.End()) {
+    // A member whose definite length fits is checked before it is decoded;
+    // the failing one may still run past the end by the input ending inside
+    // it, or by an indefinite length.
+    if (!indefinite && AsnItemRunsPast(buf, memberStart, end, *error)) {
       error->Reassign(memberStart, "runs past the end of the record");
     }
     if (member != nullptr) {

@@ -203,6 +203,7 @@ bool AtEoc(const AsnBuf& buf) {
 
 bool AsnItemRunsPast(const AsnBuf& buf, std::size_t itemStart, std::size_t end, const AsnDecodeError& error) {
   if (error.InputEnds()) return end <= buf.End();
+  if (error.Offset() == itemStart) return false;  // already about the item itself
   if (itemStart >= end) return true;
   AsnBuf item(buf.Begin() + itemStart, buf.End() - itemStart);
   unsigned long octets = 0;
@@ -211,7 +212,8 @@ bool AsnItemRunsPast(const AsnBuf& buf, std::size_t itemStart, std::size_t end, 
     const unsigned long length = BDecLenOctets(item, octets, 0);
     if (item.ReadError()) return false;
     const std::size_t contentStart = itemStart + item.Offset();
-    return contentStart > end || (length != kIndefiniteLength && length > end - contentStart);
+    if (length == kIndefiniteLength) return buf.Offset() > end;
+    return contentStart > end || length > end - contentStart;
   } catch (AsnDecodeError* malformed) {  // the element's own fault
     delete malformed;
     return false;

@@ -203,9 +203,11 @@ inline AsnHeader BDecHeader(AsnBuf& buf, unsigned long& bytesDecoded, AsnTag tag
 [[noreturn]] void AsnThrowHeaderError(const AsnHeader& header, AsnTag expected, const AsnBuf& buf);
 
 // True when the item starting at `itemStart`, whose decoding threw `error`,
-// runs past `end`, the end of the value that holds it: by its header, or by
-// the input ending inside it when that value lies whole in the input. Reads
-// the header again; for the failing path only.
+// runs past `end`, the end of the value that holds it: by its header, by
+// the input ending inside it when that value lies whole in the input, or,
+// for an indefinite length, by having been read past `end`; not when the
+// error is already placed at the item. Reads the header again; for the
+// failing path only.
 bool AsnItemRunsPast(const AsnBuf& buf, std::size_t itemStart, std::size_t end, const AsnDecodeError& error);
 // "element runs past the end of its list (content length N)".
 std::string AsnListOverrunText(unsigned long length);

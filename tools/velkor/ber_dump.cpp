@@ -52,27 +52,37 @@ class Walker {
       const std::size_t limit = m_frames.empty() ? m_bytes.size() : m_frames.back().limit;
       if (m_buf.Offset() == limit) {
         if (m_frames.empty()) return;
-        BreakAt(CutAt(), "input ends before the end-of-contents of the value");
+        InputEnds(m_frames.back().start, "input ends before the end-of-contents of the value",
+                  "end-of-contents missing before the end of its enclosing value");
       }
       Item(limit);
     }
   }
 
  private:
-  // Where the bytes break when the input ends at the current item: the end of
-  // the input, when it ends before every definite value holding the item
-  // does; else the item (or open value) inside the innermost definite value
-  // that the input holds whole, which runs past that value's end.
-  std::size_t CutAt(std::size_t itemOffset) const {
+  // The item at fault when the item starting at `itemOffset` runs past the
+  // end of the definite value that limits it: the item, or, with indefinite
+  // values between, the one of them that value holds. When the input ends
+  // (`cut`), definite values it cuts short limit nothing, and with none left
+  // the end of the input is at fault.
+  std::size_t FaultAt(std::size_t itemOffset, bool cut) const {
     for (std::size_t depth = m_frames.size(); depth-- > 0;) {
       const Frame& frame = m_frames[depth];
-      if (frame.indefinite || frame.shortBy > 0) continue;
+      if (frame.indefinite || (cut && frame.shortBy > 0)) continue;
       return depth + 1 < m_frames.size() ? m_frames[depth + 1].start : itemOffset;
     }
-    return m_bytes.size();
+    return cut ? m_bytes.size() : itemOffset;
   }
+  std::size_t CutAt(std::size_t itemOffset) const { return FaultAt(itemOffset, true); }
   // The same, between items: the innermost open value ends short.
   std::size_t CutAt() const { return CutAt(m_frames.empty() ? m_bytes.size() : m_frames.back().start); }
+
+  // Breaks at the item at fault for the item starting at `itemOffset`, which
+  // runs past the value that holds it.
+  [[noreturn]] void RunsPast(std::size_t itemOffset, const std::string& what) const {
+    const std::size_t at = FaultAt(itemOffset, false);
+    BreakAt(at, at == itemOffset ? what : "value runs past its enclosing value");
+  }
 
   // Reads the identifier and length octets of `item`, which must end by
   // `limit`; returns the length (kIndefiniteLength for the indefinite form).
@@ -83,12 +93,12 @@ class Walker {
     try {
       item.tag = BDecTag(m_buf, octets);
       if (m_buf.ReadError()) InputEnds(item.offset, "input ends inside a tag", "tag runs past its enclosing value");
-      if (m_buf.Offset() > limit) BreakAt(item.offset, "tag runs past its enclosing value");
+      if (m_buf.Offset() > limit) RunsPast(item.offset, "tag runs past its enclosing value");
       const unsigned long length = BDecLenOctets(m_buf, octets, item.offset);
       if (m_buf.ReadError()) {
         InputEnds(item.offset, "input ends inside a length", "length octets run past their enclosing value");
       }
-      if (m_buf.Offset() > limit) BreakAt(item.offset, "length octets run past their enclosing value");
+      if (m_buf.Offset() > limit) RunsPast(item.offset, "length octets run past their enclosing value");
       return length;
     } catch (AsnDecodeError* raw) {  // malformed tag or length octets
       const std::unique_ptr<AsnDecodeError> error(raw);
@@ -147,7 +157,7 @@ class Walker {
       const std::string runsPast = "length " + std::to_string(length) + " runs past its enclosing value (" +
                                    AsnOctetCount(declared) + " left)";
       if (!inputEnds || (m_frames.size() > 0 && !m_frames.back().indefinite && length > declared)) {
-        BreakAt(item.offset, runsPast);
+        RunsPast(item.offset, runsPast);
       }
       if (!constructed) InputEnds(item.offset, "input ends " + AsnOctetCount(length - left) + " short of the value", runsPast);
       Open(item, Frame{item.offset, limit, false, length - left});
