@@ -123,6 +123,7 @@ TEST(SequenceCodec, RefusesMalformedInputNamingRecordAndMember) {
       {'n', Hex("30 04 30 02 30 05 02 01 07 02 01 01"),
        "QAsnErrInfoList[0].objID: length 5 runs past the end of the record (0 octets left in it) at offset 4"},
       {'l', Hex("30 03 02 05 01"), "QAsnTinyIntList[0]: element runs past the end of its list (content length 3) at offset 2"},
+      {'l', Hex("30 06 02 05 01"), "QAsnTinyIntList[0]: element runs past the end of its list (content length 6) at offset 2"},
       {'u', Hex("30 FF 00"), "QAsnUniResID: length octet 0xFF is reserved at offset 0"},
       {'u', Hex("30 03 04 FF 00"), "QAsnUniResID.strFDN: length octet 0xFF is reserved at offset 2"},
       {'u', Hex("30 89 01 00 00 00 00 00 00 00 00 02"), "QAsnUniResID: length does not fit in 64 bits at offset 0"},

@@ -202,8 +202,8 @@ bool AtEoc(const AsnBuf& buf) {
 }
 
 bool AsnItemRunsPast(const AsnBuf& buf, std::size_t itemStart, std::size_t end, const AsnDecodeError& error) {
-  if (error.InputEnds()) return end <= buf.End();
-  if (error.Offset() == itemStart) return false;  // already about the item itself
+  if (error.InputEnds() && end <= buf.End()) return true;
+  if (!error.InputEnds() && error.Offset() == itemStart) return false;  // already about the item itself
   if (itemStart >= end) return true;
   AsnBuf item(buf.Begin() + itemStart, buf.End() - itemStart);
   unsigned long octets = 0;

@@ -203,8 +203,9 @@ inline AsnHeader BDecHeader(AsnBuf& buf, unsigned long& bytesDecoded, AsnTag tag
 [[noreturn]] void AsnThrowHeaderError(const AsnHeader& header, AsnTag expected, const AsnBuf& buf);
 
 // True when the item starting at `itemStart`, whose decoding threw `error`,
-// runs past `end`, the end of the value that holds it: by its header, by
-// the input ending inside it when that value lies whole in the input, or,
+// runs past `end`, the end of the value that holds it: by its header (also
+// when the input ends before either), by the input ending inside it when
+// that value lies whole in the input, or,
 // for an indefinite length, by having been read past `end`; not when the
 // error is already placed at the item. Reads the header again; for the
 // failing path only.

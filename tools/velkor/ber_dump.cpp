@@ -15,7 +15,10 @@ namespace {
 // One open constructed value.
 struct Frame {
   std::size_t start;      // offset of its identifier octet
-  std::size_t limit;      // no item inside may run past this offset
+  std::size_t limit;      // no item inside may run past this offset (for an
+                          // indefinite length: the input's end, as for a
+                          // decoder, which learns only at its end-of-contents
+                          // that it ran past the value holding it)
   bool indefinite;        // closed by end-of-contents rather than by reaching `limit`
   std::size_t shortBy;    // octets of its content the input lacks (a cut capture)
 };
@@ -132,7 +135,11 @@ class Walker {
       item.endOfContents = true;
       item.depth = static_cast<unsigned>(m_frames.size() - 1);
       Visit(item);
+      const std::size_t closed = m_frames.back().start;
       m_frames.pop_back();
+      if (!m_frames.empty() && !m_frames.back().indefinite && m_buf.Offset() > m_frames.back().limit) {
+        BreakAt(closed, "value runs past its enclosing value");
+      }
       return;
     }
 
@@ -141,7 +148,7 @@ class Walker {
       // X.690 8.1.3.2: only constructed values may use the indefinite form.
       if (!constructed) BreakAt(item.offset, "indefinite length on a primitive value");
       item.indefinite = true;
-      Open(item, Frame{item.offset, limit, true, 0});
+      Open(item, Frame{item.offset, m_bytes.size(), true, 0});
       return;
     }
     item.length = length;

@@ -4,7 +4,8 @@
 // The walk keeps an explicit stack instead of recursing, refuses nesting
 // deeper than AsnDecodeLimits::kMaxDepth, and never reads outside the input:
 // each item must fit in its enclosing value, and an indefinite-length value
-// must end with end-of-contents inside its own enclosing value. Several
+// must end with end-of-contents inside its own enclosing value (the items
+// inside it are read on until then, as a decoder reads them). Several
 // top-level values may follow one another (a capture of records).
 #pragma once
 
