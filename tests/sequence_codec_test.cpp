@@ -103,7 +103,7 @@ TEST(SequenceCodec, RefusesMalformedInputNamingRecordAndMember) {
       {'u', Hex("30 0E 04 01 41 04 01 42 02 01 05 80 01 43 80 00"),
        "QAsnUniResID: member poSerialNum out of order or repeated at offset 14"},
       {'u', Hex("30 0B 04 01 41 04 01 42 02 01 05 85 00"), "QAsnUniResID: unknown member with tag [5] primitive at offset 11"},
-      {'p', Hex("30 08 01 01 00 02 01 00 80 00"), "CodecProbe: unknown member with tag [0] primitive at offset 8"},
+      {'p', Hex("30 08 01 01 00 02 01 00 80 00"), "CodecProbe.column: wrong tag [0] primitive, expected [0] constructed at offset 8"},
       {'c', Hex("30 05 04 00 02 01 00"), "QAsnColumn: content left over after the last member (tag [UNIVERSAL 2] primitive (INTEGER)) at offset 4"},
       {'c', Hex("30 02 04 00 00"), "QAsnColumn: 1 octet left over after the value at offset 4"},
       {'u', Hex("30 06 04 01 41 04 04 42 42 42 42"), "QAsnUniResID.strMOC: length 4 runs past the end of the record (1 octet left in it) at offset 5"},

@@ -86,9 +86,9 @@ void AssignValue(AsnMemberKind kind, AsnType* target, const AsnType* source) {
 
 // The member that carries `tag`, the header of the item starting at
 // `itemStart`, when it is not the next one in order: skips absent optional
-// members, refuses a mismatching mandatory one (naming it in `member`, so the
-// error's path ends in it), a member out of order or repeated, and an unknown
-// tag.
+// members, refuses a mismatching mandatory one or an optional one's tag in
+// the other form (naming it in `member`, so the error's path ends in it), a
+// member out of order or repeated, and an unknown tag.
 std::size_t FindMember(const AsnRecordPlan& plan, std::size_t next, AsnTag tag, std::size_t itemStart,
                        const char*& member) {
   const std::vector<AsnMemberStep>& members = plan.members;
@@ -103,6 +103,15 @@ std::size_t FindMember(const AsnRecordPlan& plan, std::size_t next, AsnTag tag, 
   for (std::size_t earlier = 0; earlier < next; ++earlier) {
     if (members[earlier].Matches(tag)) {
       AsnThrowDecodeError(itemStart, std::string("member ") + members[earlier].name + " out of order or repeated");
+    }
+  }
+  // A member's tag in the form its kind does not take is that member's fault,
+  // not an unknown one.
+  for (std::size_t index = next; index < members.size(); ++index) {
+    if (members[index].Matches(TagWithForm(tag, !TagIsConstructed(tag)))) {
+      member = members[index].name;
+      AsnThrowDecodeError(itemStart,
+                          "wrong tag " + TagDescription(tag) + ", expected " + TagDescription(members[index].tag));
     }
   }
   if (next == members.size()) {
