@@ -99,6 +99,10 @@ void AddInspectCommands(CLI::App& app, Runners& runners) {
     sub->add_flag("--keep-going", options->keepGoing,
                   "With --all: report a broken record and go on with the next (exit 1 at the end)")
         ->needs(all);
+    sub->add_flag("--jer", options->jer,
+                  "Write JER, the JSON encoding rules of ASN.1 (X.697) that other ASN.1 tools read (implies --json)");
+    sub->add_flag("--lines", options->lines,
+                  "A list type: one element per line (JSON Lines; implies --json)");
     runners[sub] = {"decode", [=](std::ostream& out) { velkor::RunDecode(*options, out); },
                     std::shared_ptr<const std::string>(options, &options->io.output)};
   }
@@ -106,6 +110,7 @@ void AddInspectCommands(CLI::App& app, Runners& runners) {
     auto io = std::make_shared<InputOutput>();
     auto type = std::make_shared<std::string>();
     auto all = std::make_shared<bool>(false);
+    auto jer = std::make_shared<bool>(false);
     CLI::App* sub = velkor::AddSubcommand(app, "encode", "Encode a record given as JSON into BER",
                                           "velkor encode QAsnPortIndex port.json --hex");
     velkor::AddTypeArgument(*sub, *type);
@@ -114,12 +119,14 @@ void AddInspectCommands(CLI::App& app, Runners& runners) {
     sub->add_flag("--all", *all,
                   "The input is a JSON array of records, or one record per line (JSON Lines); each is encoded, "
                   "one after another");
-    runners[sub] = {"encode", [=](std::ostream& out) { velkor::RunEncode(*type, *io, *all, out); },
+    sub->add_flag("--jer", *jer, "The input is JER, the JSON encoding rules of ASN.1 (X.697) other ASN.1 tools write");
+    runners[sub] = {"encode", [=](std::ostream& out) { velkor::RunEncode(*type, *io, *all, *jer, out); },
                     std::shared_ptr<const std::string>(io, &io->output)};
   }
   {
     auto type = std::make_shared<std::string>();
     auto compact = std::make_shared<bool>(false);
+    auto jer = std::make_shared<bool>(false);
     auto output = std::make_shared<std::string>();
     CLI::App* sub = velkor::AddSubcommand(
         app, "template",
@@ -128,8 +135,10 @@ void AddInspectCommands(CLI::App& app, Runners& runners) {
         "velkor template QAsnPortIndex > port.json");
     velkor::AddTypeArgument(*sub, *type);
     sub->add_flag("--compact", *compact, "Write the JSON on one line");
+    sub->add_flag("--jer", *jer, "Write JER (X.697), without the comments, for `encode --jer`");
     velkor::AddOutput(*sub, *output);
-    runners[sub] = {"template", [=](std::ostream& out) { velkor::RunTemplate(*type, *compact, out); }, output};
+    runners[sub] = {"template", [=](std::ostream& out) { velkor::RunTemplate(*type, *compact, *jer, out); },
+                    output};
   }
   {
     auto output = std::make_shared<std::string>();

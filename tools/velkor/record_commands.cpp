@@ -6,7 +6,15 @@
 
 #include "tn_platform/asn/ber.h"
 #include "tn_platform/asn/csm_exception.h"
+#include "tn_platform/asn/asn_ber_list_reader.h"
+#include "tn_platform/asn/asn_json_list_reader.h"
+#include "tn_platform/asn/asn_json_reader.h"
+#include "tn_platform/asn/asn_json_writer.h"
+#include "tn_platform/asn/asn_value_io.h"
+#include "tn_platform/asn/indent_table.h"
 #include "tools/velkor/ber_dump.h"
+#include "tools/velkor/byte_streams.h"
+#include "tools/velkor/decode_errors.h"
 #include "tools/velkor/io.h"
 #include "tools/velkor/json.h"
 #include "tools/velkor/record_json.h"
@@ -38,46 +46,111 @@ std::string RawInputHint(const InputOutput& io, std::string_view bytes) {
   return io.hex || io.base64 ? std::string() : TextFormHint(bytes.substr(0, 4096));
 }
 
-// Writes decoded records one by one: value notation, a JSON array (written
-// element by element) or JSON Lines.
-class RecordWriter {
+// How a run of values is written.
+enum class RunLayout {
+  kNotation,      // value notation, one value after another
+  kListNotation,  // the elements of one list in value notation, framed as the list
+  kArray,         // one indented JSON array
+  kOneLineArray,  // one JSON array on one line
+  kLines,         // JSON Lines, one value per line
+};
+
+// Writes values one by one as they are decoded: the JSON straight from the
+// runtime's writer, each value's text written as soon as it is made.
+class RunWriter {
  public:
-  RecordWriter(const DecodeOptions& options, std::ostream& out)
-      : m_options(options), m_json(options.json || options.compact), m_out(out) {}
+  RunWriter(RunLayout layout, AsnJsonForm form, std::string listName, std::ostream& out)
+      : m_layout(layout), m_form(form), m_listName(std::move(listName)), m_out(out) {}
 
   void Write(const AsnType& value) {
-    if (!m_json) {
-      PrintValue(m_out, value);
-      m_out << '\n';
-    } else if (m_options.compact) {
-      m_out << JsonText(ValueToJson(value), JsonLayout::kOneLine);
-    } else if (!m_options.all) {
-      m_out << JsonText(ValueToJson(value));
-    } else {
-      // An element of the array, indented one level further.
-      std::string text = JsonText(ValueToJson(value));
-      text.pop_back();
-      std::string indented;
-      indented.reserve(text.size() + text.size() / 8);
-      for (const char c : text) {
-        indented.push_back(c);
-        if (c == '\n') indented += "  ";
-      }
-      m_out << (m_written == 0 ? "[\n  " : ",\n  ") << indented;
+    m_text.clear();
+    switch (m_layout) {
+      case RunLayout::kNotation:
+        PrintValue(m_out, value);
+        m_out << '\n';
+        break;
+      case RunLayout::kListNotation:
+        if (m_written == 0) m_out << m_listName << " {";
+        m_out << '\n' << IndentText(1) << "- ";
+        value.Print(m_out, 2, false);
+        break;
+      case RunLayout::kArray:
+        m_text.append(m_written == 0 ? "[\n  " : ",\n  ");
+        AsnWriteJson(m_text, value, m_form, AsnJsonLayout::kIndented, 1);
+        break;
+      case RunLayout::kOneLineArray:
+        m_text.push_back(m_written == 0 ? '[' : ',');
+        AsnWriteJson(m_text, value, m_form, AsnJsonLayout::kOneLine);
+        break;
+      case RunLayout::kLines:
+        AsnWriteJson(m_text, value, m_form, AsnJsonLayout::kOneLine);
+        m_text.push_back('\n');
+        break;
     }
+    m_out.write(m_text.data(), static_cast<std::streamsize>(m_text.size()));
     ++m_written;
   }
 
   void Finish() {
-    if (m_json && m_options.all && !m_options.compact) m_out << (m_written == 0 ? "[]\n" : "\n]\n");
+    switch (m_layout) {
+      case RunLayout::kListNotation:
+        m_out << (m_written == 0 ? m_listName + " {" : std::string()) << "\n}\n";
+        break;
+      case RunLayout::kArray:
+        m_out << (m_written == 0 ? "[]\n" : "\n]\n");
+        break;
+      case RunLayout::kOneLineArray:
+        m_out << (m_written == 0 ? "[]\n" : "]\n");
+        break;
+      default:
+        break;
+    }
   }
 
  private:
-  const DecodeOptions& m_options;
-  const bool m_json;
+  const RunLayout m_layout;
+  const AsnJsonForm m_form;
+  const std::string m_listName;
   std::ostream& m_out;
+  std::string m_text;
   std::size_t m_written = 0;
 };
+
+AsnJsonForm FormOf(bool jer) { return jer ? AsnJsonForm::kJer : AsnJsonForm::kReadable; }
+
+// Decodes a list type one element at a time, writing each as it comes.
+void DecodeListStream(const DecodeOptions& options, const AsnCatalogueEntry& entry, std::ostream& out) {
+  const bool json = options.json || options.compact || options.jer || options.lines;
+  const RunLayout layout = !json           ? RunLayout::kListNotation
+                           : options.lines ? RunLayout::kLines
+                           : options.compact ? RunLayout::kOneLineArray
+                                             : RunLayout::kArray;
+  auto head = std::make_shared<std::string>();
+  std::string text;  // hex or Base64 input, read whole and decoded first
+  AsnByteSource source;
+  if (options.io.hex || options.io.base64) {
+    text = ReadBytes(options.io.input, options.io.hex, options.io.base64);
+    source = AsnBytesSource(text);
+  } else {
+    source = InputSource(options.io.input, head);
+  }
+  AsnBerListReader reader(std::move(source), entry.createElement, entry.name);
+  RunWriter writer(layout, FormOf(options.jer), entry.name, out);
+  Progress progress("decode", InputSize(options.io.input));
+  try {
+    while (const std::unique_ptr<AsnType> element = reader.Next()) {
+      writer.Write(*element);
+      progress.Update(reader.Count(), reader.Offset());
+    }
+  } catch (CSM_Exception* exception) {
+    const std::string hint = reader.Count() == 0 && text.empty() ? RawInputHint(options.io, *head) : std::string();
+    ThrowBadInput(DecodeErrorMessage(exception, 0) + hint);
+  }
+  writer.Finish();
+}
+
+// The runtime's refusal of JSON input as the tool's error.
+[[noreturn]] void ThrowJsonRefusal(CSM_Exception* exception) { ThrowBadInput(DecodeErrorMessage(exception, 0)); }
 
 }  // namespace
 
@@ -91,9 +164,14 @@ void RunTypes(const std::string& only, bool json, bool compact, std::ostream& ou
   }
 }
 
-void RunTemplate(const std::string& type, bool compact, std::ostream& out) {
+void RunTemplate(const std::string& type, bool compact, bool jer, std::ostream& out) {
   const std::unique_ptr<AsnType> value = CreateCatalogued(type);
-  out << JsonText(TemplateJson(*value), compact ? JsonLayout::kOneLine : JsonLayout::kIndented);
+  const Json skeleton = TemplateJson(*value);  // also fills the value with every member
+  if (!jer) {
+    out << JsonText(skeleton, compact ? JsonLayout::kOneLine : JsonLayout::kIndented);
+    return;
+  }
+  out << AsnToJson(*value, AsnJsonForm::kJer, compact ? AsnJsonLayout::kOneLine : AsnJsonLayout::kIndented) << '\n';
 }
 
 void RunDump(const InputOutput& io, std::ostream& out) {
@@ -108,8 +186,19 @@ void RunDump(const InputOutput& io, std::ostream& out) {
 }
 
 void RunDecode(const DecodeOptions& options, std::ostream& out) {
+  const AsnCatalogueEntry& entry = CatalogueEntryOf(options.type);
+  if (options.lines && (options.all || entry.createElement == nullptr)) {
+    ThrowBadUsage("--lines needs a list type (and no --all): " + options.type + " is " +
+                  (options.all ? "decoded with --all" : "a record"));
+  }
+  if (!options.all && entry.createElement != nullptr) return DecodeListStream(options, entry, out);
   const std::string bytes = ReadBytes(options.io.input, options.io.hex, options.io.base64);
-  RecordWriter writer(options, out);
+  const bool json = options.json || options.compact || options.jer;
+  const RunLayout layout = !json                            ? RunLayout::kNotation
+                           : options.compact || !options.all ? RunLayout::kLines
+                                                             : RunLayout::kArray;
+  const bool indentedSingle = json && !options.compact && !options.all;
+  RunWriter writer(layout, FormOf(options.jer), entry.name, out);
   std::size_t offset = 0;
   std::size_t count = 0;
   std::size_t broken = 0;
@@ -139,7 +228,11 @@ void RunDecode(const DecodeOptions& options, std::ostream& out) {
       offset += *size;
       continue;
     }
-    writer.Write(*value);
+    if (indentedSingle) {
+      out << AsnToJson(*value, FormOf(options.jer), AsnJsonLayout::kIndented) << '\n';
+    } else {
+      writer.Write(*value);
+    }
     progress.Update(count, offset);
   } while (options.all && offset < bytes.size());
   writer.Finish();
@@ -148,22 +241,41 @@ void RunDecode(const DecodeOptions& options, std::ostream& out) {
   }
 }
 
-void RunEncode(const std::string& type, const InputOutput& io, bool all, std::ostream& out) {
-  const std::string text = ReadInput(io.input);
-  const auto encode = [&](const Json& json, const std::string& path) {
-    const std::unique_ptr<AsnType> value = CreateCatalogued(type);
-    JsonToValue(json, *value, path);
-    return EncodeBytes(*value);
-  };
-  if (!all) {
-    out << FormatBytes(encode(ParseJson(text), type), io.hex, io.output);
+void RunEncode(const std::string& type, const InputOutput& io, bool all, bool jer, std::ostream& out) {
+  const AsnCatalogueEntry& entry = CatalogueEntryOf(type);
+  const bool hex = BytesAsHex(io.hex, io.output);
+  if (!all && entry.createElement == nullptr) {
+    const std::unique_ptr<AsnType> value(entry.create());
+    const std::string text = ReadInput(io.input);
+    try {
+      AsnReadJson(*value, text, FormOf(jer));
+    } catch (CSM_Exception* exception) {
+      ThrowJsonRefusal(exception);
+    }
+    out << FormatBytes(EncodeBytes(*value), io.hex, io.output);
     return;
   }
-  std::string bytes;
-  ForEachJsonRecord(text, [&](const Json& json, std::size_t index) {
-    bytes += encode(json, type + "[" + std::to_string(index) + "]");
-  });
-  out << FormatBytes(bytes, io.hex, io.output);
+  // Records of a capture (--all) or the elements of a list, one at a time:
+  // their bytes wait in a temporary file, so that a refused document writes
+  // nothing and a list's length can come first.
+  AsnJsonListReader reader(InputSource(io.input, nullptr), FormOf(jer), all ? entry.create : entry.createElement,
+                           entry.name);
+  Spill spill;
+  AsnBuf buf;
+  try {
+    while (const std::unique_ptr<AsnType> element = reader.Next()) spill.Append(AsnEncodeInto(*element, buf));
+  } catch (CSM_Exception* exception) {
+    ThrowJsonRefusal(exception);
+  }
+  if (!all) {
+    buf.ClearEncoded();
+    const unsigned long lengthOctets = BEncDefLen(buf, spill.Size());
+    BEncTag(buf, kTagSequence);
+    const std::string_view header(reinterpret_cast<const char*>(buf.EncodedData()), lengthOctets + 1);
+    out << (hex ? EncodeHex(header) : std::string(header));
+  }
+  spill.CopyTo(out, hex);
+  if (hex) out << '\n';
 }
 
 }  // namespace velkor

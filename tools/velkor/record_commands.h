@@ -26,9 +26,9 @@ void RunTypes(const std::string& only, bool json, bool compact, std::ostream& ou
 // input) naming the break's offset.
 void RunDump(const InputOutput& io, std::ostream& out);
 
-// `velkor template TYPE [--compact]`: a JSON skeleton of the type (see
-// TemplateJson).
-void RunTemplate(const std::string& type, bool compact, std::ostream& out);
+// `velkor template TYPE [--compact] [--jer]`: a JSON skeleton of the type (see
+// TemplateJson); with `jer`, the same values in JER, without comments.
+void RunTemplate(const std::string& type, bool compact, bool jer, std::ostream& out);
 
 struct DecodeOptions {
   std::string type;
@@ -37,13 +37,20 @@ struct DecodeOptions {
   bool json = false;       // JSON instead of value notation
   bool compact = false;    // JSON on one line per record (JSON Lines with `all`); implies `json`
   bool keepGoing = false;  // with `all`: report a broken record and go on
+  bool jer = false;        // JER (X.697) instead of the readable JSON; implies `json`
+  bool lines = false;      // a list type: one element per line (JSON Lines); implies `json`
 };
 
-// `velkor decode TYPE [FILE] [--all] [--json] [--compact] [--keep-going]`.
+// `velkor decode TYPE [FILE] [--all] [--json] [--compact] [--keep-going]
+// [--jer] [--lines]`. A list type (without `all`) is decoded and written one
+// element at a time, so memory stays bounded by the largest element.
 void RunDecode(const DecodeOptions& options, std::ostream& out);
 
-// `velkor encode TYPE [FILE] [--all]`: JSON in, bytes out; with `all` the JSON
-// is an array of values or one value per line, encoded one after another.
-void RunEncode(const std::string& type, const InputOutput& io, bool all, std::ostream& out);
+// `velkor encode TYPE [FILE] [--all] [--jer]`: JSON in, bytes out; with `all`
+// the JSON is an array of values or one value per line, encoded one after
+// another. A list type's elements (a JSON array, or one element per line) are
+// read and encoded one at a time, held in a temporary file until the list's
+// length is known. Nothing is written when any part of the input is refused.
+void RunEncode(const std::string& type, const InputOutput& io, bool all, bool jer, std::ostream& out);
 
 }  // namespace velkor

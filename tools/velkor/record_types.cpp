@@ -64,6 +64,12 @@ std::string TypeNameProblem(std::string_view name) {
   return "unknown record type \"" + std::string(name) + "\"" + DidYouMean(bare, names);
 }
 
+const AsnCatalogueEntry& CatalogueEntryOf(std::string_view name) {
+  const AsnCatalogueEntry* entry = FindEntry(name);
+  if (entry == nullptr) ThrowBadUsage(TypeNameProblem(name));
+  return *entry;
+}
+
 std::unique_ptr<AsnType> CreateCatalogued(std::string_view name) {
   const AsnCatalogueEntry* entry = FindEntry(name);
   if (entry == nullptr) ThrowBadUsage(TypeNameProblem(name));

@@ -9,6 +9,7 @@
 #include <string_view>
 
 #include "tn_platform/asn/asn_type.h"
+#include "tn_qmodules/asn_catalogue.h"
 #include "tools/velkor/json.h"
 
 namespace velkor {
@@ -20,6 +21,9 @@ std::string TypeNameProblem(std::string_view name);
 // A new default value of the catalogue type `name` ("QAsnFiberInfo").
 // Throws ToolError(bad usage) for a name the catalogue does not hold.
 std::unique_ptr<AsnType> CreateCatalogued(std::string_view name);
+
+// The catalogue entry of `name`. Throws as CreateCatalogued.
+const AsnCatalogueEntry& CatalogueEntryOf(std::string_view name);
 
 // Decodes `bytes` as one complete `value`. Throws ToolError(bad input) with the
 // runtime's message, which names the record, member and byte offset.

@@ -1,0 +1,157 @@
+#include "tn_platform/asn/asn_ber_list_reader.h"
+
+#include <algorithm>
+
+#include "tn_platform/asn/asn_decode_error.h"
+#include "tn_platform/asn/ber.h"
+
+namespace {
+
+// Octets enough for any header the decoder accepts: a five-octet tag and a
+// length of one plus AsnDecodeLimits::kMaxLengthOctets octets, and then some.
+constexpr std::size_t kHeaderRoom = 16;
+// Octets kept past an element's end, so that a length inside it that runs
+// past the element meets the same checks as in a whole-value decode.
+constexpr std::size_t kLookAhead = 4096;
+
+}  // namespace
+
+class AsnBerListReader::Window : public AsnSourceWindow {
+ public:
+  using AsnSourceWindow::AsnSourceWindow;
+};
+
+AsnBerListReader::AsnBerListReader(AsnByteSource source, AsnType* (*createElement)(), std::string listTypeName)
+    : m_window(std::make_unique<Window>(std::move(source))),
+      m_createElement(createElement),
+      m_typeName(std::move(listTypeName)) {}
+
+AsnBerListReader::~AsnBerListReader() = default;
+
+std::size_t AsnBerListReader::Offset() const { return m_window->Offset(); }
+
+void AsnBerListReader::Throw(AsnDecodeError* error) {
+  m_state = State::kDone;
+  error->AddTypeName(m_typeName.c_str());
+  throw error;
+}
+
+void AsnBerListReader::ReadHeader() {
+  m_window->Ensure(kHeaderRoom);
+  const std::string_view available = m_window->Available();
+  AsnBuf buf(reinterpret_cast<const unsigned char*>(available.data()), available.size());
+  unsigned long octets = 0;
+  AsnHeader header;
+  try {
+    header = BDecHeader(
+        buf, octets, [](AsnTag tag) { return tag == kTagSequence; }, AsnLengthCheck::kPrimitiveOnly);
+    if (header.status != AsnHeader::kComplete) AsnThrowHeaderError(header, kTagSequence);
+  } catch (AsnDecodeError* error) {
+    Throw(error);
+  }
+  m_headerStart = m_window->Offset();
+  m_window->Skip(buf.Offset());
+  m_indefinite = header.length == kIndefiniteLength;
+  m_length = header.length;
+  m_state = State::kElements;
+}
+
+std::unique_ptr<AsnType> AsnBerListReader::Next() {
+  if (m_state == State::kStart) ReadHeader();
+  if (m_state == State::kDone) return nullptr;
+  if (m_indefinite) {
+    if (!m_window->Ensure(1)) {
+      Throw(new AsnDecodeError(m_headerStart, "input ends before the end-of-contents octets"));
+    }
+    if (m_window->Available()[0] == '\0') {
+      m_window->Ensure(2);
+      const std::string_view eoc = m_window->Available().substr(0, 2);
+      if (eoc.size() < 2) Throw(new AsnDecodeError(m_window->Offset(), "input ends in the end-of-contents octets"));
+      if (eoc[1] != '\0') Throw(new AsnDecodeError(m_window->Offset(), "end-of-contents octets are not 00 00"));
+      m_window->Skip(2);
+      Finish();
+      return nullptr;
+    }
+  } else if (m_consumed >= m_length) {
+    Finish();
+    return nullptr;
+  } else if (!m_window->Ensure(1)) {
+    Throw(new AsnDecodeError(m_headerStart,
+                             "input ends " + AsnOctetCount(m_length - m_consumed) + " short of the value"));
+  }
+  return DecodeElement();
+}
+
+std::unique_ptr<AsnType> AsnBerListReader::DecodeElement() {
+  const std::size_t elementStart = m_window->Offset();
+  // Load the whole element by its header; an indefinite one grows the window
+  // until it decodes or the input ends.
+  m_window->Ensure(kHeaderRoom);
+  bool loaded = false;  // the element's definite extent is in the window
+  {
+    const std::string_view available = m_window->Available();
+    AsnBuf peek(reinterpret_cast<const unsigned char*>(available.data()), available.size());
+    unsigned long octets = 0;
+    try {
+      const AsnHeader header = BDecHeader(peek, octets, [](AsnTag) { return true; }, AsnLengthCheck::kPrimitiveOnly);
+      if (header.status == AsnHeader::kComplete && header.length != kIndefiniteLength) {
+        const std::size_t extent = std::min<std::size_t>(peek.Offset() + header.length, ~std::size_t{0} - kLookAhead);
+        m_window->Ensure(extent + kLookAhead);
+        loaded = m_window->Available().size() >= extent || m_window->Ended();
+      }
+    } catch (AsnDecodeError* error) {
+      delete error;  // the element's decode below reports it
+    }
+  }
+  for (;;) {
+    const std::string_view available = m_window->Available();
+    AsnBuf buf(reinterpret_cast<const unsigned char*>(available.data()), available.size());
+    std::unique_ptr<AsnType> element(m_createElement());
+    unsigned long octets = 0;
+    try {
+      const AsnNestingGuard list(buf);  // the element sits one level inside the list
+      element->BDec(buf, octets, NIClass_BER);
+      if (buf.ReadError()) AsnThrowDecodeError(buf.Offset(), "input ends early");
+    } catch (AsnDecodeError* error) {
+      if (!loaded && !m_window->Ended() && m_window->Grow()) {
+        delete error;
+        continue;
+      }
+      if (error->Placed()) {
+        error->MoveBy(elementStart);
+      } else {
+        error->PlaceAt(m_headerStart);
+      }
+      error->AddIndex(m_index);
+      Throw(error);
+    } catch (CSM_Exception* error) {
+      const std::string what = error->Message();
+      delete error;
+      auto* located = new AsnDecodeError(elementStart, what);
+      located->AddIndex(m_index);
+      Throw(located);
+    }
+    m_window->Skip(buf.Offset());
+    m_consumed += buf.Offset();
+    ++m_index;
+    if (!m_indefinite && m_consumed > m_length) {
+      auto* error = new AsnDecodeError(elementStart, "element runs past the end of its list (content length " +
+                                                         std::to_string(m_length) + ")");
+      error->AddIndex(m_index - 1);
+      Throw(error);
+    }
+    return element;
+  }
+}
+
+void AsnBerListReader::Finish() {
+  m_state = State::kDone;
+  const std::size_t used = m_window->Offset();
+  std::size_t left = m_window->Available().size();
+  m_window->Skip(left);
+  while (m_window->Grow()) {  // counted, not kept
+    left += m_window->Available().size();
+    m_window->Skip(m_window->Available().size());
+  }
+  if (left > 0) Throw(new AsnDecodeError(used, AsnOctetCount(left) + " left over after the value"));
+}

@@ -1,0 +1,64 @@
+// Reads an encoded SEQUENCE OF one element at a time, without building the
+// list: memory stays bounded by the largest element, whatever the list's
+// length. For services that process long lists as they arrive, and for the
+// tool's streaming decode.
+//
+// It refuses exactly what decoding the whole list with AsnDecodeValue refuses
+// (a wrong outer tag, an element that fails, elements running past the list's
+// length or the input ending short, octets left over), with the same
+// AsnDecodeError: path "<list type>[index]..." and offsets counted from the
+// start of the input.
+#pragma once
+#pragma GCC visibility push(default)
+
+#include <memory>
+#include <string>
+
+#include "tn_platform/asn/asn_byte_source.h"
+#include "tn_platform/asn/asn_type.h"
+
+class AsnBerListReader {
+ public:
+  // `createElement` makes a new default element (a catalogue entry's
+  // createElement); `listTypeName` starts the path of errors.
+  AsnBerListReader(AsnByteSource source, AsnType* (*createElement)(), std::string listTypeName);
+  ~AsnBerListReader();
+  AsnBerListReader(const AsnBerListReader&) = delete;
+  AsnBerListReader& operator=(const AsnBerListReader&) = delete;
+
+  // The next element, decoded; null after the last one, once the list's end
+  // and the end of the input are checked. Throws AsnDecodeError*.
+  std::unique_ptr<AsnType> Next();
+  // Elements returned so far.
+  unsigned long Count() const { return m_index; }
+  // Octets of the input consumed so far.
+  std::size_t Offset() const;
+
+ private:
+  void ReadHeader();
+  std::unique_ptr<AsnType> DecodeElement();
+  void Finish();
+  [[noreturn]] void Throw(AsnDecodeError* error);
+
+  class Window;
+  std::unique_ptr<Window> m_window;
+  AsnType* (*m_createElement)();
+  std::string m_typeName;
+  enum class State { kStart, kElements, kDone } m_state = State::kStart;
+  bool m_indefinite = false;
+  unsigned long m_length = 0;    // the content length, when definite
+  unsigned long m_consumed = 0;  // content octets decoded so far
+  unsigned long m_index = 0;
+  std::size_t m_headerStart = 0;
+};
+
+// Calls `visit(element, index)` for each element of the SEQUENCE OF encoded in
+// `bytes`, each decoded into a new element made by `createElement` and
+// destroyed after the call. Throws as AsnBerListReader.
+template <class Visitor>
+void AsnVisitEncodedList(std::string_view bytes, AsnType* (*createElement)(), const std::string& listTypeName,
+                         Visitor&& visit) {
+  AsnBerListReader reader(AsnBytesSource(bytes), createElement, listTypeName);
+  while (std::unique_ptr<AsnType> element = reader.Next()) visit(*element, reader.Count() - 1);
+}
+#pragma GCC visibility pop

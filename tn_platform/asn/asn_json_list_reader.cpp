@@ -1,0 +1,94 @@
+#include "tn_platform/asn/asn_json_list_reader.h"
+
+#include "tn_platform/asn/asn_decode_error.h"
+#include "tn_platform/asn/asn_json_reader.h"
+
+AsnJsonListReader::AsnJsonListReader(AsnByteSource source, AsnJsonForm form, AsnType* (*createElement)(),
+                                     std::string listTypeName)
+    : m_window(std::move(source)), m_form(form), m_createElement(createElement), m_typeName(std::move(listTypeName)) {}
+
+AsnJsonListReader::~AsnJsonListReader() = default;
+
+void AsnJsonListReader::Throw(AsnDecodeError* error) {
+  m_state = State::kDone;
+  error->AddTypeName(m_typeName.c_str());
+  throw error;
+}
+
+void AsnJsonListReader::Fail(const std::string& what) { Throw(new AsnDecodeError(m_window.Offset(), what)); }
+
+// The next character, '\0' at the end of the text.
+char AsnJsonListReader::PeekChar() { return m_window.Ensure(1) ? m_window.Available()[0] : '\0'; }
+
+// Skips blanks; `lineBlanksOnly` stops at a line break.
+void AsnJsonListReader::SkipBlanks(bool lineBlanksOnly) {
+  for (char c = PeekChar(); c == ' ' || c == '\t' || c == '\r' || (c == '\n' && !lineBlanksOnly); c = PeekChar()) {
+    m_window.Skip(1);
+  }
+}
+
+void AsnJsonListReader::Finish() {
+  SkipBlanks(false);
+  if (PeekChar() != '\0') Fail("content after the value");
+  m_state = State::kDone;
+}
+
+std::unique_ptr<AsnType> AsnJsonListReader::Next() {
+  if (m_state == State::kDone) return nullptr;
+  SkipBlanks(false);
+  if (m_state == State::kStart) {
+    if (PeekChar() == '[') {
+      m_state = State::kArray;
+      m_window.Skip(1);
+      SkipBlanks(false);
+      if (PeekChar() == ']') {
+        m_window.Skip(1);
+        Finish();
+        return nullptr;
+      }
+    } else {
+      m_state = State::kLines;
+    }
+  }
+  if (m_state == State::kLines && PeekChar() == '\0') {
+    m_state = State::kDone;
+    return nullptr;
+  }
+  for (;;) {
+    const std::string_view available = m_window.Available();
+    AsnJsonReader reader(available, m_form, m_window.Offset());
+    std::unique_ptr<AsnType> element(m_createElement());
+    try {
+      reader.ReadValue(*element);
+    } catch (AsnDecodeError* error) {
+      // The element may go on in text not read yet: read more and start it again.
+      if (reader.EndedEarly() && !m_window.Ended() && m_window.Grow()) {
+        delete error;
+        continue;
+      }
+      error->AddIndex(m_index);
+      Throw(error);
+    }
+    m_window.Skip(reader.Offset() - m_window.Offset());
+    ++m_index;
+    if (m_state == State::kLines) {
+      SkipBlanks(true);
+      const char c = PeekChar();
+      if (c != '\n' && c != '\0') Fail("content after the value on its line");
+    } else {
+      SkipBlanks(false);
+      const char c = PeekChar();
+      if (c == ']') {
+        m_window.Skip(1);
+        Finish();
+      } else if (c == ',') {
+        m_window.Skip(1);
+      } else if (c == '\0') {
+        Fail("the text ends inside the array");
+      } else {
+        Fail("expected ',' or ']' after an element");
+      }
+    }
+    return element;
+  }
+}

@@ -1,0 +1,49 @@
+// Reads the elements of a list from JSON text one at a time, without holding
+// the whole text or the whole list: a JSON array of elements, or JSON Lines
+// (one element per line, blank lines skipped). Memory stays bounded by the
+// largest element. The text is an array when its first character other than
+// a blank is '['.
+//
+// Errors are the strict reader's (asn_json_reader.h), their path starting
+// with "<list type>[index]" and their offset counted from the start of the
+// text.
+#pragma once
+#pragma GCC visibility push(default)
+
+#include <memory>
+#include <string>
+
+#include "tn_platform/asn/asn_byte_source.h"
+#include "tn_platform/asn/asn_json_form.h"
+#include "tn_platform/asn/asn_type.h"
+
+class AsnJsonListReader {
+ public:
+  // `createElement` makes a new default element; `listTypeName` starts the
+  // path of errors.
+  AsnJsonListReader(AsnByteSource source, AsnJsonForm form, AsnType* (*createElement)(), std::string listTypeName);
+  ~AsnJsonListReader();
+  AsnJsonListReader(const AsnJsonListReader&) = delete;
+  AsnJsonListReader& operator=(const AsnJsonListReader&) = delete;
+
+  // The next element; null after the last one, once the rest of the text is
+  // checked to be blank. Throws AsnDecodeError*.
+  std::unique_ptr<AsnType> Next();
+  // Elements returned so far.
+  unsigned long Count() const { return m_index; }
+
+ private:
+  char PeekChar();
+  void SkipBlanks(bool lineBlanksOnly);
+  void Finish();
+  [[noreturn]] void Throw(AsnDecodeError* error);
+  [[noreturn]] void Fail(const std::string& what);
+
+  AsnSourceWindow m_window;
+  AsnJsonForm m_form;
+  AsnType* (*m_createElement)();
+  std::string m_typeName;
+  enum class State { kStart, kArray, kLines, kDone } m_state = State::kStart;
+  unsigned long m_index = 0;
+};
+#pragma GCC visibility pop

@@ -1,0 +1,20 @@
+#include "tn_platform/asn/asn_value_kind.h"
+
+#include <string>
+
+#include "tn_platform/asn/asn_bool.h"
+#include "tn_platform/asn/asn_int.h"
+#include "tn_platform/asn/asn_list_base.h"
+#include "tn_platform/asn/asn_octs.h"
+#include "tn_platform/asn/asn_sequence.h"
+
+AsnMemberKind AsnKindOf(const AsnType& value) {
+  if (dynamic_cast<const AsnSequence*>(&value)) return AsnMemberKind::kRecord;
+  if (dynamic_cast<const AsnListBase*>(&value)) return AsnMemberKind::kList;
+  if (dynamic_cast<const AsnOcts*>(&value)) return AsnMemberKind::kOcts;
+  if (dynamic_cast<const AsnTinyInt*>(&value)) return AsnMemberKind::kTinyInt;
+  if (dynamic_cast<const AsnInt*>(&value)) return AsnMemberKind::kInt;
+  if (dynamic_cast<const AsnBool*>(&value)) return AsnMemberKind::kBool;
+  const std::string what = std::string("values of type ") + value.typeName() + " have no JSON form";
+  throw new CSM_Exception(kAsnDecodeError, 1, "", "asn_value_kind", what.c_str(), nullptr);
+}

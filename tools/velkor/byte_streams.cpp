@@ -1,0 +1,96 @@
+#include "tools/velkor/byte_streams.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstring>
+#include <vector>
+
+#include "tools/velkor/io.h"
+
+namespace velkor {
+
+namespace {
+
+constexpr std::size_t kHeadSize = 4096;
+constexpr std::size_t kCopyChunk = 64 * 1024;
+
+bool IsStandardStream(const std::string& path) { return path.empty() || path == "-"; }
+
+// Closes the descriptor when the last copy of the source goes.
+struct Descriptor {
+  int fd;
+  std::string name;
+  ~Descriptor() {
+    if (fd != STDIN_FILENO) ::close(fd);
+  }
+};
+
+}  // namespace
+
+AsnByteSource InputSource(const std::string& path, std::shared_ptr<std::string> head) {
+  int fd = STDIN_FILENO;
+  std::string name = "standard input";
+  if (!IsStandardStream(path)) {
+    fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    if (fd < 0) ThrowBadInput("cannot open " + path + ": " + std::strerror(errno));
+    name = path;
+  }
+  auto descriptor = std::make_shared<Descriptor>(Descriptor{fd, name});
+  struct stat status {};
+  if (::fstat(fd, &status) == 0 && S_ISDIR(status.st_mode)) ThrowBadInput("cannot read " + name + ": it is a directory");
+  return [descriptor, head](char* data, std::size_t size) -> std::size_t {
+    for (;;) {
+      const ssize_t got = ::read(descriptor->fd, data, size);
+      if (got < 0 && errno == EINTR) continue;
+      if (got < 0) ThrowBadInput("cannot read " + descriptor->name + ": " + std::strerror(errno));
+      if (head && head->size() < kHeadSize) {
+        head->append(data, std::min(static_cast<std::size_t>(got), kHeadSize - head->size()));
+      }
+      return static_cast<std::size_t>(got);
+    }
+  };
+}
+
+std::size_t InputSize(const std::string& path) {
+  struct stat status {};
+  if (IsStandardStream(path) || ::stat(path.c_str(), &status) != 0 || !S_ISREG(status.st_mode)) return 0;
+  return static_cast<std::size_t>(status.st_size);
+}
+
+Spill::Spill() : m_file(std::tmpfile()) {
+  if (m_file == nullptr) ThrowBadInput(std::string("cannot make a temporary file: ") + std::strerror(errno));
+}
+
+Spill::~Spill() { std::fclose(m_file); }
+
+void Spill::Append(std::string_view bytes) {
+  if (std::fwrite(bytes.data(), 1, bytes.size(), m_file) != bytes.size()) {
+    ThrowBadInput(std::string("cannot write a temporary file: ") + std::strerror(errno));
+  }
+  m_size += bytes.size();
+}
+
+void Spill::CopyTo(std::ostream& out, bool hex) {
+  if (std::fflush(m_file) != 0 || std::fseek(m_file, 0, SEEK_SET) != 0) {
+    ThrowBadInput(std::string("cannot read a temporary file: ") + std::strerror(errno));
+  }
+  std::vector<char> chunk(kCopyChunk);
+  for (;;) {
+    const std::size_t got = std::fread(chunk.data(), 1, chunk.size(), m_file);
+    if (got == 0) break;
+    const std::string_view piece(chunk.data(), got);
+    if (hex) {
+      out << EncodeHex(piece);
+    } else {
+      out.write(piece.data(), static_cast<std::streamsize>(piece.size()));
+    }
+  }
+  if (std::ferror(m_file)) ThrowBadInput(std::string("cannot read a temporary file: ") + std::strerror(errno));
+}
+
+bool BytesAsHex(bool hex, const std::string& path) { return FormatBytes("", hex, path) == "\n"; }
+
+}  // namespace velkor

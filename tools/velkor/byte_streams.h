@@ -1,0 +1,49 @@
+// The streams behind the tool's streaming list commands: input read as it
+// is consumed, and record bytes held back in a temporary file until all of
+// them are known (a list's length comes before its elements, and a refused
+// document must leave no output).
+#pragma once
+
+#include <cstdio>
+#include <memory>
+#include <ostream>
+#include <string>
+#include <string_view>
+
+#include "tn_platform/asn/asn_byte_source.h"
+
+namespace velkor {
+
+// The input `path` ("" or "-": standard input) as a source read on demand.
+// `head` receives its first octets (up to 4096), for hints on failure.
+// Throws ToolError(bad input) when it cannot be opened or read.
+AsnByteSource InputSource(const std::string& path, std::shared_ptr<std::string> head);
+
+// The size of the file `path`, 0 for standard input or anything else.
+std::size_t InputSize(const std::string& path);
+
+// Octets appended in pieces to an unnamed temporary file (gone when the
+// object or the process ends), then copied out in one go.
+class Spill {
+ public:
+  Spill();
+  ~Spill();
+  Spill(const Spill&) = delete;
+  Spill& operator=(const Spill&) = delete;
+
+  void Append(std::string_view bytes);
+  std::size_t Size() const { return m_size; }
+  // Writes everything appended, in order, to `out`: as it is, or as
+  // lower-case hex digits when `hex`.
+  void CopyTo(std::ostream& out, bool hex);
+
+ private:
+  std::FILE* m_file;
+  std::size_t m_size = 0;
+};
+
+// True when record bytes for `path` are to be written as hex text (see
+// FormatBytes).
+bool BytesAsHex(bool hex, const std::string& path);
+
+}  // namespace velkor
