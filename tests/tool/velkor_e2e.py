@@ -190,11 +190,16 @@ BAD_INPUT = [  # (arguments, input, the one stderr line's start after "velkor: "
     (["decode", "QAsnPortIndex", "--hex"], bytes.fromhex(PORT_HEX), "decode: ", "octet 0x0C at line 1, column 2"),
     (["decode", "QAsnPortIndex", "--hex"], "30 0g", "decode: ", "'g' at line 1, column 5"),
     (["decode", "QAsnPortIndex", "--base64"], "MAw*", "decode: ", "'*' at line 1, column 4"),
-    (["encode", "QAsnPortIndex"], b'{"level1ID": 1}\0garbage', "encode: ", "NUL octet at position 15"),
+    (["encode", "QAsnColumn"], b'{"strCondition": "c"}\0garbage', "encode: ", "QAsnColumn: content after the value at offset 21"),
     (["convert", "alarm-compose"], b'{"sFaultID": 1}\0garbage', "convert alarm-compose: ", "NUL octet"),
-    (["encode", "QAsnPortIndex"], "{} {}", "encode: ", "bad JSON"),
-    (["encode", "QAsnColumn", "--all"], '{"strCondition": "c"}\n{', "encode: ", "(line 2)")]
+    (["encode", "QAsnPortIndex"], "{} {}", "encode: ", "QAsnPortIndex.level1ID: missing (a mandatory member) at offset 0"),
+    (["encode", "QAsnColumn", "--all"], '{"strCondition": "c"}\n{', "encode: ", "QAsnColumn[1]: the text ends inside the value at offset 23"),
+    (["encode", "QAsnColumn", "--jer"], '{"strCondition": "NE=1"}', "encode: ", "QAsnColumn.strCondition: 'N' is not a hex digit at offset 18"),
+    (["encode", "QAsnColumn", "--jer"], '{"strCondition": "abc"}', "encode: ", "QAsnColumn.strCondition: odd number of hex digits at offset 17"),
+    (["encode", "QAsnColumn", "--jer"], '{"strCondition": null}', "encode: ", "QAsnColumn.strCondition: null is no value in JER"),
+    (["encode", "QAsnNVSList", "--jer"], '[{"name": "", "value": ""}, {"name": ""}]', "encode: ", "QAsnNVSList[1].value: missing (a mandatory member) at offset 28")]
 USAGE_MISTAKES = [  # (arguments, the one stderr line's start after "velkor: ", a part of it): exit 2
+    (["decode", "QAsnColumn", "--lines"], "decode: ", "--lines needs a list type"),
     ([], "", "a command is required"), (["--bogus"], "", 'unexpected argument "--bogus"'),
     (["dumpp"], "", 'unknown command "dumpp" (did you mean "dump"?)'),
     (["decode"], "decode: ", "missing TYPE"),

@@ -23,7 +23,7 @@ class AsnBerListReader::Window : public AsnSourceWindow {
 
 AsnBerListReader::AsnBerListReader(AsnByteSource source, AsnType* (*createElement)(), std::string listTypeName)
     : m_window(std::make_unique<Window>(std::move(source))),
-      m_createElement(createElement),
+      m_element(createElement()),
       m_typeName(std::move(listTypeName)) {}
 
 AsnBerListReader::~AsnBerListReader() = default;
@@ -56,7 +56,7 @@ void AsnBerListReader::ReadHeader() {
   m_state = State::kElements;
 }
 
-std::unique_ptr<AsnType> AsnBerListReader::Next() {
+AsnType* AsnBerListReader::Next() {
   if (m_state == State::kStart) ReadHeader();
   if (m_state == State::kDone) return nullptr;
   if (m_indefinite) {
@@ -82,7 +82,7 @@ std::unique_ptr<AsnType> AsnBerListReader::Next() {
   return DecodeElement();
 }
 
-std::unique_ptr<AsnType> AsnBerListReader::DecodeElement() {
+AsnType* AsnBerListReader::DecodeElement() {
   const std::size_t elementStart = m_window->Offset();
   // Load the whole element by its header; an indefinite one grows the window
   // until it decodes or the input ends.
@@ -106,11 +106,10 @@ std::unique_ptr<AsnType> AsnBerListReader::DecodeElement() {
   for (;;) {
     const std::string_view available = m_window->Available();
     AsnBuf buf(reinterpret_cast<const unsigned char*>(available.data()), available.size());
-    std::unique_ptr<AsnType> element(m_createElement());
     unsigned long octets = 0;
     try {
       const AsnNestingGuard list(buf);  // the element sits one level inside the list
-      element->BDec(buf, octets, NIClass_BER);
+      m_element->BDec(buf, octets, NIClass_BER);
       if (buf.ReadError()) AsnThrowDecodeError(buf.Offset(), "input ends early");
     } catch (AsnDecodeError* error) {
       if (!loaded && !m_window->Ended() && m_window->Grow()) {
@@ -140,7 +139,7 @@ std::unique_ptr<AsnType> AsnBerListReader::DecodeElement() {
       error->AddIndex(m_index - 1);
       Throw(error);
     }
-    return element;
+    return m_element.get();
   }
 }
 

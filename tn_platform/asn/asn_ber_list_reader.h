@@ -26,9 +26,11 @@ class AsnBerListReader {
   AsnBerListReader(const AsnBerListReader&) = delete;
   AsnBerListReader& operator=(const AsnBerListReader&) = delete;
 
-  // The next element, decoded; null after the last one, once the list's end
-  // and the end of the input are checked. Throws AsnDecodeError*.
-  std::unique_ptr<AsnType> Next();
+  // The next element, decoded into the reader's one element value (valid,
+  // and the caller's to change, until the next call); null after the last
+  // one, once the list's end and the end of the input are checked. Throws
+  // AsnDecodeError*.
+  AsnType* Next();
   // Elements returned so far.
   unsigned long Count() const { return m_index; }
   // Octets of the input consumed so far.
@@ -36,13 +38,13 @@ class AsnBerListReader {
 
  private:
   void ReadHeader();
-  std::unique_ptr<AsnType> DecodeElement();
+  AsnType* DecodeElement();
   void Finish();
   [[noreturn]] void Throw(AsnDecodeError* error);
 
   class Window;
   std::unique_ptr<Window> m_window;
-  AsnType* (*m_createElement)();
+  std::unique_ptr<AsnType> m_element;  // decoding replaces its content: one serves every element
   std::string m_typeName;
   enum class State { kStart, kElements, kDone } m_state = State::kStart;
   bool m_indefinite = false;
@@ -53,12 +55,12 @@ class AsnBerListReader {
 };
 
 // Calls `visit(element, index)` for each element of the SEQUENCE OF encoded in
-// `bytes`, each decoded into a new element made by `createElement` and
-// destroyed after the call. Throws as AsnBerListReader.
+// `bytes`, each decoded in turn into one element made by `createElement`.
+// Throws as AsnBerListReader.
 template <class Visitor>
 void AsnVisitEncodedList(std::string_view bytes, AsnType* (*createElement)(), const std::string& listTypeName,
                          Visitor&& visit) {
   AsnBerListReader reader(AsnBytesSource(bytes), createElement, listTypeName);
-  while (std::unique_ptr<AsnType> element = reader.Next()) visit(*element, reader.Count() - 1);
+  while (AsnType* element = reader.Next()) visit(*element, reader.Count() - 1);
 }
 #pragma GCC visibility pop

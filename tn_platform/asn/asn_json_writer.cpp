@@ -1,6 +1,9 @@
 #include "tn_platform/asn/asn_json_writer.h"
 
+#include <algorithm>
 #include <charconv>
+#include <cstring>
+#include <memory>
 
 #include "tn_platform/asn/asn_bool.h"
 #include "tn_platform/asn/asn_int.h"
@@ -24,27 +27,74 @@ struct HexPairs {
 };
 constexpr HexPairs kHex;
 
-void AppendHex(std::string& out, std::string_view octets) {
-  const std::size_t at = out.size();
-  out.resize(at + 2 * octets.size());
-  char* write = &out[at];
-  for (const char c : octets) {
-    const char* pair = kHex.pairs[static_cast<unsigned char>(c)];
-    *write++ = pair[0];
-    *write++ = pair[1];
+// The text being written: room is made once per piece (Reserve), then
+// characters go in without further checks. The writer's hot loop stays free
+// of std::string's out-of-line growth and zero-filling.
+class Text {
+ public:
+  explicit Text(std::string& out) : m_out(out) {
+    m_begin = m_at = t_block.get();
+    m_end = m_begin + t_blockSize;
   }
-}
+  ~Text() { Flush(); }
+  Text(const Text&) = delete;
+  Text& operator=(const Text&) = delete;
 
-void AppendInteger(std::string& out, long long value) {
-  char digits[24];
-  const auto end = std::to_chars(digits, digits + sizeof digits, value).ptr;
-  out.append(digits, end);
+  void Reserve(std::size_t count) {
+    if (static_cast<std::size_t>(m_end - m_at) < count) Grow(count);
+  }
+  void Put(char c) { *m_at++ = c; }
+  void Put(const char* data, std::size_t size) {
+    std::memcpy(m_at, data, size);
+    m_at += size;
+  }
+  void Flush() {
+    m_out.append(m_begin, static_cast<std::size_t>(m_at - m_begin));
+    m_at = m_begin;
+  }
+
+ private:
+  void Grow(std::size_t count) {
+    // Small pieces gather in a block of its own and go to `out` in one
+    // append; a piece larger than the block is written straight through.
+    Flush();
+    const std::size_t size = std::max<std::size_t>(count, kBlock);
+    if (static_cast<std::size_t>(m_end - m_begin) < size) {
+      t_block.reset(new char[size]);  // not zero-filled: every octet is written before it is read
+      t_blockSize = size;
+      m_begin = m_at = t_block.get();
+      m_end = m_begin + size;
+    }
+  }
+
+  static constexpr std::size_t kBlock = 64 * 1024;
+  // One block per thread, kept from call to call (a writer never runs
+  // inside another on one thread).
+  static thread_local std::unique_ptr<char[]> t_block;
+  static thread_local std::size_t t_blockSize;
+  std::string& m_out;
+  char* m_begin;
+  char* m_at;
+  char* m_end;
+};
+
+thread_local std::unique_ptr<char[]> Text::t_block;
+thread_local std::size_t Text::t_blockSize = 0;
+
+// Printable ASCII without quote or backslash: text that goes into a JSON
+// string as it is (the common case, checked without decoding UTF-8).
+bool IsPlainText(std::string_view octets) {
+  for (const char c : octets) {
+    const unsigned char octet = static_cast<unsigned char>(c);
+    if (octet < 0x20 || octet >= 0x7F || octet == '"' || octet == '\\') return false;
+  }
+  return true;
 }
 
 class Writer {
  public:
   Writer(std::string& out, AsnJsonForm form, AsnJsonLayout layout)
-      : m_out(out), m_jer(form == AsnJsonForm::kJer), m_indented(layout == AsnJsonLayout::kIndented) {}
+      : m_text(out), m_jer(form == AsnJsonForm::kJer), m_indented(layout == AsnJsonLayout::kIndented) {}
 
   void Value(AsnMemberKind kind, const AsnType& value, unsigned level) {
     switch (kind) {
@@ -52,16 +102,19 @@ class Writer {
         Octets(static_cast<const AsnOcts&>(value).view(), level);
         break;
       case AsnMemberKind::kTinyInt:
-        AppendInteger(m_out, static_cast<const AsnTinyInt&>(value).Value());
+        Integer(static_cast<const AsnTinyInt&>(value).Value(), false);
         break;
       case AsnMemberKind::kInt:
         // A readable 64-bit integer is a string: doubles would round it.
-        if (!m_jer) m_out.push_back('"');
-        AppendInteger(m_out, static_cast<const AsnInt&>(value).Value());
-        if (!m_jer) m_out.push_back('"');
+        Integer(static_cast<const AsnInt&>(value).Value(), !m_jer);
         break;
       case AsnMemberKind::kBool:
-        m_out.append(static_cast<const AsnBool&>(value).Value() ? "true" : "false");
+        m_text.Reserve(5);
+        if (static_cast<const AsnBool&>(value).Value()) {
+          m_text.Put("true", 4);
+        } else {
+          m_text.Put("false", 5);
+        }
         break;
       case AsnMemberKind::kList:
         List(static_cast<const AsnListBase&>(value), level);
@@ -73,69 +126,110 @@ class Writer {
   }
 
  private:
+  void Integer(long long value, bool quoted) {
+    m_text.Reserve(24);
+    char digits[24];
+    const std::size_t length = static_cast<std::size_t>(std::to_chars(digits, digits + sizeof digits, value).ptr - digits);
+    if (quoted) m_text.Put('"');
+    m_text.Put(digits, length);
+    if (quoted) m_text.Put('"');
+  }
+
+  void Hex(std::string_view octets) {
+    for (const char c : octets) m_text.Put(kHex.pairs[static_cast<unsigned char>(c)], 2);
+  }
+
   void Octets(std::string_view octets, unsigned level) {
     if (m_jer) {
-      m_out.push_back('"');
-      AppendHex(m_out, octets);
-      m_out.push_back('"');
+      m_text.Reserve(2 * octets.size() + 2);
+      m_text.Put('"');
+      Hex(octets);
+      m_text.Put('"');
+    } else if (IsPlainText(octets)) {
+      m_text.Reserve(octets.size() + 2);
+      m_text.Put('"');
+      m_text.Put(octets.data(), octets.size());
+      m_text.Put('"');
     } else if (AsnOctetsAreText(octets)) {
-      AsnWriteJsonString(m_out, octets);
+      std::string quoted;
+      AsnWriteJsonString(quoted, octets);
+      m_text.Reserve(quoted.size());
+      m_text.Put(quoted.data(), quoted.size());
     } else {
-      m_out.push_back('{');
+      m_text.Reserve(1);
+      m_text.Put('{');
       NewLine(level + 1);
-      m_out.append(m_indented ? "\"hex\": \"" : "\"hex\":\"");
-      AppendHex(m_out, octets);
-      m_out.push_back('"');
+      m_text.Reserve(2 * octets.size() + 12);
+      m_text.Put(m_indented ? "\"hex\": \"" : "\"hex\":\"", m_indented ? 8 : 7);
+      Hex(octets);
+      m_text.Put('"');
       NewLine(level);
-      m_out.push_back('}');
+      m_text.Reserve(1);
+      m_text.Put('}');
     }
   }
 
   void Record(const AsnSequence& record, unsigned level) {
     void* const base = const_cast<AsnSequence*>(&record);
     bool first = true;
-    m_out.push_back('{');
+    m_text.Reserve(1);
+    m_text.Put('{');
     for (const AsnMemberStep& member : record.Plan().members) {
       const AsnType* value = member.ValueIn(base);
       if (value == nullptr) continue;
-      if (!first) m_out.push_back(',');
+      if (!first) {
+        m_text.Reserve(1);
+        m_text.Put(',');
+      }
       first = false;
       NewLine(level + 1);
-      m_out.push_back('"');
-      m_out.append(member.name);
-      m_out.append(m_indented ? "\": " : "\":");
+      const std::size_t length = std::strlen(member.name);
+      m_text.Reserve(length + 4);
+      m_text.Put('"');
+      m_text.Put(member.name, length);
+      m_text.Put(m_indented ? "\": " : "\":", m_indented ? 3 : 2);
       Value(member.kind, *value, level + 1);
     }
     if (!first) NewLine(level);
-    m_out.push_back('}');
+    m_text.Reserve(1);
+    m_text.Put('}');
   }
 
   void List(const AsnListBase& list, unsigned level) {
-    m_out.push_back('[');
+    m_text.Reserve(2);
+    m_text.Put('[');
     if (list.Count() == 0) {
-      m_out.push_back(']');
+      m_text.Put(']');
       return;
     }
     bool first = true;
     AsnMemberKind kind = AsnMemberKind::kRecord;
     list.ForEachElement([&](const AsnType& element) {
       if (first) kind = AsnKindOf(element);  // every element is of one type
-      if (!first) m_out.push_back(',');
+      if (!first) {
+        m_text.Reserve(1);
+        m_text.Put(',');
+      }
       first = false;
       NewLine(level + 1);
       Value(kind, element, level + 1);
     });
     NewLine(level);
-    m_out.push_back(']');
+    m_text.Reserve(1);
+    m_text.Put(']');
   }
 
   void NewLine(unsigned level) {
     if (!m_indented) return;
-    m_out.push_back('\n');
-    m_out.append(2 * static_cast<std::size_t>(level), ' ');
+    static const char kLine[] = "\n                                ";
+    std::size_t blanks = 2 * static_cast<std::size_t>(level);
+    m_text.Reserve(blanks + 1);
+    const std::size_t first = std::min(blanks, sizeof kLine - 2);
+    m_text.Put(kLine, first + 1);
+    for (blanks -= first; blanks > 0; --blanks) m_text.Put(' ');
   }
 
-  std::string& m_out;
+  Text m_text;
   const bool m_jer;
   const bool m_indented;
 };

@@ -21,7 +21,7 @@ bool IsStandardStream(const std::string& path) { return path.empty() || path == 
 
 // Closes the descriptor when the last copy of the source goes.
 struct Descriptor {
-  int fd;
+  int fd = STDIN_FILENO;
   std::string name;
   ~Descriptor() {
     if (fd != STDIN_FILENO) ::close(fd);
@@ -38,7 +38,9 @@ AsnByteSource InputSource(const std::string& path, std::shared_ptr<std::string> 
     if (fd < 0) ThrowBadInput("cannot open " + path + ": " + std::strerror(errno));
     name = path;
   }
-  auto descriptor = std::make_shared<Descriptor>(Descriptor{fd, name});
+  auto descriptor = std::make_shared<Descriptor>();
+  descriptor->fd = fd;
+  descriptor->name = name;
   struct stat status {};
   if (::fstat(fd, &status) == 0 && S_ISDIR(status.st_mode)) ThrowBadInput("cannot read " + name + ": it is a directory");
   return [descriptor, head](char* data, std::size_t size) -> std::size_t {

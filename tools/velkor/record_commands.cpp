@@ -138,7 +138,7 @@ void DecodeListStream(const DecodeOptions& options, const AsnCatalogueEntry& ent
   RunWriter writer(layout, FormOf(options.jer), entry.name, out);
   Progress progress("decode", InputSize(options.io.input));
   try {
-    while (const std::unique_ptr<AsnType> element = reader.Next()) {
+    while (const AsnType* element = reader.Next()) {
       writer.Write(*element);
       progress.Update(reader.Count(), reader.Offset());
     }
