@@ -1,0 +1,142 @@
+// The strict JSON reader's refusals, and the readable form beside JER: each
+// refusal is one line naming the member path and the offset in the text.
+#include <dlfcn.h>
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+
+#include "tests/test_bytes.h"
+#include "tn_platform/asn/asn_json_reader.h"
+#include "tn_platform/asn/asn_json_writer.h"
+#include "tn_platform/asn/asn_value_io.h"
+#include "tn_qmodules/asn_catalogue.h"
+
+namespace {
+
+std::unique_ptr<AsnType> Create(const char* type) {
+  EXPECT_NE(dlopen(TN_QPROBE_LIBRARY, RTLD_NOW), nullptr) << dlerror();  // the test module's types
+  const AsnCatalogueEntry* entry = AsnCatalogue::Find(type);
+  EXPECT_NE(entry, nullptr) << type;
+  return std::unique_ptr<AsnType>(entry->create());
+}
+
+std::string Refusal(const char* type, AsnJsonForm form, const std::string& text) {
+  const std::unique_ptr<AsnType> value = Create(type);
+  return test_bytes::ThrownMessage([&] { AsnReadJson(*value, text, form); });
+}
+
+constexpr AsnJsonForm kJer = AsnJsonForm::kJer;
+constexpr AsnJsonForm kReadable = AsnJsonForm::kReadable;
+
+TEST(AsnJsonReader, RefusesWithPathAndOffset) {
+  const struct {
+    const char* type;
+    AsnJsonForm form;
+    const char* text;
+    const char* message;
+  } cases[] = {
+      // JER's strict rules
+      {"QAsnColumn", kJer, R"({"strCondition":"","x":1})", R"(QAsnColumn: QAsnColumn has no member "x" at offset 19)"},
+      {"QAsnColumn", kJer, R"({"//":"x","strCondition":""})", R"(QAsnColumn: QAsnColumn has no member "//" at offset 1)"},
+      {"QAsnUniResID", kJer, R"({"strFDN":"","strMOC":""})", "QAsnUniResID.neID: missing (a mandatory member) at offset 0"},
+      {"QAsnUniResID", kJer, R"({"strFDN":"","strMOC":"","neID":7,"poSerialNum":null})",
+       "QAsnUniResID.poSerialNum: null is no value in JER (leave an absent member out) at offset 48"},
+      {"QAsnColumn", kJer, R"({"strCondition":"abc"})", "QAsnColumn.strCondition: odd number of hex digits at offset 16"},
+      {"QAsnColumn", kJer, R"({"strCondition":"0g"})", "QAsnColumn.strCondition: 'g' is not a hex digit at offset 18"},
+      {"QAsnColumn", kJer, R"({"strCondition":"NE=1"})", "QAsnColumn.strCondition: 'N' is not a hex digit at offset 17"},
+      {"QAsnTinyIntList", kJer, "[1,2147483648]",
+       "QAsnTinyIntList[1]: integer 2147483648 out of range (-2147483648 to 2147483647) at offset 3"},
+      {"QAsnTinyIntList", kJer, "[-2147483649]",
+       "QAsnTinyIntList[0]: integer -2147483649 out of range (-2147483648 to 2147483647) at offset 1"},
+      {"QProbePart", kJer, R"({"name":"","weight":9223372036854775808})",
+       "QProbePart.weight: integer 9223372036854775808 out of range (-9223372036854775808 to 9223372036854775807) at offset 20"},
+      {"QProbePart", kJer, R"({"name":"","weight":-9223372036854775809})",
+       "QProbePart.weight: integer -9223372036854775809 out of range (-9223372036854775808 to 9223372036854775807) at offset 20"},
+      {"QProbePart", kJer, R"({"name":"","weight":123456789012345678901234567890})",
+       "QProbePart.weight: integer 123456789012345678901234567890 out of range (-9223372036854775808 to 9223372036854775807) at offset 20"},
+      {"QAsnTinyIntList", kJer, "[1.5]", "QAsnTinyIntList[0]: expected an integer, found a number with a fraction or exponent at offset 1"},
+      {"QAsnTinyIntList", kJer, "[1e3]", "QAsnTinyIntList[0]: expected an integer, found a number with a fraction or exponent at offset 1"},
+      {"QAsnTinyIntList", kJer, R"(["1"])", "QAsnTinyIntList[0]: expected an integer, found a string at offset 1"},
+      {"QAsnTinyIntList", kJer, "[01]", "QAsnTinyIntList[0]: a number does not start with 0 at offset 2"},
+      {"QAsnTinyIntList", kJer, "[1,]", "QAsnTinyIntList[1]: expected an integer, found ']' at offset 3"},
+      {"QAsnColumn", kJer, R"({"strCondition":"","strCondition":""})", "QAsnColumn.strCondition: given twice at offset 19"},
+      {"CodecProbe", kJer, R"({"flag":1,"big":0})", "CodecProbe.flag: expected true or false, found a number at offset 8"},
+      {"QAsnNVSList", kJer, "{}", "QAsnNVSList: expected an array, found an object at offset 0"},
+      {"QAsnNVSList", kJer, R"([{"name":"","value":""},{"name":""}])", "QAsnNVSList[1].value: missing (a mandatory member) at offset 24"},
+      // JSON itself
+      {"QAsnColumn", kJer, R"({"strCondition":"00")", "QAsnColumn: the text ends inside the value at offset 20"},
+      {"QAsnColumn", kJer, R"({"strCondition":""} x)", "QAsnColumn: content after the value at offset 20"},
+      {"QAsnColumn", kJer, "", "QAsnColumn: the text ends inside the value at offset 0"},
+      {"QAsnColumn", kJer, R"({"strCondition" "00"})", "QAsnColumn: expected ':', found a string at offset 16"},
+      {"QAsnColumn", kJer, R"({strCondition:"00"})", "QAsnColumn: expected a member name, found 's' at offset 1"},
+      {"QAsnColumn", kReadable, "{\"strCondition\":\"\xff\"}", "QAsnColumn.strCondition: invalid UTF-8 in a string at offset 17"},
+      {"QAsnColumn", kReadable, "{\"strCondition\":\"\xc0\x80\"}", "QAsnColumn.strCondition: invalid UTF-8 in a string at offset 17"},
+      {"QAsnColumn", kReadable, "{\"strCondition\":\"\xed\xa0\x80\"}", "QAsnColumn.strCondition: invalid UTF-8 in a string at offset 17"},
+      {"QAsnColumn", kReadable, R"({"strCondition":"\ud800"})", "QAsnColumn.strCondition: lone surrogate in a \\u escape at offset 17"},
+      {"QAsnColumn", kReadable, R"({"strCondition":"\x"})", "QAsnColumn.strCondition: malformed escape in a string at offset 17"},
+      {"QAsnColumn", kReadable, "{\"strCondition\":\"a\tb\"}", "QAsnColumn.strCondition: control character in a string (write it as an escape) at offset 18"},
+      // the readable form's own rules
+      {"QAsnColumn", kReadable, R"({"strCondition":{"hex":"0"}})", "QAsnColumn.strCondition: odd number of hex digits at offset 23"},
+      {"QAsnColumn", kReadable, R"({"strCondition":{"hex":"00","x":1}})", R"(QAsnColumn.strCondition: expected a string or {"hex": "..."} at offset 16)"},
+      {"QAsnColumn", kReadable, R"({"strCondition":null})", "QAsnColumn.strCondition: missing (a mandatory member) at offset 16"},
+      {"QProbePart", kReadable, R"({"name":"","weight":"12x"})", "QProbePart.weight: expected an integer, found a string that is no integer at offset 20"},
+      {"QProbePart", kReadable, R"({"name":"","weight":"9223372036854775808"})",
+       "QProbePart.weight: integer 9223372036854775808 out of range (-9223372036854775808 to 9223372036854775807) at offset 20"},
+      {"QAsnColumn", kReadable, R"({"//":[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[]]]]]]]]]]]]]]]]]]]]]]]]]]]]]]]]]],"strCondition":""})",
+       "QAsnColumn: nested too deeply at offset 37"},
+  };
+  for (const auto& row : cases) {
+    EXPECT_EQ(Refusal(row.type, row.form, row.text), row.message) << row.text;
+  }
+}
+
+TEST(AsnJsonReader, ReadableFormReadsWhatJerRefuses) {
+  const struct {
+    const char* type;
+    const char* text;
+    const char* ber;
+  } cases[] = {
+      {"QAsnColumn", R"({"strCondition":"NE=1"})", "30 06 04 04 4E 45 3D 31"},  // text as text
+      {"QAsnColumn", R"({"strCondition":{"hex":"00FF"}})", "30 04 04 02 00 FF"},
+      {"QAsnColumn", R"({"//":"a comment","strCondition":"\u00e9\ud83d\ude00"})", "30 08 04 06 C3 A9 F0 9F 98 80"},
+      {"QAsnUniResID", R"({"strFDN":"","strMOC":"","neID":"-7","poSerialNum":null})", "30 07 04 00 04 00 02 01 F9"},
+      {"QProbePart", R"({"name":"","weight":"-9223372036854775808"})", "30 0C 04 00 02 08 80 00 00 00 00 00 00 00"},
+  };
+  for (const auto& row : cases) {
+    const std::unique_ptr<AsnType> value = Create(row.type);
+    EXPECT_EQ(test_bytes::ThrownMessage([&] { AsnReadJson(*value, row.text, kReadable); }), "no exception") << row.text;
+    EXPECT_EQ(test_bytes::ToHex(AsnEncodeValue(*value)), row.ber) << row.text;
+  }
+}
+
+TEST(AsnJsonWriter, ReadableFormKeepsTheToolsLayout) {
+  const struct {
+    const char* type;
+    const char* ber;
+    AsnJsonLayout layout;
+    const char* json;
+  } cases[] = {
+      {"QAsnColumn", "30 06 04 04 4E 45 3D 31", AsnJsonLayout::kOneLine, R"({"strCondition":"NE=1"})"},
+      {"QAsnColumn", "30 04 04 02 00 FF", AsnJsonLayout::kIndented, "{\n  \"strCondition\": {\n    \"hex\": \"00ff\"\n  }\n}"},
+      {"QAsnColumn", "30 05 04 03 61 22 5C", AsnJsonLayout::kOneLine, R"({"strCondition":"a\"\\"})"},
+      {"QProbePart", "30 0C 04 00 02 08 7F FF FF FF FF FF FF FF", AsnJsonLayout::kOneLine,
+       R"({"name":"","weight":"9223372036854775807"})"},
+      {"QAsnNVSList", "30 00", AsnJsonLayout::kIndented, "[]"},
+      {"QAsnTinyIntList", "30 06 02 01 01 02 01 02", AsnJsonLayout::kIndented, "[\n  1,\n  2\n]"},
+      {"QAsnErrInfo", "30 05 30 00 02 01 00", AsnJsonLayout::kIndented, "{\n  \"objID\": [],\n  \"errCode\": 0\n}"},
+  };
+  for (const auto& row : cases) {
+    const std::unique_ptr<AsnType> value = Create(row.type);
+    AsnDecodeValue(*value, test_bytes::Hex(row.ber));
+    EXPECT_EQ(AsnToJson(*value, kReadable, row.layout), row.json) << row.ber;
+  }
+}
+
+TEST(AsnJsonWriter, EscapesControlCharactersAndQuotes) {
+  std::string out;
+  AsnWriteJsonString(out, std::string("a\"\\\b\f\n\r\t\x01\x1f\x7f\xc3\xa9", 13));
+  EXPECT_EQ(out, "\"a\\\"\\\\\\b\\f\\n\\r\\t\\u0001\\u001f\x7f\xc3\xa9\"");
+}
+
+}  // namespace
