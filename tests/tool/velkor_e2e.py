@@ -39,6 +39,14 @@ def big_capture():
     return path
 
 
+def ber_tlv(tag, content):
+    """One BER value with a definite, minimal length."""
+    size = len(content)
+    length = bytes([size]) if size < 128 else bytes([0x80 | ((size.bit_length() + 7) // 8)]) + size.to_bytes(
+        (size.bit_length() + 7) // 8, "big")
+    return bytes([tag]) + length + content
+
+
 def run(args, stdin=b"", env=None):
     """Runs the installed velkor; returns (exit code, stdout bytes, stderr text)."""
     stdin = stdin.encode() if isinstance(stdin, str) else stdin
@@ -303,6 +311,35 @@ class Velkor(unittest.TestCase):
                 process.send_signal(signal_number)
                 self.assertEqual(process.wait(timeout=120), -signal_number)
                 self.assertEqual((os.listdir(work), Path(target).read_bytes()), (["out.txt"], b"old"))
+
+    def test_a_million_element_list_streams_in_64_mib(self):
+        if b"__asan_init" in Path(VELKOR).read_bytes():
+            self.skipTest("the sanitizers reserve more address space than the cap")
+        elements = b"".join(ber_tlv(0x30, ber_tlv(4, b"attr%07d" % i) + ber_tlv(4, b"value-%010d" % i))
+                            for i in range(1000000))
+        ber = os.path.join(WORK, "million.ber")
+        Path(ber).write_bytes(ber_tlv(0x30, elements))
+        del elements
+        capped = ["bash", "-c", 'ulimit -v %d && exec "$0" "$@"' % (64 * 1024), VELKOR]  # 64 MiB of address space
+        jer, back = os.path.join(WORK, "million.jer"), os.path.join(WORK, "million_back.ber")
+        for args in (["decode", "QAsnNVSList", "--jer", ber, "-o", jer],
+                     ["encode", "QAsnNVSList", "--jer", jer, "-o", back]):
+            with self.subTest(args=args):
+                result = subprocess.run(capped + args, capture_output=True, timeout=300)
+                self.assertEqual((result.returncode, result.stderr), (0, b""))
+        self.assertEqual(Path(back).read_bytes(), Path(ber).read_bytes())
+        start = b'[\n  {\n    "name": "6174747230303030303030",\n    "value": "76616c75652d30303030303030303030"\n'
+        with open(jer, "rb") as text:
+            self.assertEqual(text.read(len(start)), start)
+        # One refused element, the very last: nothing is written.
+        Path(jer).write_bytes(Path(jer).read_bytes()[:-3] + b',\n  {"name": "0"}\n]\n')
+        result = subprocess.run(capped + ["encode", "QAsnNVSList", "--jer", jer, "-o", back + ".new"],
+                                capture_output=True, timeout=300)
+        self.assertEqual(result.returncode, 1)
+        self.assertIn(b"QAsnNVSList[1000000].name: odd number of hex digits", result.stderr)
+        self.assertFalse(os.path.exists(back + ".new"))
+        result = subprocess.run([VELKOR, "encode", "QAsnNVSList", "--jer", jer], capture_output=True, timeout=300)
+        self.assertEqual((result.returncode, result.stdout), (1, b""))
 
     def test_big_capture_streams_in_bounded_memory(self):
         if b"__asan_init" in Path(VELKOR).read_bytes():
