@@ -1,0 +1,108 @@
+// The list stream readers against the whole-value codecs. The first octet
+// picks a list type of the catalogue, the second how the input arrives (bit
+// 0: BER or JER text; the rest: octets per read, 1 to 128); the rest is the
+// input. The BER reader must refuse exactly what AsnDecodeValue refuses, with
+// the same message, and give the same elements; the JER reader, fed the text
+// a few octets at a time, must accept a JSON array exactly when the whole-text
+// reader does, and give the same octets.
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "fuzz/fuzz_catalogue.h"
+#include "tn_platform/asn/asn_ber_list_reader.h"
+#include "tn_platform/asn/asn_json_list_reader.h"
+#include "tn_platform/asn/asn_json_reader.h"
+#include "tn_platform/asn/asn_value_io.h"
+
+namespace {
+
+const std::vector<AsnCatalogueEntry>& Lists() {
+  static const std::vector<AsnCatalogueEntry> lists = [] {
+    std::vector<AsnCatalogueEntry> found;
+    for (const AsnCatalogueEntry& entry : FuzzCatalogue()) {
+      if (entry.createElement != nullptr) found.push_back(entry);
+    }
+    if (found.empty()) std::abort();
+    return found;
+  }();
+  return lists;
+}
+
+AsnByteSource Trickle(std::string_view bytes, std::size_t step) {
+  return [bytes, step](char* data, std::size_t size) mutable {
+    const std::size_t count = std::min({size, step, bytes.size()});
+    std::copy(bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(count), data);
+    bytes.remove_prefix(count);
+    return count;
+  };
+}
+
+std::string ListBytes(const std::string& content) {
+  AsnBuf buf;
+  buf.PutSegRvs(reinterpret_cast<const unsigned char*>(content.data()), content.size());
+  BEncDefLen(buf, content.size());
+  BEncTag(buf, kTagSequence);
+  return buf.EncodedBytes();
+}
+
+// The elements' octets read by `reader` into a list's octets, or the message
+// of its refusal (prefixed "!").
+template <class Reader, class Next>
+std::string Streamed(Reader& reader, Next next) {
+  std::string content;
+  try {
+    while (const AsnType* element = next(reader)) content += AsnEncodeValue(*const_cast<AsnType*>(element));
+  } catch (CSM_Exception* raw) {
+    const std::unique_ptr<CSM_Exception> error(raw);
+    return "!" + error->Message();
+  }
+  return ListBytes(content);
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  if (size < 2) return 0;
+  const AsnCatalogueEntry& type = Lists()[data[0] % Lists().size()];
+  const bool text = (data[1] & 1) != 0;
+  const std::size_t step = 1 + (data[1] >> 1);
+  const std::string_view input(reinterpret_cast<const char*>(data) + 2, size - 2);
+
+  const std::unique_ptr<AsnType> whole(type.create());
+  std::string expected;
+  try {
+    if (text) {
+      AsnReadJson(*whole, input, AsnJsonForm::kJer);
+    } else {
+      AsnDecodeValue(*whole, input);
+    }
+    expected = AsnEncodeValue(*whole);
+  } catch (CSM_Exception* raw) {
+    const std::unique_ptr<CSM_Exception> error(raw);
+    expected = "!" + error->Message();
+  }
+
+  if (!text) {
+    AsnBerListReader reader(Trickle(input, step), type.createElement, type.name);
+    if (Streamed(reader, [](AsnBerListReader& r) { return r.Next(); }) != expected) std::abort();
+    return 0;
+  }
+  const std::size_t first = input.find_first_not_of(" \t\r\n");
+  if (first == std::string_view::npos || input[first] != '[') return 0;  // JSON Lines: no whole-text twin
+  AsnJsonListReader reader(Trickle(input, step), AsnJsonForm::kJer, type.createElement, type.name);
+  std::unique_ptr<AsnType> held;
+  const std::string streamed = Streamed(reader, [&held](AsnJsonListReader& r) {
+    held = r.Next();
+    return held.get();
+  });
+  // Messages may word a syntax fault differently; acceptance and octets may not differ.
+  if ((streamed[0] == '!') != (expected[0] == '!')) std::abort();
+  if (streamed[0] != '!' && streamed != expected) std::abort();
+  return 0;
+}
