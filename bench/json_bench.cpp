@@ -10,6 +10,7 @@
 #include <string>
 
 #include "tn_platform/asn/asn_json_reader.h"
+#include "tn_platform/asn/asn_json_transcoder.h"
 #include "tn_platform/asn/asn_json_writer.h"
 #include "tn_platform/asn/asn_value_io.h"
 #include "tn_velkor/qcommon/qcommon.h"
@@ -90,9 +91,22 @@ void BM_Encode(benchmark::State& state) {
   ReportPerElement(state);
 }
 
-// JSON text -> bytes: read into a fresh value, encoded into a kept buffer, freed.
+// JSON text -> bytes, as a service or `velkor encode` does it: straight from
+// the text where the fast path takes it (AsnJsonToBer).
 template <class List, List (*Make)(), AsnJsonForm kForm>
 void BM_FromJson(benchmark::State& state) {
+  List source = Make();
+  const std::string text = AsnToJson(source, kForm);
+  for (auto _ : state) {
+    List list;
+    benchmark::DoNotOptimize(AsnJsonToBer(list, text, kForm).data());
+  }
+  ReportPerElement(state);
+}
+
+// JSON text -> value -> bytes: the strict reader alone.
+template <class List, List (*Make)(), AsnJsonForm kForm>
+void BM_ReadJson(benchmark::State& state) {
   List source = Make();
   const std::string text = AsnToJson(source, kForm);
   AsnBuf buf;
@@ -115,11 +129,13 @@ BENCHMARK_TEMPLATE(BM_ToJson, Nvs, MakeNvsList, kReadable)->Name("BM_NvsList/ToR
 BENCHMARK_TEMPLATE(BM_Encode, Nvs, MakeNvsList)->Name("BM_NvsList/Encode");
 BENCHMARK_TEMPLATE(BM_FromJson, Nvs, MakeNvsList, kJer)->Name("BM_NvsList/FromJer");
 BENCHMARK_TEMPLATE(BM_FromJson, Nvs, MakeNvsList, kReadable)->Name("BM_NvsList/FromReadableJson");
+BENCHMARK_TEMPLATE(BM_ReadJson, Nvs, MakeNvsList, kJer)->Name("BM_NvsList/ReadJerIntoValue");
 BENCHMARK_TEMPLATE(BM_Decode, ErrInfo, MakeErrInfoList)->Name("BM_ErrInfoList/Decode");
 BENCHMARK_TEMPLATE(BM_ToJson, ErrInfo, MakeErrInfoList, kJer)->Name("BM_ErrInfoList/ToJer");
 BENCHMARK_TEMPLATE(BM_ToJson, ErrInfo, MakeErrInfoList, kReadable)->Name("BM_ErrInfoList/ToReadableJson");
 BENCHMARK_TEMPLATE(BM_Encode, ErrInfo, MakeErrInfoList)->Name("BM_ErrInfoList/Encode");
 BENCHMARK_TEMPLATE(BM_FromJson, ErrInfo, MakeErrInfoList, kJer)->Name("BM_ErrInfoList/FromJer");
 BENCHMARK_TEMPLATE(BM_FromJson, ErrInfo, MakeErrInfoList, kReadable)->Name("BM_ErrInfoList/FromReadableJson");
+BENCHMARK_TEMPLATE(BM_ReadJson, ErrInfo, MakeErrInfoList, kJer)->Name("BM_ErrInfoList/ReadJerIntoValue");
 
 }  // namespace

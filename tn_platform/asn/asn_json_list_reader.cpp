@@ -2,6 +2,7 @@
 
 #include "tn_platform/asn/asn_decode_error.h"
 #include "tn_platform/asn/asn_json_reader.h"
+#include "tn_platform/asn/asn_value_io.h"
 
 AsnJsonListReader::AsnJsonListReader(AsnByteSource source, AsnJsonForm form, AsnType* (*createElement)(),
                                      std::string listTypeName)
@@ -33,8 +34,9 @@ void AsnJsonListReader::Finish() {
   m_state = State::kDone;
 }
 
-std::unique_ptr<AsnType> AsnJsonListReader::Next() {
-  if (m_state == State::kDone) return nullptr;
+// Moves to the next element; false when there is none.
+bool AsnJsonListReader::StartElement() {
+  if (m_state == State::kDone) return false;
   SkipBlanks(false);
   if (m_state == State::kStart) {
     if (PeekChar() == '[') {
@@ -44,7 +46,7 @@ std::unique_ptr<AsnType> AsnJsonListReader::Next() {
       if (PeekChar() == ']') {
         m_window.Skip(1);
         Finish();
-        return nullptr;
+        return false;
       }
     } else {
       m_state = State::kLines;
@@ -52,14 +54,44 @@ std::unique_ptr<AsnType> AsnJsonListReader::Next() {
   }
   if (m_state == State::kLines && PeekChar() == '\0') {
     m_state = State::kDone;
-    return nullptr;
+    return false;
   }
+  return true;
+}
+
+// After an element: the end of its line, or ',' or ']'.
+void AsnJsonListReader::EndElement() {
+  ++m_index;
+  if (m_state == State::kLines) {
+    SkipBlanks(true);
+    const char c = PeekChar();
+    if (c != '\n' && c != '\0') Fail("content after the value on its line");
+    return;
+  }
+  SkipBlanks(false);
+  const char c = PeekChar();
+  if (c == ']') {
+    m_window.Skip(1);
+    Finish();
+  } else if (c == ',') {
+    m_window.Skip(1);
+  } else if (c == '\0') {
+    Fail("the text ends inside the array");
+  } else {
+    Fail("expected ',' or ']' after an element");
+  }
+}
+
+std::unique_ptr<AsnType> AsnJsonListReader::Next() {
+  if (!StartElement()) return nullptr;
   for (;;) {
     const std::string_view available = m_window.Available();
     AsnJsonReader reader(available, m_form, m_window.Offset());
     std::unique_ptr<AsnType> element(m_createElement());
     try {
       reader.ReadValue(*element);
+      // A value that reaches the end of what is read may go on (a number).
+      if (reader.Offset() - m_window.Offset() == available.size() && !m_window.Ended() && m_window.Grow()) continue;
     } catch (AsnDecodeError* error) {
       // The element may go on in text not read yet: read more and start it again.
       if (reader.EndedEarly() && !m_window.Ended() && m_window.Grow()) {
@@ -70,25 +102,33 @@ std::unique_ptr<AsnType> AsnJsonListReader::Next() {
       Throw(error);
     }
     m_window.Skip(reader.Offset() - m_window.Offset());
-    ++m_index;
-    if (m_state == State::kLines) {
-      SkipBlanks(true);
-      const char c = PeekChar();
-      if (c != '\n' && c != '\0') Fail("content after the value on its line");
-    } else {
-      SkipBlanks(false);
-      const char c = PeekChar();
-      if (c == ']') {
-        m_window.Skip(1);
-        Finish();
-      } else if (c == ',') {
-        m_window.Skip(1);
-      } else if (c == '\0') {
-        Fail("the text ends inside the array");
-      } else {
-        Fail("expected ',' or ']' after an element");
-      }
-    }
+    EndElement();
     return element;
   }
+}
+
+bool AsnJsonListReader::NextEncoded(std::string& ber) {
+  if (!StartElement()) return false;
+  if (!m_transcoder) {
+    const std::unique_ptr<AsnType> prototype(m_createElement());
+    m_transcoder = std::make_unique<AsnJsonTranscoder>(*prototype, m_form);
+  }
+  for (;;) {
+    const std::string_view available = m_window.Available();
+    const std::size_t had = ber.size();
+    const std::size_t used = m_transcoder->Transcode(available, ber);
+    if (used > 0 && (used < available.size() || m_window.Ended())) {
+      m_window.Skip(used);
+      EndElement();
+      return true;
+    }
+    ber.resize(had);
+    // A value that reaches the end of what is read may go on: read more.
+    if (used == 0 || !m_window.Grow()) break;
+  }
+  // The strict reader: what the fast path does not take, faults included,
+  // and an element cut by the end of what is read.
+  const std::unique_ptr<AsnType> element = Next();
+  ber += AsnEncodeValue(*element);
+  return true;
 }

@@ -15,6 +15,7 @@
 
 #include "tn_platform/asn/asn_byte_source.h"
 #include "tn_platform/asn/asn_json_form.h"
+#include "tn_platform/asn/asn_json_transcoder.h"
 #include "tn_platform/asn/asn_type.h"
 
 class AsnJsonListReader {
@@ -29,10 +30,16 @@ class AsnJsonListReader {
   // The next element; null after the last one, once the rest of the text is
   // checked to be blank. Throws AsnDecodeError*.
   std::unique_ptr<AsnType> Next();
+  // The next element's BER encoding, appended to `ber`: straight from the
+  // text when it can (AsnJsonTranscoder), else read as a value and encoded.
+  // False after the last one. Throws as Next().
+  bool NextEncoded(std::string& ber);
   // Elements returned so far.
   unsigned long Count() const { return m_index; }
 
  private:
+  bool StartElement();
+  void EndElement();
   char PeekChar();
   void SkipBlanks(bool lineBlanksOnly);
   void Finish();
@@ -43,6 +50,7 @@ class AsnJsonListReader {
   AsnJsonForm m_form;
   AsnType* (*m_createElement)();
   std::string m_typeName;
+  std::unique_ptr<AsnJsonTranscoder> m_transcoder;  // made on the first NextEncoded
   enum class State { kStart, kArray, kLines, kDone } m_state = State::kStart;
   unsigned long m_index = 0;
 };

@@ -261,9 +261,13 @@ void RunEncode(const std::string& type, const InputOutput& io, bool all, bool je
   AsnJsonListReader reader(InputSource(io.input, nullptr), FormOf(jer), all ? entry.create : entry.createElement,
                            entry.name);
   Spill spill;
+  std::string bytes;
   AsnBuf buf;
   try {
-    while (const std::unique_ptr<AsnType> element = reader.Next()) spill.Append(AsnEncodeInto(*element, buf));
+    while (reader.NextEncoded(bytes)) {
+      spill.Append(bytes);
+      bytes.clear();
+    }
   } catch (CSM_Exception* exception) {
     ThrowJsonRefusal(exception);
   }

@@ -1,0 +1,380 @@
+#include "tn_platform/asn/asn_json_transcoder.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <cstring>
+#include <limits>
+
+#include "tn_platform/asn/asn_decode_error.h"
+#include "tn_platform/asn/asn_json_reader.h"
+#include "tn_platform/asn/asn_list_base.h"
+#include "tn_platform/asn/asn_sequence.h"
+#include "tn_platform/asn/asn_value_io.h"
+#include "tn_platform/asn/asn_value_kind.h"
+
+// What the fast path knows of a value: its kind and, for a record, each
+// member's name, tag octets and shape; for a list, its element's shape.
+struct AsnJsonTranscoder::Shape {
+  struct Member {
+    std::string_view name;
+    std::string tag;  // the identifier octets
+    bool optional;
+    std::unique_ptr<Shape> shape;
+  };
+  AsnMemberKind kind = AsnMemberKind::kRecord;
+  std::vector<Member> members;
+  std::unique_ptr<Shape> element;
+};
+
+namespace {
+
+using Shape = AsnJsonTranscoder::Shape;
+
+// Types nest no deeper than the decoder allows; a deeper shape is not built.
+constexpr unsigned kMaxShapeDepth = AsnDecodeLimits::kMaxDepth;
+
+std::string TagOctets(AsnTag tag) {
+  AsnBuf buf;
+  BEncTag(buf, tag);
+  return buf.EncodedBytes();
+}
+
+std::unique_ptr<Shape> MakeShape(const AsnType& value, unsigned depth) {
+  auto shape = std::make_unique<Shape>();
+  shape->kind = AsnKindOf(value);
+  if (depth > kMaxShapeDepth) return nullptr;
+  if (shape->kind == AsnMemberKind::kRecord) {
+    for (const AsnMemberStep& step : static_cast<const AsnSequence&>(value).Plan().members) {
+      const std::unique_ptr<AsnType, refl::DestroyFunction> member(static_cast<AsnType*>(step.create()), step.destroy);
+      std::unique_ptr<Shape> memberShape = MakeShape(*member, depth + 1);
+      if (!memberShape) return nullptr;
+      shape->members.push_back({step.name, TagOctets(step.tag), step.optional, std::move(memberShape)});
+    }
+  } else if (shape->kind == AsnMemberKind::kList) {
+    const std::unique_ptr<AsnType> list(value.Clone());
+    shape->element = MakeShape(static_cast<AsnListBase&>(*list).AppendElement(), depth + 1);
+    if (!shape->element) return nullptr;
+  }
+  return shape;
+}
+
+struct HexValues {
+  signed char values[256];
+  constexpr HexValues() : values() {
+    for (int i = 0; i < 256; ++i) values[i] = -1;
+    for (int i = 0; i < 10; ++i) values['0' + i] = static_cast<signed char>(i);
+    for (int i = 0; i < 6; ++i) {
+      values['a' + i] = static_cast<signed char>(10 + i);
+      values['A' + i] = static_cast<signed char>(10 + i);
+    }
+  }
+};
+constexpr HexValues kHexValues;
+
+// Member names are short: compared inline, eight octets at a time.
+bool SameName(std::string_view name, const char* text, std::size_t size) {
+  if (name.size() != size) return false;
+  const char* known = name.data();
+  for (; size >= 8; size -= 8, known += 8, text += 8) {
+    std::uint64_t a;
+    std::uint64_t b;
+    std::memcpy(&a, known, 8);
+    std::memcpy(&b, text, 8);
+    if (a != b) return false;
+  }
+  for (; size > 0; --size) {
+    if (*known++ != *text++) return false;
+  }
+  return true;
+}
+
+// Thrown (by value, caught inside) when the fast path gives up.
+struct GiveUp {};
+
+// Hex digit pairs by their two characters: the octet, or -1.
+const std::int16_t* HexPairValues() {
+  static const std::unique_ptr<std::int16_t[]> table = [] {
+    std::unique_ptr<std::int16_t[]> values(new std::int16_t[65536]);
+    for (unsigned first = 0; first < 256; ++first) {
+      for (unsigned second = 0; second < 256; ++second) {
+        const int high = kHexValues.values[first];
+        const int low = kHexValues.values[second];
+        unsigned char pair[2] = {static_cast<unsigned char>(first), static_cast<unsigned char>(second)};
+        std::uint16_t index;
+        std::memcpy(&index, pair, 2);
+        values[index] = static_cast<std::int16_t>((high | low) < 0 ? -1 : (high << 4) | low);
+      }
+    }
+    return values;
+  }();
+  return table.get();
+}
+
+class Transcoding {
+ public:
+  Transcoding(const char* begin, const char* end, bool jer, std::string& out)
+      : m_at(begin), m_end(end), m_jer(jer), m_out(out), m_length(out.size()), m_pairs(HexPairValues()) {}
+
+  const char* At() const { return m_at; }
+  // Cuts the output to what was written.
+  void Done() { m_out.resize(m_length); }
+
+  void Value(const Shape& shape, const std::string& tag) {
+    switch (shape.kind) {
+      case AsnMemberKind::kOcts:
+        return Octets(tag);
+      case AsnMemberKind::kTinyInt:
+        return Integer(tag, std::numeric_limits<std::int32_t>::min(), std::numeric_limits<std::int32_t>::max());
+      case AsnMemberKind::kInt:
+        return Integer(tag, std::numeric_limits<long long>::min(), std::numeric_limits<long long>::max());
+      case AsnMemberKind::kBool:
+        return Boolean(tag);
+      case AsnMemberKind::kList:
+        return List(shape, tag);
+      case AsnMemberKind::kRecord:
+        return Record(shape, tag);
+    }
+  }
+
+ private:
+  void SkipBlanks() {
+    while (m_at != m_end && (*m_at == ' ' || *m_at == '\n' || *m_at == '\r' || *m_at == '\t')) ++m_at;
+  }
+  char Next() {
+    SkipBlanks();
+    if (m_at == m_end) throw GiveUp();
+    return *m_at;
+  }
+  void Expect(char c) {
+    if (Next() != c) throw GiveUp();
+    ++m_at;
+  }
+
+  // Reserves the length octet of a constructed value; returns its place.
+  std::size_t OpenLength(const std::string& tag) {
+    Put(tag);
+    Put('\0');
+    return m_length - 1;
+  }
+  // Writes the length of the content after `place`, minimal (X.690 8.1.3).
+  void CloseLength(std::size_t place) {
+    const std::size_t length = m_length - place - 1;
+    if (length < 128) {
+      m_out[place] = static_cast<char>(length);
+      return;
+    }
+    char octets[sizeof(std::size_t)];
+    int count = 0;
+    for (std::size_t rest = length; rest > 0; rest >>= 8) octets[count++] = static_cast<char>(rest & 0xFF);
+    Room(static_cast<std::size_t>(count));  // the content moves up to make room for the long form
+    std::memmove(&m_out[place + 1 + static_cast<std::size_t>(count)], &m_out[place + 1], length);
+    m_out[place] = static_cast<char>(0x80 | count);
+    for (int i = 0; i < count; ++i) m_out[place + 1 + static_cast<std::size_t>(i)] = octets[count - 1 - i];
+  }
+  void Length(std::size_t length) {
+    if (length < 128) {
+      Put(static_cast<char>(length));
+      return;
+    }
+    char octets[sizeof(std::size_t)];
+    int count = 0;
+    for (std::size_t rest = length; rest > 0; rest >>= 8) octets[count++] = static_cast<char>(rest & 0xFF);
+    Put(static_cast<char>(0x80 | count));
+    for (int i = count - 1; i >= 0; --i) Put(octets[i]);
+  }
+
+  void Octets(const std::string& tag) {
+    if (Next() != '"') throw GiveUp();
+    const char* const start = ++m_at;
+    const char* close = static_cast<const char*>(std::memchr(start, '"', static_cast<std::size_t>(m_end - start)));
+    if (close == nullptr) throw GiveUp();
+    const std::size_t size = static_cast<std::size_t>(close - start);
+    Put(tag);
+    if (m_jer) {
+      if (size % 2 != 0) throw GiveUp();
+      Length(size / 2);
+      char* write = Room(size / 2);
+      int bad = 0;
+      for (const char* read = start; read != close; read += 2) {
+        std::uint16_t index;
+        std::memcpy(&index, read, 2);
+        const int octet = m_pairs[index];
+        bad |= octet;
+        *write++ = static_cast<char>(octet);
+      }
+      if (bad < 0) throw GiveUp();
+    } else {
+      // Plain text only: escapes, controls and anything beyond ASCII take the strict reader.
+      for (const char* read = start; read != close; ++read) {
+        const unsigned char c = static_cast<unsigned char>(*read);
+        if (c < 0x20 || c >= 0x80 || c == '\\') throw GiveUp();
+      }
+      Length(size);
+      std::memcpy(Room(size), start, size);
+    }
+    m_at = close + 1;
+  }
+
+  void Integer(const std::string& tag, long long min, long long max) {
+    const bool quoted = !m_jer && Next() == '"';
+    if (quoted) ++m_at;
+    const char* const start = m_at;
+    const bool negative = m_at != m_end && *m_at == '-';
+    if (negative) ++m_at;
+    std::uint64_t magnitude = 0;
+    const char* const digits = m_at;
+    while (m_at != m_end && *m_at >= '0' && *m_at <= '9') {
+      if (magnitude > (std::numeric_limits<std::uint64_t>::max() - 9) / 10) throw GiveUp();
+      magnitude = magnitude * 10 + static_cast<unsigned>(*m_at - '0');
+      ++m_at;
+    }
+    const std::size_t count = static_cast<std::size_t>(m_at - digits);
+    if (count == 0 || (count > 1 && *digits == '0') || start == m_end) throw GiveUp();
+    if (m_at != m_end && (*m_at == '.' || *m_at == 'e' || *m_at == 'E')) throw GiveUp();
+    if (quoted) Expect('"');
+    const std::uint64_t limit = negative ? static_cast<std::uint64_t>(-(min + 1)) + 1 : static_cast<std::uint64_t>(max);
+    if (magnitude > limit) throw GiveUp();
+    const long long value = negative ? static_cast<long long>(0 - magnitude) : static_cast<long long>(magnitude);
+    // Minimal two's complement (X.690 8.3.2).
+    int octets = 1;
+    while (octets < 8) {
+      const long long bound = 1LL << (8 * octets - 1);
+      if (value >= -bound && value < bound) break;
+      ++octets;
+    }
+    Put(tag);
+    Put(static_cast<char>(octets));
+    for (int i = octets - 1; i >= 0; --i) Put(static_cast<char>((static_cast<std::uint64_t>(value) >> (8 * i)) & 0xFF));
+  }
+
+  void Boolean(const std::string& tag) {
+    const char c = Next();
+    bool value = false;
+    if (c == 't' && m_end - m_at >= 4 && std::memcmp(m_at, "true", 4) == 0) {
+      value = true;
+      m_at += 4;
+    } else if (c == 'f' && m_end - m_at >= 5 && std::memcmp(m_at, "false", 5) == 0) {
+      m_at += 5;
+    } else {
+      throw GiveUp();
+    }
+    Put(tag);
+    Put('\x01');
+    Put(value ? '\xFF' : '\x00');
+  }
+
+  void List(const Shape& shape, const std::string& tag) {
+    Expect('[');
+    const std::size_t place = OpenLength(tag);
+    if (Next() == ']') {
+      ++m_at;
+    } else {
+      for (;;) {
+        Value(*shape.element, UniversalTag(shape.element->kind));
+        const char c = Next();
+        ++m_at;
+        if (c == ']') break;
+        if (c != ',') throw GiveUp();
+      }
+    }
+    CloseLength(place);
+  }
+
+  static const std::string& UniversalTag(AsnMemberKind kind) {
+    static const std::string kTags[] = {std::string(1, '\x04'), std::string(1, '\x02'), std::string(1, '\x02'),
+                                        std::string(1, '\x01'), std::string(1, '\x30'), std::string(1, '\x30')};
+    return kTags[static_cast<int>(kind)];
+  }
+
+  void Record(const Shape& shape, const std::string& tag) {
+    Expect('{');
+    const std::size_t place = OpenLength(tag);
+    const std::vector<Shape::Member>& members = shape.members;
+    std::size_t next = 0;  // keys must come in declaration order
+    if (Next() == '}') {
+      ++m_at;
+    } else {
+      for (;;) {
+        Expect('"');
+        const char* const key = m_at;
+        while (m_at != m_end && *m_at != '"' && *m_at != '\\') ++m_at;
+        if (m_at == m_end || *m_at == '\\') throw GiveUp();
+        const std::size_t keySize = static_cast<std::size_t>(m_at - key);
+        ++m_at;
+        Expect(':');
+        while (next < members.size() && !SameName(members[next].name, key, keySize)) {
+          if (!members[next].optional) throw GiveUp();  // missing, or out of order
+          ++next;
+        }
+        if (next == members.size()) throw GiveUp();
+        const Shape::Member& member = members[next++];
+        if (Next() == 'n') {  // null: an absent optional member (readable only)
+          if (m_jer || !member.optional || m_end - m_at < 4 || std::memcmp(m_at, "null", 4) != 0) throw GiveUp();
+          m_at += 4;
+        } else {
+          Value(*member.shape, member.tag);
+        }
+        const char c = Next();
+        ++m_at;
+        if (c == '}') break;
+        if (c != ',') throw GiveUp();
+      }
+    }
+    for (; next < members.size(); ++next) {
+      if (!members[next].optional) throw GiveUp();
+    }
+    CloseLength(place);
+  }
+
+  // Room for `count` more octets; the output string is grown ahead and cut
+  // back by Done(), so writing never zero-fills octet by octet.
+  char* Room(std::size_t count) {
+    if (m_length + count > m_out.size()) m_out.resize(std::max(2 * m_out.size(), m_length + count + 256));
+    char* const at = &m_out[m_length];
+    m_length += count;
+    return at;
+  }
+  void Put(char c) { *Room(1) = c; }
+  void Put(const std::string& octets) { std::memcpy(Room(octets.size()), octets.data(), octets.size()); }
+
+  const char* m_at;
+  const char* m_end;
+  const bool m_jer;
+  std::string& m_out;
+  std::size_t m_length;  // octets written to m_out
+  const std::int16_t* m_pairs;
+};
+
+}  // namespace
+
+AsnJsonTranscoder::AsnJsonTranscoder(const AsnType& prototype, AsnJsonForm form)
+    : m_shape(MakeShape(prototype, 0)), m_jer(form == AsnJsonForm::kJer) {}
+
+AsnJsonTranscoder::~AsnJsonTranscoder() = default;
+
+std::size_t AsnJsonTranscoder::Transcode(std::string_view text, std::string& ber) const {
+  if (!m_shape || m_shape->kind == AsnMemberKind::kOcts || m_shape->kind == AsnMemberKind::kTinyInt ||
+      m_shape->kind == AsnMemberKind::kInt || m_shape->kind == AsnMemberKind::kBool) {
+    return 0;  // a bare primitive value: the strict reader's
+  }
+  const std::size_t had = ber.size();
+  Transcoding transcoding(text.data(), text.data() + text.size(), m_jer, ber);
+  try {
+    static const std::string kSequence(1, '\x30');
+    transcoding.Value(*m_shape, kSequence);
+    transcoding.Done();
+  } catch (GiveUp) {
+    ber.resize(had);
+    return 0;
+  }
+  return static_cast<std::size_t>(transcoding.At() - text.data());
+}
+
+std::string AsnJsonToBer(AsnType& value, std::string_view text, AsnJsonForm form) {
+  std::string ber;
+  const AsnJsonTranscoder transcoder(value, form);
+  const std::size_t used = transcoder.Transcode(text, ber);
+  if (used > 0 && text.find_first_not_of(" \t\r\n", used) == std::string_view::npos) return ber;
+  AsnReadJson(value, text, form);
+  return AsnEncodeValue(value);
+}
