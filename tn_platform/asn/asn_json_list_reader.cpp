@@ -18,19 +18,21 @@ void AsnJsonListReader::Throw(AsnDecodeError* error) {
 
 void AsnJsonListReader::Fail(const std::string& what) { Throw(new AsnDecodeError(m_window.Offset(), what)); }
 
-// The next character, '\0' at the end of the text.
-char AsnJsonListReader::PeekChar() { return m_window.Ensure(1) ? m_window.Available()[0] : '\0'; }
+// The next character, kEnd at the end of the text (a NUL octet is a character).
+int AsnJsonListReader::PeekChar() {
+  return m_window.Ensure(1) ? static_cast<unsigned char>(m_window.Available()[0]) : kEnd;
+}
 
 // Skips blanks; `lineBlanksOnly` stops at a line break.
 void AsnJsonListReader::SkipBlanks(bool lineBlanksOnly) {
-  for (char c = PeekChar(); c == ' ' || c == '\t' || c == '\r' || (c == '\n' && !lineBlanksOnly); c = PeekChar()) {
+  for (int c = PeekChar(); c == ' ' || c == '\t' || c == '\r' || (c == '\n' && !lineBlanksOnly); c = PeekChar()) {
     m_window.Skip(1);
   }
 }
 
 void AsnJsonListReader::Finish() {
   SkipBlanks(false);
-  if (PeekChar() != '\0') Fail("content after the value");
+  if (PeekChar() != kEnd) Fail("content after the value");
   m_state = State::kDone;
 }
 
@@ -52,7 +54,7 @@ bool AsnJsonListReader::StartElement() {
       m_state = State::kLines;
     }
   }
-  if (m_state == State::kLines && PeekChar() == '\0') {
+  if (m_state == State::kLines && PeekChar() == kEnd) {
     m_state = State::kDone;
     return false;
   }
@@ -64,18 +66,18 @@ void AsnJsonListReader::EndElement() {
   ++m_index;
   if (m_state == State::kLines) {
     SkipBlanks(true);
-    const char c = PeekChar();
-    if (c != '\n' && c != '\0') Fail("content after the value on its line");
+    const int c = PeekChar();
+    if (c != '\n' && c != kEnd) Fail("content after the value on its line");
     return;
   }
   SkipBlanks(false);
-  const char c = PeekChar();
+  const int c = PeekChar();
   if (c == ']') {
     m_window.Skip(1);
     Finish();
   } else if (c == ',') {
     m_window.Skip(1);
-  } else if (c == '\0') {
+  } else if (c == kEnd) {
     Fail("the text ends inside the array");
   } else {
     Fail("expected ',' or ']' after an element");

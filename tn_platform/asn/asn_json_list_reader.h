@@ -40,7 +40,8 @@ class AsnJsonListReader {
  private:
   bool StartElement();
   void EndElement();
-  char PeekChar();
+  static constexpr int kEnd = -1;
+  int PeekChar();
   void SkipBlanks(bool lineBlanksOnly);
   void Finish();
   [[noreturn]] void Throw(AsnDecodeError* error);
