@@ -10,38 +10,13 @@
 #include "tn_velkor/qcommon/qcommon.h"
 #include "tn_velkor/ns_velkor.h"
 #include "tn_platform/asn/asn_value_io.h"
+#include "bench/common_lists.h"
 
 namespace {
 
-constexpr int kElements = 10000;
-
-// Names of 9 octets ("name00042"), values of 16 octets ("value00000000042").
-qcommon::QAsnNVSList MakeNvsList() {
-  qcommon::QAsnNVSList list;
-  char text[32];
-  for (int i = 0; i < kElements; ++i) {
-    qcommon::QAsnNameAndValueString* element = list.Append();
-    std::snprintf(text, sizeof text, "name%05d", i);
-    element->name.Set(text);
-    std::snprintf(text, sizeof text, "value%011d", i);
-    element->value.Set(text);
-  }
-  return list;
-}
-
-// One object identifier, an error code, the object's name; no description.
-qcommon::QAsnErrInfoList MakeErrInfoList() {
-  qcommon::QAsnErrInfoList list;
-  char text[32];
-  for (int i = 0; i < kElements; ++i) {
-    qcommon::QAsnErrInfo* element = list.Append();
-    element->objID.Append()->Set(100000 + i);
-    element->errCode = 2000 + i % 50;
-    std::snprintf(text, sizeof text, "object%05d", i);
-    element->objName.GetOrCreate().Set(text);
-  }
-  return list;
-}
+using bench_lists::kElements;
+using bench_lists::MakeErrInfoList;
+using bench_lists::MakeNvsList;
 
 template <class List>
 void Encode(benchmark::State& state, List& list) {

@@ -1,51 +1,25 @@
-// JSON beside the codec, in one run, on the side-by-side workloads (10,000
-// elements of QAsnNVSList and of QAsnErrInfoList): BER bytes -> JSON text
+// JSON beside the codec, in one run, on the common record lists (10,000
+// elements of QAsnNVSList and of QAsnErrInfoList, bench/common_lists.h): BER bytes -> JSON text
 // against the library's own decode of the same bytes, and JSON text -> BER
 // bytes against its own encode of the same value, in JER and in the readable
 // form. Each benchmark reports per_element; the ratios JSON / codec are the
 // figures to watch (README, Performance).
 #include <benchmark/benchmark.h>
 
-#include <cstdio>
 #include <string>
 
 #include "tn_platform/asn/asn_json_reader.h"
 #include "tn_platform/asn/asn_json_transcoder.h"
 #include "tn_platform/asn/asn_json_writer.h"
 #include "tn_platform/asn/asn_value_io.h"
+#include "bench/common_lists.h"
 #include "tn_velkor/qcommon/qcommon.h"
 
 namespace {
 
-constexpr int kElements = 10000;
-
-qcommon::QAsnNVSList MakeNvsList() {
-  qcommon::QAsnNVSList list;
-  char text[32];
-  for (int i = 0; i < kElements; ++i) {
-    qcommon::QAsnNameAndValueString* entry = list.Append();
-    std::snprintf(text, sizeof text, "attr%05d", i);
-    entry->name.Set(text);
-    std::snprintf(text, sizeof text, "value-%010d", i);
-    entry->value.Set(text);
-  }
-  return list;
-}
-
-qcommon::QAsnErrInfoList MakeErrInfoList() {
-  qcommon::QAsnErrInfoList list;
-  char text[32];
-  for (int i = 0; i < kElements; ++i) {
-    qcommon::QAsnErrInfo* info = list.Append();
-    info->objID.Append()->Set(i);
-    if (i % 2 == 0) {
-      std::snprintf(text, sizeof text, "obj%05d", i);
-      info->objName.GetOrCreate().Set(text);
-    }
-    info->errCode.Set(i % 7);
-  }
-  return list;
-}
+using bench_lists::kElements;
+using bench_lists::MakeErrInfoList;
+using bench_lists::MakeNvsList;
 
 void ReportPerElement(benchmark::State& state) {
   state.SetItemsProcessed(state.iterations() * kElements);

@@ -11,6 +11,7 @@
 #include "tn_platform/asn/asn_list_base.h"
 #include "tn_platform/asn/asn_octs.h"
 #include "tn_platform/asn/asn_sequence.h"
+#include "tn_platform/asn/asn_text_codes.h"
 #include "tn_platform/asn/asn_value_kind.h"
 
 namespace {
@@ -19,51 +20,14 @@ namespace {
 // beyond this, as BER nesting is.
 constexpr unsigned kMaxJsonDepth = AsnDecodeLimits::kMaxDepth;
 
-// Hex digit values; -1 for any other character.
-struct HexValues {
-  signed char values[256];
-  constexpr HexValues() : values() {
-    for (int i = 0; i < 256; ++i) values[i] = -1;
-    for (int i = 0; i < 10; ++i) values['0' + i] = static_cast<signed char>(i);
-    for (int i = 0; i < 6; ++i) {
-      values['a' + i] = static_cast<signed char>(10 + i);
-      values['A' + i] = static_cast<signed char>(10 + i);
-    }
-  }
-};
-constexpr HexValues kHexValues;
+constexpr const asn_text::HexDigitValues& kHexValues = asn_text::kHexDigits;
 
 bool IsBlank(char c) { return c == ' ' || c == '\n' || c == '\r' || c == '\t'; }
 bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 
-// Length of the valid, shortest-form UTF-8 sequence of a character other
-// than a surrogate starting at `at`, or 0.
 std::size_t Utf8Length(const char* at, const char* end) {
-  const unsigned lead = static_cast<unsigned char>(*at);
-  std::size_t length = 0;
   unsigned code = 0;
-  if (lead < 0x80) return 1;
-  if (lead >= 0xC2 && lead <= 0xDF) {
-    length = 2;
-    code = lead & 0x1F;
-  } else if (lead >= 0xE0 && lead <= 0xEF) {
-    length = 3;
-    code = lead & 0x0F;
-  } else if (lead >= 0xF0 && lead <= 0xF4) {
-    length = 4;
-    code = lead & 0x07;
-  } else {
-    return 0;
-  }
-  if (static_cast<std::size_t>(end - at) < length) return 0;
-  for (std::size_t k = 1; k < length; ++k) {
-    const unsigned next = static_cast<unsigned char>(at[k]);
-    if ((next & 0xC0) != 0x80) return 0;
-    code = (code << 6) | (next & 0x3F);
-  }
-  static const unsigned kSmallest[] = {0, 0, 0x80, 0x800, 0x10000};
-  if (code < kSmallest[length] || code > 0x10FFFF || (code >= 0xD800 && code <= 0xDFFF)) return 0;
-  return length;
+  return asn_text::Utf8Length(at, end, &code);
 }
 
 void AppendUtf8(std::string& out, unsigned code) {

@@ -9,6 +9,7 @@
 #include "tn_platform/asn/asn_json_reader.h"
 #include "tn_platform/asn/asn_list_base.h"
 #include "tn_platform/asn/asn_sequence.h"
+#include "tn_platform/asn/asn_text_codes.h"
 #include "tn_platform/asn/asn_value_io.h"
 #include "tn_platform/asn/asn_value_kind.h"
 
@@ -58,18 +59,7 @@ std::unique_ptr<Shape> MakeShape(const AsnType& value, unsigned depth) {
   return shape;
 }
 
-struct HexValues {
-  signed char values[256];
-  constexpr HexValues() : values() {
-    for (int i = 0; i < 256; ++i) values[i] = -1;
-    for (int i = 0; i < 10; ++i) values['0' + i] = static_cast<signed char>(i);
-    for (int i = 0; i < 6; ++i) {
-      values['a' + i] = static_cast<signed char>(10 + i);
-      values['A' + i] = static_cast<signed char>(10 + i);
-    }
-  }
-};
-constexpr HexValues kHexValues;
+constexpr const asn_text::HexDigitValues& kHexValues = asn_text::kHexDigits;
 
 // Member names are short: compared inline, eight octets at a time.
 bool SameName(std::string_view name, const char* text, std::size_t size) {

@@ -3,6 +3,8 @@
 #include <cstring>
 #include <iomanip>
 
+#include "tn_platform/asn/asn_text_codes.h"
+
 void AsnOcts::Set(const char* text) {
   if (text == nullptr) {
     m_content.Assign(nullptr, 0);
@@ -115,31 +117,9 @@ namespace {
 // shortest-form encoding of a character that is not a control character;
 // 0 otherwise.
 std::size_t TextCharLength(std::string_view octets, std::size_t i) {
-  const unsigned lead = static_cast<unsigned char>(octets[i]);
-  if (lead >= 0x20 && lead < 0x7F) return 1;
-  std::size_t length = 0;
   unsigned code = 0;
-  if (lead >= 0xC2 && lead <= 0xDF) {
-    length = 2;
-    code = lead & 0x1F;
-  } else if (lead >= 0xE0 && lead <= 0xEF) {
-    length = 3;
-    code = lead & 0x0F;
-  } else if (lead >= 0xF0 && lead <= 0xF4) {
-    length = 4;
-    code = lead & 0x07;
-  } else {
-    return 0;
-  }
-  if (octets.size() - i < length) return 0;
-  for (std::size_t k = 1; k < length; ++k) {
-    const unsigned next = static_cast<unsigned char>(octets[i + k]);
-    if ((next & 0xC0) != 0x80) return 0;
-    code = (code << 6) | (next & 0x3F);
-  }
-  static const unsigned kSmallest[] = {0, 0, 0x80, 0x800, 0x10000};
-  if (code < kSmallest[length] || code > 0x10FFFF || (code >= 0xD800 && code <= 0xDFFF)) return 0;
-  if (code >= 0x80 && code < 0xA0) return 0;  // C1 control characters
+  const std::size_t length = asn_text::Utf8Length(octets.data() + i, octets.data() + octets.size(), &code);
+  if (code < 0x20 || code == 0x7F || (code >= 0x80 && code < 0xA0)) return 0;  // C0, DEL and C1 controls
   return length;
 }
 
