@@ -61,10 +61,20 @@ std::unique_ptr<Shape> MakeShape(const AsnType& value, unsigned depth) {
 
 constexpr const asn_text::HexDigitValues& kHexValues = asn_text::kHexDigits;
 
-// Member names are short: compared inline, eight octets at a time.
+// Member names are short: compared inline with two loads that may overlap
+// (the first and the last 4 or 8 octets), a longer name eight octets a step.
 bool SameName(std::string_view name, const char* text, std::size_t size) {
   if (name.size() != size) return false;
   const char* known = name.data();
+  if (size >= 4 && size <= 8) {
+    std::uint32_t a[2];
+    std::uint32_t b[2];
+    std::memcpy(&a[0], known, 4);
+    std::memcpy(&a[1], known + size - 4, 4);
+    std::memcpy(&b[0], text, 4);
+    std::memcpy(&b[1], text + size - 4, 4);
+    return ((a[0] ^ b[0]) | (a[1] ^ b[1])) == 0;
+  }
   for (; size >= 8; size -= 8, known += 8, text += 8) {
     std::uint64_t a;
     std::uint64_t b;
@@ -127,8 +137,17 @@ class Transcoding {
   }
 
  private:
+  // True when the text at the current place is `name` and the closing quote.
+  bool MatchesKey(std::string_view name) const {
+    return static_cast<std::size_t>(m_end - m_at) > name.size() && m_at[name.size()] == '"' &&
+           SameName(name, m_at, name.size());
+  }
+
   void SkipBlanks() {
-    while (m_at != m_end && (*m_at == ' ' || *m_at == '\n' || *m_at == '\r' || *m_at == '\t')) ++m_at;
+    // Compact text has no blanks: one comparison settles the common case.
+    while (m_at != m_end && static_cast<unsigned char>(*m_at) <= ' ' &&
+           (*m_at == ' ' || *m_at == '\n' || *m_at == '\r' || *m_at == '\t'))
+      ++m_at;
   }
   char Next() {
     SkipBlanks();
@@ -185,12 +204,23 @@ class Transcoding {
       Length(size / 2);
       char* write = Room(size / 2);
       int bad = 0;
-      for (const char* read = start; read != close; read += 2) {
-        std::uint16_t index;
-        std::memcpy(&index, read, 2);
-        const int octet = m_pairs[index];
-        bad |= octet;
-        *write++ = static_cast<char>(octet);
+      const char* read = start;
+      for (; close - read >= 4; read += 4, write += 2) {  // two octets a step
+        std::uint16_t first;
+        std::uint16_t second;
+        std::memcpy(&first, read, 2);
+        std::memcpy(&second, read + 2, 2);
+        const int high = m_pairs[first];
+        const int low = m_pairs[second];
+        bad |= high | low;
+        write[0] = static_cast<char>(high);
+        write[1] = static_cast<char>(low);
+      }
+      if (read != close) {
+        std::uint16_t last;
+        std::memcpy(&last, read, 2);
+        bad |= m_pairs[last];
+        *write = static_cast<char>(m_pairs[last]);
       }
       if (bad < 0) throw GiveUp();
     } else {
@@ -286,16 +316,21 @@ class Transcoding {
     } else {
       for (;;) {
         Expect('"');
-        const char* const key = m_at;
-        while (m_at != m_end && *m_at != '"' && *m_at != '\\') ++m_at;
-        if (m_at == m_end || *m_at == '\\') throw GiveUp();
-        const std::size_t keySize = static_cast<std::size_t>(m_at - key);
-        ++m_at;
-        Expect(':');
-        while (next < members.size() && !SameName(members[next].name, key, keySize)) {
-          if (!members[next].optional) throw GiveUp();  // missing, or out of order
-          ++next;
+        // The key is mostly the next member's name: matched in place.
+        if (next < members.size() && MatchesKey(members[next].name)) {
+          m_at += members[next].name.size() + 1;
+        } else {
+          const char* const key = m_at;
+          while (m_at != m_end && *m_at != '"' && *m_at != '\\') ++m_at;
+          if (m_at == m_end || *m_at == '\\') throw GiveUp();
+          const std::size_t keySize = static_cast<std::size_t>(m_at - key);
+          ++m_at;
+          while (next < members.size() && !SameName(members[next].name, key, keySize)) {
+            if (!members[next].optional) throw GiveUp();  // missing, or out of order
+            ++next;
+          }
         }
+        Expect(':');
         if (next == members.size()) throw GiveUp();
         const Shape::Member& member = members[next++];
         if (Next() == 'n') {  // null: an absent optional member (readable only)
@@ -362,6 +397,7 @@ std::size_t AsnJsonTranscoder::Transcode(std::string_view text, std::string& ber
 
 std::string AsnJsonToBer(AsnType& value, std::string_view text, AsnJsonForm form) {
   std::string ber;
+  ber.reserve(text.size() / 2 + 64);  // JER's hex takes two characters an octet
   const AsnJsonTranscoder transcoder(value, form);
   const std::size_t used = transcoder.Transcode(text, ber);
   if (used > 0 && text.find_first_not_of(" \t\r\n", used) == std::string_view::npos) return ber;
