@@ -46,7 +46,7 @@ bool AsnSourceWindow::ReadMore(std::size_t least) {
   return got > 0;
 }
 
-bool AsnSourceWindow::Ensure(std::size_t count) {
+bool AsnSourceWindow::Fill(std::size_t count) {
   while (m_data.size() - m_at < count) {
     if (!ReadMore(count - (m_data.size() - m_at))) return m_data.size() - m_at >= count;
   }

@@ -23,7 +23,7 @@ class AsnSourceWindow {
 
   // Makes at least `count` octets from the current place available, as far as
   // the source goes; true when it could.
-  bool Ensure(std::size_t count);
+  bool Ensure(std::size_t count) { return m_data.size() - m_at >= count || Fill(count); }
   // Reads more, at least as much as the window holds (so that retrying a
   // value that did not fit costs linear time); false at the end of the source.
   bool Grow();
@@ -37,6 +37,7 @@ class AsnSourceWindow {
   bool Ended() const { return m_ended; }
 
  private:
+  bool Fill(std::size_t count);
   bool ReadMore(std::size_t least);
 
   AsnByteSource m_source;

@@ -2,8 +2,11 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cstdint>
 #include <cstring>
 #include <memory>
+#include <unordered_map>
+#include <vector>
 
 #include "tn_platform/asn/asn_bool.h"
 #include "tn_platform/asn/asn_int.h"
@@ -27,14 +30,30 @@ struct HexPairs {
 };
 constexpr HexPairs kHex;
 
+// A member's key as written, `"name":` (one line) or `"name": ` (indented),
+// in a fixed-size array so that it is copied in one inline move.
+struct KeyText {
+  char text[48];
+  std::size_t size;
+  std::string whole;  // a key longer than `text` holds
+};
+using KeyTexts = std::vector<KeyText>;
+
+// The keys of a record class, measured once per thread and layout.
+struct KeyCache {
+  const AsnRecordPlan* plan = nullptr;
+  const char* className = nullptr;  // with the plan's address: the same class
+  KeyTexts keys;
+};
+
 // The text being written: room is made once per piece (Reserve), then
 // characters go in without further checks. The writer's hot loop stays free
 // of std::string's out-of-line growth and zero-filling.
 class Text {
  public:
-  explicit Text(std::string& out) : m_out(out) {
-    m_begin = m_at = t_block.get();
-    m_end = m_begin + t_blockSize;
+  explicit Text(std::string& out) : m_out(out), m_block(t_block) {
+    m_begin = m_at = m_block.data.get();
+    m_end = m_begin + m_block.size;
   }
   ~Text() { Flush(); }
   Text(const Text&) = delete;
@@ -44,6 +63,10 @@ class Text {
     if (static_cast<std::size_t>(m_end - m_at) < count) Grow(count);
   }
   void Put(char c) { *m_at++ = c; }
+  // The place the next character goes, for pieces written in place (the
+  // room reserved may be written beyond `Advance`'s count).
+  char* At() { return m_at; }
+  void Advance(std::size_t count) { m_at += count; }
   void Put(const char* data, std::size_t size) {
     std::memcpy(m_at, data, size);
     m_at += size;
@@ -60,9 +83,9 @@ class Text {
     Flush();
     const std::size_t size = std::max<std::size_t>(count, kBlock);
     if (static_cast<std::size_t>(m_end - m_begin) < size) {
-      t_block.reset(new char[size]);  // not zero-filled: every octet is written before it is read
-      t_blockSize = size;
-      m_begin = m_at = t_block.get();
+      m_block.data.reset(new char[size]);  // not zero-filled: every octet is written before it is read
+      m_block.size = size;
+      m_begin = m_at = m_block.data.get();
       m_end = m_begin + size;
     }
   }
@@ -70,22 +93,46 @@ class Text {
   static constexpr std::size_t kBlock = 64 * 1024;
   // One block per thread, kept from call to call (a writer never runs
   // inside another on one thread).
-  static thread_local std::unique_ptr<char[]> t_block;
-  static thread_local std::size_t t_blockSize;
+  struct Block {
+    std::unique_ptr<char[]> data;
+    std::size_t size = 0;
+    // Member keys by record class and layout (see Writer::KeysOf): entries
+    // never move, so nested records hold on to theirs.
+    std::unordered_map<const AsnRecordPlan*, KeyCache> keys[2];
+    KeyCache* lastKeys[2] = {nullptr, nullptr};
+  };
+  static thread_local Block t_block;
   std::string& m_out;
+  Block& m_block;
+
+ public:
+  Block& ThreadBlock() { return m_block; }
   char* m_begin;
   char* m_at;
   char* m_end;
 };
 
-thread_local std::unique_ptr<char[]> Text::t_block;
-thread_local std::size_t Text::t_blockSize = 0;
+thread_local Text::Block Text::t_block;
 
 // Printable ASCII without quote or backslash: text that goes into a JSON
-// string as it is (the common case, checked without decoding UTF-8).
+// string as it is (the common case, checked without decoding UTF-8), eight
+// octets a step: a word holds none of the others when no octet is below
+// 0x20, none is 0x7F or above, and none equals '"' or '\\'.
 bool IsPlainText(std::string_view octets) {
-  for (const char c : octets) {
-    const unsigned char octet = static_cast<unsigned char>(c);
+  constexpr std::uint64_t kOnes = 0x0101010101010101ULL;
+  constexpr std::uint64_t kHighs = 0x8080808080808080ULL;
+  const auto hasZero = [](std::uint64_t word) { return (word - kOnes) & ~word & kHighs; };
+  const char* at = octets.data();
+  std::size_t left = octets.size();
+  for (; left >= 8; left -= 8, at += 8) {
+    std::uint64_t word;
+    std::memcpy(&word, at, 8);
+    const std::uint64_t below = (word - kOnes * 0x20) & ~word & kHighs;
+    const std::uint64_t above = ((word + kOnes) | word) & kHighs;
+    if (below | above | hasZero(word ^ (kOnes * '"')) | hasZero(word ^ (kOnes * '\\'))) return false;
+  }
+  for (; left > 0; --left, ++at) {
+    const unsigned char octet = static_cast<unsigned char>(*at);
     if (octet < 0x20 || octet >= 0x7F || octet == '"' || octet == '\\') return false;
   }
   return true;
@@ -174,7 +221,10 @@ class Writer {
     bool first = true;
     m_text.Reserve(1);
     m_text.Put('{');
-    for (const AsnMemberStep& member : record.Plan().members) {
+    const AsnRecordPlan& plan = record.Plan();
+    const KeyTexts& keys = KeysOf(plan);
+    for (std::size_t index = 0; index < plan.members.size(); ++index) {
+      const AsnMemberStep& member = plan.members[index];
       const AsnType* value = member.ValueIn(base);
       if (value == nullptr) continue;
       if (!first) {
@@ -183,11 +233,15 @@ class Writer {
       }
       first = false;
       NewLine(level + 1);
-      const std::size_t length = std::strlen(member.name);
-      m_text.Reserve(length + 4);
-      m_text.Put('"');
-      m_text.Put(member.name, length);
-      m_text.Put(m_indented ? "\": " : "\":", m_indented ? 3 : 2);
+      const KeyText& key = keys[index];
+      if (key.size <= sizeof key.text) {
+        m_text.Reserve(sizeof key.text);
+        std::memcpy(m_text.At(), key.text, sizeof key.text);  // fixed size: copied inline
+        m_text.Advance(key.size);
+      } else {
+        m_text.Reserve(key.size);
+        m_text.Put(key.whole.data(), key.size);
+      }
       Value(member.kind, *value, level + 1);
     }
     if (!first) NewLine(level);
@@ -221,12 +275,36 @@ class Writer {
 
   void NewLine(unsigned level) {
     if (!m_indented) return;
-    static const char kLine[] = "\n                                ";
-    std::size_t blanks = 2 * static_cast<std::size_t>(level);
-    m_text.Reserve(blanks + 1);
-    const std::size_t first = std::min(blanks, sizeof kLine - 2);
-    m_text.Put(kLine, first + 1);
-    for (blanks -= first; blanks > 0; --blanks) m_text.Put(' ');
+    // A line break and the indentation: one fixed-size copy covers the usual
+    // depths (room for all of it is reserved, so the copy may run past).
+    static const char kLine[] = "\n                               ";
+    const std::size_t length = 1 + 2 * static_cast<std::size_t>(level);
+    m_text.Reserve(std::max(length, sizeof kLine - 1));
+    char* const at = m_text.At();
+    std::memcpy(at, kLine, sizeof kLine - 1);
+    if (length > sizeof kLine - 1) std::memset(at + sizeof kLine - 1, ' ', length - (sizeof kLine - 1));
+    m_text.Advance(length);
+  }
+
+  const KeyTexts& KeysOf(const AsnRecordPlan& plan) {
+    auto& block = m_text.ThreadBlock();
+    const int layout = m_indented ? 1 : 0;
+    KeyCache* cache = block.lastKeys[layout];
+    if (cache != nullptr && cache->plan == &plan && cache->className == plan.className) return cache->keys;
+    cache = &block.keys[layout][&plan];
+    block.lastKeys[layout] = cache;
+    if (cache->plan == &plan && cache->className == plan.className) return cache->keys;
+    cache->keys.clear();
+    for (const AsnMemberStep& member : plan.members) {
+      KeyText key{};
+      key.whole = std::string("\"") + member.name + (m_indented ? "\": " : "\":");
+      key.size = key.whole.size();
+      std::memcpy(key.text, key.whole.data(), std::min(key.size, sizeof key.text));
+      cache->keys.push_back(std::move(key));
+    }
+    cache->plan = &plan;
+    cache->className = plan.className;
+    return cache->keys;
   }
 
   Text m_text;

@@ -63,13 +63,14 @@ class RunWriter {
       : m_layout(layout), m_form(form), m_listName(std::move(listName)), m_out(out) {}
 
   void Write(const AsnType& value) {
-    m_text.clear();
     switch (m_layout) {
       case RunLayout::kNotation:
+        Flush();
         PrintValue(m_out, value);
         m_out << '\n';
         break;
       case RunLayout::kListNotation:
+        Flush();
         if (m_written == 0) m_out << m_listName << " {";
         m_out << '\n' << IndentText(1) << "- ";
         value.Print(m_out, 2, false);
@@ -87,11 +88,18 @@ class RunWriter {
         m_text.push_back('\n');
         break;
     }
-    m_out.write(m_text.data(), static_cast<std::streamsize>(m_text.size()));
+    if (m_text.size() >= kFlushSize) Flush();
     ++m_written;
   }
 
+  // Writes out the text gathered so far.
+  void Flush() {
+    m_out.write(m_text.data(), static_cast<std::streamsize>(m_text.size()));
+    m_text.clear();
+  }
+
   void Finish() {
+    Flush();
     switch (m_layout) {
       case RunLayout::kListNotation:
         m_out << (m_written == 0 ? m_listName + " {" : std::string()) << "\n}\n";
@@ -108,6 +116,10 @@ class RunWriter {
   }
 
  private:
+  // JSON text gathers in m_text and goes out in pieces as large as the
+  // output's own buffer, which then passes them straight to the file.
+  static constexpr std::size_t kFlushSize = 64 * 1024;
+
   const RunLayout m_layout;
   const AsnJsonForm m_form;
   const std::string m_listName;
@@ -222,6 +234,7 @@ void RunDecode(const DecodeOptions& options, std::ostream& out) {
         ThrowBadInput(what + (count == 1 ? RawInputHint(options.io, bytes) : std::string()));
       }
       // Reported now, between the records around it; the exit code tells at the end.
+      writer.Flush();
       out.flush();
       std::cerr << "velkor: decode: " << what << std::endl;
       ++broken;
