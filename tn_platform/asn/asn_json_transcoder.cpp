@@ -13,12 +13,18 @@
 #include "tn_platform/asn/asn_value_io.h"
 #include "tn_platform/asn/asn_value_kind.h"
 
+// A tag's identifier octets (at most five), copied as one eight-octet move.
+struct AsnTagOctets {
+  char octets[8];
+  std::size_t size;
+};
+
 // What the fast path knows of a value: its kind and, for a record, each
 // member's name, tag octets and shape; for a list, its element's shape.
 struct AsnJsonTranscoder::Shape {
   struct Member {
     std::string_view name;
-    std::string tag;  // the identifier octets
+    AsnTagOctets tag;
     bool optional;
     std::unique_ptr<Shape> shape;
   };
@@ -34,10 +40,13 @@ using Shape = AsnJsonTranscoder::Shape;
 // Types nest no deeper than the decoder allows; a deeper shape is not built.
 constexpr unsigned kMaxShapeDepth = AsnDecodeLimits::kMaxDepth;
 
-std::string TagOctets(AsnTag tag) {
+AsnTagOctets TagOctets(AsnTag tag) {
   AsnBuf buf;
   BEncTag(buf, tag);
-  return buf.EncodedBytes();
+  AsnTagOctets octets{};
+  octets.size = buf.EncodedLength();
+  std::memcpy(octets.octets, buf.EncodedData(), octets.size);
+  return octets;
 }
 
 std::unique_ptr<Shape> MakeShape(const AsnType& value, unsigned depth) {
@@ -113,13 +122,16 @@ const std::int16_t* HexPairValues() {
 class Transcoding {
  public:
   Transcoding(const char* begin, const char* end, bool jer, std::string& out)
-      : m_at(begin), m_end(end), m_jer(jer), m_out(out), m_length(out.size()), m_pairs(HexPairValues()) {}
+      : m_at(begin), m_end(end), m_jer(jer), m_out(out), m_length(out.size()), m_pairs(HexPairValues()) {
+    m_base = &m_out[0];
+    m_size = m_out.size();
+  }
 
   const char* At() const { return m_at; }
   // Cuts the output to what was written.
   void Done() { m_out.resize(m_length); }
 
-  void Value(const Shape& shape, const std::string& tag) {
+  void Value(const Shape& shape, const AsnTagOctets& tag) {
     switch (shape.kind) {
       case AsnMemberKind::kOcts:
         return Octets(tag);
@@ -160,7 +172,7 @@ class Transcoding {
   }
 
   // Reserves the length octet of a constructed value; returns its place.
-  std::size_t OpenLength(const std::string& tag) {
+  std::size_t OpenLength(const AsnTagOctets& tag) {
     Put(tag);
     Put('\0');
     return m_length - 1;
@@ -169,16 +181,16 @@ class Transcoding {
   void CloseLength(std::size_t place) {
     const std::size_t length = m_length - place - 1;
     if (length < 128) {
-      m_out[place] = static_cast<char>(length);
+      m_base[place] = static_cast<char>(length);
       return;
     }
     char octets[sizeof(std::size_t)];
     int count = 0;
     for (std::size_t rest = length; rest > 0; rest >>= 8) octets[count++] = static_cast<char>(rest & 0xFF);
     Room(static_cast<std::size_t>(count));  // the content moves up to make room for the long form
-    std::memmove(&m_out[place + 1 + static_cast<std::size_t>(count)], &m_out[place + 1], length);
-    m_out[place] = static_cast<char>(0x80 | count);
-    for (int i = 0; i < count; ++i) m_out[place + 1 + static_cast<std::size_t>(i)] = octets[count - 1 - i];
+    std::memmove(m_base + place + 1 + count, m_base + place + 1, length);
+    m_base[place] = static_cast<char>(0x80 | count);
+    for (int i = 0; i < count; ++i) m_base[place + 1 + static_cast<std::size_t>(i)] = octets[count - 1 - i];
   }
   void Length(std::size_t length) {
     if (length < 128) {
@@ -192,50 +204,78 @@ class Transcoding {
     for (int i = count - 1; i >= 0; --i) Put(octets[i]);
   }
 
-  void Octets(const std::string& tag) {
+  void Octets(const AsnTagOctets& tag) {
     if (Next() != '"') throw GiveUp();
     const char* const start = ++m_at;
+    if (m_jer) return HexOctets(tag, start);
     const char* close = static_cast<const char*>(std::memchr(start, '"', static_cast<std::size_t>(m_end - start)));
     if (close == nullptr) throw GiveUp();
     const std::size_t size = static_cast<std::size_t>(close - start);
+    // Plain text only: escapes, controls and anything beyond ASCII take the strict reader.
+    for (const char* read = start; read != close; ++read) {
+      const unsigned char c = static_cast<unsigned char>(*read);
+      if (c < 0x20 || c >= 0x80 || c == '\\') throw GiveUp();
+    }
     Put(tag);
-    if (m_jer) {
-      if (size % 2 != 0) throw GiveUp();
-      Length(size / 2);
-      char* write = Room(size / 2);
-      int bad = 0;
-      const char* read = start;
-      for (; close - read >= 4; read += 4, write += 2) {  // two octets a step
+    Length(size);
+    std::memcpy(Room(size), start, size);
+    m_at = close + 1;
+  }
+
+  // A JER hex string, decoded in one pass up to its closing quote, which no
+  // pair of hex digits contains; the length is written when it is known.
+  void HexOctets(const AsnTagOctets& tag, const char* start) {
+    Put(tag);
+    const std::size_t place = m_length;
+    Put('\0');
+    const char* read = start;
+    int bad = 0;
+    // Room is made for 64 octets at a time, so the inner loop writes
+    // without checks.
+    constexpr std::size_t kRun = 64;
+    const char* const last = m_end - 3;  // a step reads four characters
+    bool more = true;
+    while (more) {
+      if (m_length + kRun > m_size) Grow(kRun);
+      char* write = m_base + m_length;
+      char* const stop = write + kRun;
+      more = false;
+      while (read < last) {
         std::uint16_t first;
         std::uint16_t second;
         std::memcpy(&first, read, 2);
         std::memcpy(&second, read + 2, 2);
         const int high = m_pairs[first];
         const int low = m_pairs[second];
-        bad |= high | low;
+        if ((high | low) < 0) break;
         write[0] = static_cast<char>(high);
         write[1] = static_cast<char>(low);
+        write += 2;
+        read += 4;
+        if (write == stop) {
+          more = true;
+          break;
+        }
       }
-      if (read != close) {
-        std::uint16_t last;
-        std::memcpy(&last, read, 2);
-        bad |= m_pairs[last];
-        *write = static_cast<char>(m_pairs[last]);
-      }
-      if (bad < 0) throw GiveUp();
-    } else {
-      // Plain text only: escapes, controls and anything beyond ASCII take the strict reader.
-      for (const char* read = start; read != close; ++read) {
-        const unsigned char c = static_cast<unsigned char>(*read);
-        if (c < 0x20 || c >= 0x80 || c == '\\') throw GiveUp();
-      }
-      Length(size);
-      std::memcpy(Room(size), start, size);
+      m_length = static_cast<std::size_t>(write - m_base);
     }
-    m_at = close + 1;
+    // At most three characters before the quote are left.
+    for (;;) {
+      if (read == m_end) throw GiveUp();
+      if (*read == '"') break;
+      if (m_end - read < 2) throw GiveUp();
+      std::uint16_t pair;
+      std::memcpy(&pair, read, 2);
+      bad |= m_pairs[pair];
+      if (bad < 0) throw GiveUp();
+      Put(static_cast<char>(m_pairs[pair]));
+      read += 2;
+    }
+    m_at = read + 1;
+    CloseLength(place);
   }
 
-  void Integer(const std::string& tag, long long min, long long max) {
+  void Integer(const AsnTagOctets& tag, long long min, long long max) {
     const bool quoted = !m_jer && Next() == '"';
     if (quoted) ++m_at;
     const char* const start = m_at;
@@ -267,7 +307,7 @@ class Transcoding {
     for (int i = octets - 1; i >= 0; --i) Put(static_cast<char>((static_cast<std::uint64_t>(value) >> (8 * i)) & 0xFF));
   }
 
-  void Boolean(const std::string& tag) {
+  void Boolean(const AsnTagOctets& tag) {
     const char c = Next();
     bool value = false;
     if (c == 't' && m_end - m_at >= 4 && std::memcmp(m_at, "true", 4) == 0) {
@@ -283,7 +323,7 @@ class Transcoding {
     Put(value ? '\xFF' : '\x00');
   }
 
-  void List(const Shape& shape, const std::string& tag) {
+  void List(const Shape& shape, const AsnTagOctets& tag) {
     Expect('[');
     const std::size_t place = OpenLength(tag);
     if (Next() == ']') {
@@ -300,13 +340,13 @@ class Transcoding {
     CloseLength(place);
   }
 
-  static const std::string& UniversalTag(AsnMemberKind kind) {
-    static const std::string kTags[] = {std::string(1, '\x04'), std::string(1, '\x02'), std::string(1, '\x02'),
-                                        std::string(1, '\x01'), std::string(1, '\x30'), std::string(1, '\x30')};
+  static const AsnTagOctets& UniversalTag(AsnMemberKind kind) {
+    static const AsnTagOctets kTags[] = {{{'\x04'}, 1}, {{'\x02'}, 1}, {{'\x02'}, 1},
+                                         {{'\x01'}, 1}, {{'\x30'}, 1}, {{'\x30'}, 1}};
     return kTags[static_cast<int>(kind)];
   }
 
-  void Record(const Shape& shape, const std::string& tag) {
+  void Record(const Shape& shape, const AsnTagOctets& tag) {
     Expect('{');
     const std::size_t place = OpenLength(tag);
     const std::vector<Shape::Member>& members = shape.members;
@@ -354,19 +394,29 @@ class Transcoding {
   // Room for `count` more octets; the output string is grown ahead and cut
   // back by Done(), so writing never zero-fills octet by octet.
   char* Room(std::size_t count) {
-    if (m_length + count > m_out.size()) m_out.resize(std::max(2 * m_out.size(), m_length + count + 256));
-    char* const at = &m_out[m_length];
+    if (m_length + count > m_size) Grow(count);
+    char* const at = m_base + m_length;
     m_length += count;
     return at;
   }
+  void Grow(std::size_t count) {
+    m_out.resize(std::max(2 * m_out.size(), m_length + count + 256));
+    m_base = &m_out[0];
+    m_size = m_out.size();
+  }
   void Put(char c) { *Room(1) = c; }
-  void Put(const std::string& octets) { std::memcpy(Room(octets.size()), octets.data(), octets.size()); }
+  void Put(const AsnTagOctets& tag) {
+    std::memcpy(Room(sizeof tag.octets), tag.octets, sizeof tag.octets);  // fixed size: one move
+    m_length -= sizeof tag.octets - tag.size;
+  }
 
   const char* m_at;
   const char* m_end;
   const bool m_jer;
   std::string& m_out;
   std::size_t m_length;  // octets written to m_out
+  char* m_base = nullptr;  // m_out's octets and their number, kept while it does not grow
+  std::size_t m_size = 0;
   const std::int16_t* m_pairs;
 };
 
@@ -385,7 +435,7 @@ std::size_t AsnJsonTranscoder::Transcode(std::string_view text, std::string& ber
   const std::size_t had = ber.size();
   Transcoding transcoding(text.data(), text.data() + text.size(), m_jer, ber);
   try {
-    static const std::string kSequence(1, '\x30');
+    static const AsnTagOctets kSequence{{'\x30'}, 1};
     transcoding.Value(*m_shape, kSequence);
     transcoding.Done();
   } catch (GiveUp) {
@@ -395,12 +445,20 @@ std::size_t AsnJsonTranscoder::Transcode(std::string_view text, std::string& ber
   return static_cast<std::size_t>(transcoding.At() - text.data());
 }
 
+void AsnJsonToBerInto(AsnType& value, std::string_view text, AsnJsonForm form, std::string& ber) {
+  ber.clear();
+  const AsnJsonTranscoder transcoder(value, form);
+  const std::size_t used = transcoder.Transcode(text, ber);
+  if (used > 0 && text.find_first_not_of(" \t\r\n", used) == std::string_view::npos) return;
+  ber.clear();
+  AsnReadJson(value, text, form);
+  AsnBuf buf;
+  ber.assign(AsnEncodeInto(value, buf));
+}
+
 std::string AsnJsonToBer(AsnType& value, std::string_view text, AsnJsonForm form) {
   std::string ber;
   ber.reserve(text.size() / 2 + 64);  // JER's hex takes two characters an octet
-  const AsnJsonTranscoder transcoder(value, form);
-  const std::size_t used = transcoder.Transcode(text, ber);
-  if (used > 0 && text.find_first_not_of(" \t\r\n", used) == std::string_view::npos) return ber;
-  AsnReadJson(value, text, form);
-  return AsnEncodeValue(value);
+  AsnJsonToBerInto(value, text, form, ber);
+  return ber;
 }

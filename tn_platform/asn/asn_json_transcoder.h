@@ -40,4 +40,8 @@ class AsnJsonTranscoder {
 // fast path when it can, else read into `value` (a new default value) by the
 // strict reader and encoded. Throws as AsnReadJson.
 std::string AsnJsonToBer(AsnType& value, std::string_view text, AsnJsonForm form);
+
+// The same into `ber`, replacing what it held but keeping its memory: a
+// string kept across calls makes the conversion allocation-free.
+void AsnJsonToBerInto(AsnType& value, std::string_view text, AsnJsonForm form, std::string& ber);
 #pragma GCC visibility pop
