@@ -50,6 +50,7 @@ TEST(AsnBerListReader, RefusesAsTheWholeValueDecodeDoes) {
       {"QAsnNVSList", "30 08 30 80 04 01 61 04 00"},       // indefinite element cut
       {"QAsnNVSList", "30 07 30 05 04 01 61 04 05"},       // inner length past the element
       {"QAsnErrInfoList", "30 08 30 06 30 04 02 02 00 01"},  // nested list's INTEGER not minimal
+      {"QAsnNVSList", "30 69 30 00 06 73 7D EF"},          // an empty element in a list that runs past the input
   };
   for (const auto& row : cases) {
     const AsnCatalogueEntry* entry = AsnCatalogue::Find(row.type);
@@ -59,6 +60,11 @@ TEST(AsnBerListReader, RefusesAsTheWholeValueDecodeDoes) {
     EXPECT_NE(whole, "no exception") << row.hex;
     EXPECT_EQ(StreamRefusal(*entry, octets), whole) << row.hex;
   }
+  // The element is at fault, not the list around it (a record that never read
+  // a member once blamed the list's header).
+  const AsnCatalogueEntry* nvs = AsnCatalogue::Find("QAsnNVSList");
+  EXPECT_EQ(WholeRefusal(*nvs, test_bytes::Hex("30 69 30 00 06 73 7D EF")),
+            "QAsnNVSList[0]: mandatory member name missing at offset 2");
 }
 
 TEST(AsnBerListReader, ReadsIndefiniteAndLongLists) {

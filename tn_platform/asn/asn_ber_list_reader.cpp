@@ -45,7 +45,7 @@ void AsnBerListReader::ReadHeader() {
   try {
     header = BDecHeader(
         buf, octets, [](AsnTag tag) { return tag == kTagSequence; }, AsnLengthCheck::kPrimitiveOnly);
-    if (header.status != AsnHeader::kComplete) AsnThrowHeaderError(header, kTagSequence);
+    if (header.status != AsnHeader::kComplete) AsnThrowHeaderError(header, kTagSequence, buf);
   } catch (AsnDecodeError* error) {
     Throw(error);
   }
@@ -60,13 +60,17 @@ AsnType* AsnBerListReader::Next() {
   if (m_state == State::kStart) ReadHeader();
   if (m_state == State::kDone) return nullptr;
   if (m_indefinite) {
+    // Errors about the input ending are placed at its end (here: nothing
+    // is left after the window's current place, or one octet).
     if (!m_window->Ensure(1)) {
-      Throw(new AsnDecodeError(m_headerStart, "input ends before the end-of-contents octets"));
+      Throw(new AsnDecodeError(m_window->Offset(), "input ends before the end-of-contents octets", true));
     }
     if (m_window->Available()[0] == '\0') {
       m_window->Ensure(2);
       const std::string_view eoc = m_window->Available().substr(0, 2);
-      if (eoc.size() < 2) Throw(new AsnDecodeError(m_window->Offset(), "input ends in the end-of-contents octets"));
+      if (eoc.size() < 2) {
+        Throw(new AsnDecodeError(m_window->Offset() + 1, "input ends in the end-of-contents octets", true));
+      }
       if (eoc[1] != '\0') Throw(new AsnDecodeError(m_window->Offset(), "end-of-contents octets are not 00 00"));
       m_window->Skip(2);
       Finish();
@@ -76,8 +80,8 @@ AsnType* AsnBerListReader::Next() {
     Finish();
     return nullptr;
   } else if (!m_window->Ensure(1)) {
-    Throw(new AsnDecodeError(m_headerStart,
-                             "input ends " + AsnOctetCount(m_length - m_consumed) + " short of the value"));
+    Throw(new AsnDecodeError(m_window->Offset(),
+                             "input ends " + AsnOctetCount(m_length - m_consumed) + " short of the value", true));
   }
   return DecodeElement();
 }
@@ -110,11 +114,18 @@ AsnType* AsnBerListReader::DecodeElement() {
     try {
       const AsnNestingGuard list(buf);  // the element sits one level inside the list
       m_element->BDec(buf, octets, NIClass_BER);
-      if (buf.ReadError()) AsnThrowDecodeError(buf.Offset(), "input ends early");
+      if (buf.ReadError()) AsnThrowInputEnds(buf.End(), "input ends early");
     } catch (AsnDecodeError* error) {
-      if (!loaded && !m_window->Ended() && m_window->Grow()) {
+      // The element may go on past the window, and an error about the input
+      // ending must see where it really ends: read more and decode again.
+      if ((!loaded || error->InputEnds()) && !m_window->Ended() && m_window->Grow()) {
         delete error;
         continue;
+      }
+      // As the list itself does: an element that finds the input ending, or
+      // fails, beyond the list's own end is the one at fault.
+      if (!m_indefinite && AsnItemRunsPast(buf, 0, m_length - m_consumed, *error)) {
+        error->Reassign(0, AsnListOverrunText(m_length));
       }
       if (error->Placed()) {
         error->MoveBy(elementStart);
@@ -134,8 +145,7 @@ AsnType* AsnBerListReader::DecodeElement() {
     m_consumed += buf.Offset();
     ++m_index;
     if (!m_indefinite && m_consumed > m_length) {
-      auto* error = new AsnDecodeError(elementStart, "element runs past the end of its list (content length " +
-                                                         std::to_string(m_length) + ")");
+      auto* error = new AsnDecodeError(elementStart, AsnListOverrunText(m_length));
       error->AddIndex(m_index - 1);
       Throw(error);
     }

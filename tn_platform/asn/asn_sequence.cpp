@@ -191,6 +191,9 @@ void AsnSequence::DecodeMembers(const AsnRecordPlan& plan, AsnBuf& buf, unsigned
   // A definite length may run past the input: the members are decoded as far
   // as the input goes, so the error names the first item that breaks.
   const std::size_t end = indefinite ? 0 : start + length;
+  // Before the first member's header is read no member can be at fault (an
+  // empty record missing a mandatory member is).
+  constexpr std::size_t kNoMemberYet = ~std::size_t{0};
   unsigned long counted = 0;  // the octet count is the distance the buffer moved
   // The record's own errors are thrown unplaced, for the caller that read its
   // header to place, or at the end of the input when it ends; errors about a
@@ -199,7 +202,7 @@ void AsnSequence::DecodeMembers(const AsnRecordPlan& plan, AsnBuf& buf, unsigned
   // the record before the input, so that a member running past both is the
   // one at fault.
   const char* member = nullptr;
-  std::size_t memberStart = 0;
+  std::size_t memberStart = kNoMemberYet;
   try {
     const AsnNestingGuard nesting(buf);
     // Decoding replaces the record's content: optional members start absent.
@@ -262,7 +265,7 @@ void AsnSequence::DecodeMembers(const AsnRecordPlan& plan, AsnBuf& buf, unsigned
     // A member whose definite length fits is checked before it is decoded;
     // the failing one may still run past the end by the input ending inside
     // it, or by an indefinite length.
-    if (!indefinite && AsnItemRunsPast(buf, memberStart, end, *error)) {
+    if (!indefinite && memberStart != kNoMemberYet && AsnItemRunsPast(buf, memberStart, end, *error)) {
       error->Reassign(memberStart, "runs past the end of the record");
     }
     if (member != nullptr) {
