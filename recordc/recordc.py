@@ -172,7 +172,9 @@ class Compiler(object):
             "  }}\n\n"
             " private:\n"
             "  friend class AsnRecord<{n}>;\n"
-            "  static void DescribeMembers(AsnMemberLines<{n}>& lines) {{\n"
+            "  // One line per member; the encoder's lines inline to the member's own code.\n"
+            "  template <class Lines>\n"
+            "  [[gnu::always_inline]] static void DescribeMembers(Lines& lines) {{\n"
             "{lines}"
             "  }}\n"
             "}};\n").format(n=name, members="".join(members), lines="".join(lines))

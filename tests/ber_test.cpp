@@ -33,6 +33,16 @@ std::string Encoded(Encode&& encode) {
   return ToHex(buf.EncodedBytes());
 }
 
+// The octets a front-to-back writer puts into room of exactly `size` octets
+// (a heap block of that size, so that writing past it is an error under
+// AddressSanitizer); it must end exactly there.
+template <class Write>
+std::string Written(std::size_t size, Write&& write) {
+  std::vector<unsigned char> room(size);
+  EXPECT_EQ(write(room.data()), room.data() + size);
+  return ToHex(std::string(room.begin(), room.end()));
+}
+
 struct DecodeCase {
   const char* what;
   const char* input;
@@ -154,6 +164,7 @@ TEST(Ber, EncodesTagsAndReadsThemBack) {
       continue;
     }
     EXPECT_EQ(Encoded([&](AsnBuf& buf) { return BEncTag(buf, tag); }), c.octets);
+    EXPECT_EQ(Written(AsnTagOctets(tag), [&](unsigned char* out) { return AsnWriteTag(out, tag); }), c.octets);
     EXPECT_EQ(TagNumber(tag), c.number);
     const std::vector<unsigned char> input = Input(c.octets);
     AsnBuf buf(input.data(), input.size());
@@ -185,6 +196,8 @@ TEST(Ber, EncodesDefiniteLengths) {
   for (const auto& c : cases) {
     SCOPED_TRACE(c.length);
     EXPECT_EQ(Encoded([&](AsnBuf& buf) { return BEncDefLen(buf, c.length); }), c.shortest);
+    EXPECT_EQ(Written(AsnLengthOctets(c.length), [&](unsigned char* out) { return AsnWriteLength(out, c.length); }),
+              c.shortest);
     EXPECT_EQ(Encoded([&](AsnBuf& buf) { return BEncDefLenImpl(buf, c.length); }), c.longForm);
   }
 }

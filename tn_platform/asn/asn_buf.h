@@ -1,7 +1,9 @@
 // AsnBuf: the runtime's octet buffer.
 //
-// Encoding writes back to front: each value puts its content first, then its
-// length and tag in front of it, so nothing has to be measured in advance.
+// Encoding puts each value in front of what the buffer already holds. A
+// record or list is measured first and then written front to back into room
+// taken in front (ReserveFront), so nothing is guessed and nothing moves;
+// the single-octet and segment writers put octets in front one run at a time.
 // Decoding reads forward through a read-only view of the caller's bytes; a
 // read past the end yields 0 and sets the read-error flag instead of reading
 // out of bounds; the codecs turn that into an AsnDecodeError naming the item
@@ -16,6 +18,7 @@
 #include <string_view>
 
 #include "tn_platform/asn/asn_decode_error.h"
+#include "tn_platform/asn/asn_encode_sizes.h"
 
 // The encoding rules a value is coded with. The runtime implements BER only;
 // every caller passes 1.
@@ -56,6 +59,16 @@ class AsnBuf {
     m_front -= size;
     std::memcpy(m_front, data, size);
   }
+  // Takes `size` octets of room in front of what is written and returns
+  // where they start; the caller fills them front to back.
+  unsigned char* ReserveFront(std::size_t size) {
+    if (static_cast<std::size_t>(m_front - m_block.get()) < size) AddBuffer(size);
+    m_front -= size;
+    return m_front;
+  }
+  // The encoder's notes between its sizing and its writing pass, kept with
+  // the buffer so that encoding into a kept buffer allocates nothing.
+  AsnEncodeSizes& EncodeSizes() { return m_sizes; }
   // Makes room in front for at least `size` more octets (at least one when 0),
   // moving what is written into a larger block.
   void AddBuffer(std::size_t size);
@@ -137,6 +150,7 @@ class AsnBuf {
   std::unique_ptr<unsigned char[]> m_block;
   std::size_t m_blockSize = 0;
   unsigned char* m_front = nullptr;
+  AsnEncodeSizes m_sizes;
 
   // Decoding view.
   const unsigned char* m_begin = nullptr;

@@ -5,12 +5,14 @@
 // Virtual slots after AsnType's: 7 assignment from another list of the same
 // type, 8 BEncContent, 9 BDecContent, then the untyped element access
 // (AppendElement, VisitElements) that generic programs use to read and fill a
-// list of any element type.
+// list of any element type, then the encoder's two passes over the elements
+// (MeasureContent, WriteContent; asn_value_encoding.h).
 #pragma once
 #pragma GCC visibility push(default)
 
 #include <type_traits>
 
+#include "tn_platform/asn/asn_encode_sizes.h"
 #include "tn_platform/asn/asn_type.h"
 
 class AsnListBase : public AsnType {
@@ -30,6 +32,13 @@ class AsnListBase : public AsnType {
   // Calls `visit(element, context)` for each element, in list order. It does
   // not move the list's cursor.
   virtual void VisitElements(void (*visit)(AsnType& element, void* context), void* context) const = 0;
+
+  // The sizing pass: the content length (every element's complete
+  // encoding), noting constructed elements' lengths in `sizes`.
+  virtual unsigned long MeasureContent(AsnEncodeSizes& sizes) const = 0;
+  // The writing pass: the content at `out`, front to back, taking the
+  // lengths the sizing pass noted; returns the end.
+  virtual unsigned char* WriteContent(unsigned char* out, AsnEncodeSizes& sizes) const = 0;
 
   // VisitElements with any callable taking AsnType&.
   template <class Visitor>

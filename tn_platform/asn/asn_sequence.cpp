@@ -7,28 +7,10 @@
 #include "tn_platform/asn/asn_list_base.h"
 #include "tn_platform/asn/asn_octs.h"
 #include "tn_platform/asn/asn_record_plan.h"
+#include "tn_platform/asn/asn_value_encoding.h"
 #include "tn_platform/asn/indent_table.h"
 
 namespace {
-
-// Content octets of a value whose tag the caller writes.
-unsigned long EncodeContent(AsnBuf& buf, AsnMemberKind kind, AsnType* value) {
-  switch (kind) {
-    case AsnMemberKind::kOcts:
-      return static_cast<AsnOcts*>(value)->BEncContent(buf);
-    case AsnMemberKind::kTinyInt:
-      return static_cast<AsnTinyInt*>(value)->BEncContent(buf);
-    case AsnMemberKind::kInt:
-      return static_cast<AsnInt*>(value)->BEncContent(buf);
-    case AsnMemberKind::kBool:
-      return static_cast<AsnBool*>(value)->BEncContent(buf);
-    case AsnMemberKind::kList:
-      return static_cast<AsnListBase*>(value)->BEncContent(buf, NIClass_BER);
-    case AsnMemberKind::kRecord:
-      return static_cast<AsnSequence*>(value)->BEncContent(buf, NIClass_BER);
-  }
-  return 0;
-}
 
 void DecodeContent(AsnBuf& buf, AsnMemberKind kind, AsnType* value, AsnTag tag, unsigned long length,
                    unsigned long& bytesDecoded) {
@@ -144,30 +126,12 @@ const refl::CClassInfor& AsnSequence::ClassInfor() const {
   return *reference.ClassInfor();
 }
 
-unsigned long AsnSequence::EncodeMembers(const AsnRecordPlan& plan, AsnBuf& buf) {
-  void* const base = this;
-  unsigned long written = 0;
-  // Back to front: the last member first, so the members end up in order.
-  for (auto step = plan.members.rbegin(); step != plan.members.rend(); ++step) {
-    AsnType* value = step->ValueIn(base);
-    if (value == nullptr) continue;  // absent optional member
-    if (!step->optional && step->kind != AsnMemberKind::kOcts && step->kind != AsnMemberKind::kTinyInt) {
-      written += value->BEnc(buf, NIClass_BER);
-      continue;
-    }
-    // Octet strings and integers, and every optional member: content, length
-    // and the plan's tag (a mandatory one's own universal tag).
-    const unsigned long content = EncodeContent(buf, step->kind, value);
-    const unsigned long length = BEncDefLen(buf, content);
-    written += content + length + BEncTag(buf, step->tag);
-  }
-  return written;
+unsigned long AsnSequence::BEncContent(AsnBuf& buf, NIClass_EncodingFormatEnum) {
+  return AsnEncodeContentInto(buf, *this);
 }
 
-unsigned long AsnSequence::EncodeRecord(const AsnRecordPlan& plan, AsnBuf& buf) {
-  const unsigned long content = EncodeMembers(plan, buf);
-  const unsigned long length = BEncDefLen(buf, content);
-  return content + length + BEncTag(buf, kTagSequence);
+unsigned long AsnSequence::BEnc(AsnBuf& buf, NIClass_EncodingFormatEnum) {
+  return AsnEncodeValueInto(buf, kTagSequence, *this);
 }
 
 void AsnSequence::DecodeRecord(const AsnRecordPlan& plan, AsnBuf& buf, unsigned long& bytesDecoded) {

@@ -1,9 +1,10 @@
 // AsnSequence: the generic SEQUENCE codec of the runtime. A record derives
 // from it and describes its members once, in its member lines: they register
 // the record's class with the reflection library (see the reflection hook) and
-// make the class's member plan (AsnRecordPlan). Encoding, decoding, printing,
-// the type name and the generic parts of construction, copying and assignment
-// all run on that plan.
+// make the class's member plan (AsnRecordPlan). Decoding, printing, the type
+// name and the generic parts of construction, copying and assignment run on
+// that plan; encoding runs on the same member lines, compiled into each
+// record class (MeasureContent, WriteContent).
 //
 // Wire form: a universal SEQUENCE (0x30), members in registration order. A
 // mandatory member carries its own universal tag (OCTET STRING 0x04, INTEGER
@@ -47,7 +48,7 @@ class AsnSequence : public AsnType {
   // instance of the record's registered class (registering it on first use).
   virtual bool BindReflection(refl::CRefrence& reference) const = 0;
   // Slot 8: the members, in front of `buf`; returns the octets written.
-  virtual unsigned long BEncContent(AsnBuf& buf, NIClass_EncodingFormatEnum) { return EncodeMembers(Plan(), buf); }
+  virtual unsigned long BEncContent(AsnBuf& buf, NIClass_EncodingFormatEnum);
   // Slot 9: the members from content of `length` octets (or indefinite) after `tag`.
   virtual void BDecContent(AsnBuf& buf, unsigned int, unsigned long length, unsigned long& bytesDecoded,
                            NIClass_EncodingFormatEnum) {
@@ -55,15 +56,23 @@ class AsnSequence : public AsnType {
   }
   // Slot 10: the record class's member plan, made once per class.
   virtual const AsnRecordPlan& Plan() const = 0;
+  // Slots 11 and 12, the encoder's two passes over the members
+  // (asn_value_encoding.h): the content length, noting the lengths of
+  // constructed members in `sizes`; and the content written at `out`, front
+  // to back, taking those lengths in the same order (returns the end). Each
+  // record class compiles them from its member lines (AsnRecord).
+  virtual unsigned long MeasureContent(AsnEncodeSizes& sizes) const = 0;
+  virtual unsigned char* WriteContent(unsigned char* out, AsnEncodeSizes& sizes) const = 0;
 
-  // Slot 3: header and members. Inline, like slots 4, 8 and 9, so that a
+  // Slot 3: header and members. Inline, like slot 9, so that a
   // caller that knows the record's class (a list of it) reaches the plan
   // without a virtual call.
   void BDec(AsnBuf& buf, unsigned long& bytesDecoded, NIClass_EncodingFormatEnum) override {
     DecodeRecord(Plan(), buf, bytesDecoded);
   }
-  // Slot 4: members, length and tag, written back to front.
-  unsigned long BEnc(AsnBuf& buf, NIClass_EncodingFormatEnum) override { return EncodeRecord(Plan(), buf); }
+  // Slot 4: tag, length and members, in front of what `buf` holds: measured
+  // first, then written front to back.
+  unsigned long BEnc(AsnBuf& buf, NIClass_EncodingFormatEnum) override;
   // Writes "<Type> {", one line per present member ("name value") at level + 1,
   // then "}" at `level`. Octet strings are quoted (hex when not printable),
   // integers decimal, lists one "- element" line each.
@@ -83,10 +92,8 @@ class AsnSequence : public AsnType {
   static void Assign(AsnSequence& record, const AsnSequence& source);
 
  protected:
-  // The codec, by `plan` (this record's), the record being this object: the
+  // The decoder, by `plan` (this record's), the record being this object: the
   // members, and the whole value (header and members).
-  unsigned long EncodeMembers(const AsnRecordPlan& plan, AsnBuf& buf);
-  unsigned long EncodeRecord(const AsnRecordPlan& plan, AsnBuf& buf);
   void DecodeMembers(const AsnRecordPlan& plan, AsnBuf& buf, unsigned long length, unsigned long& bytesDecoded);
   void DecodeRecord(const AsnRecordPlan& plan, AsnBuf& buf, unsigned long& bytesDecoded);
 

@@ -90,14 +90,19 @@ std::string TagDescription(AsnTag tag) {
 }
 
 unsigned long BEncHighTag(AsnBuf& buf, AsnTag tag) {
+  const unsigned long count = AsnHighTagOctets(tag);
+  for (unsigned long i = count; i-- > 0;) buf.PutByteRvs(static_cast<unsigned char>(tag >> (24 - 8 * i)));
+  return count;
+}
+
+unsigned AsnHighTagOctets(AsnTag tag) {
   // Identifier octets stand in the packed tag from bit 31 down; the last one
   // is the first octet without bit 8 set after the first identifier octet.
-  unsigned long count = 1;
+  unsigned count = 1;
   for (int i = 0; i < kMaxSubsequentTagOctets; ++i) {
     ++count;
     if ((((tag >> (8 * (2 - i))) & 0x80) == 0)) break;
   }
-  for (unsigned long i = count; i-- > 0;) buf.PutByteRvs(static_cast<unsigned char>(tag >> (24 - 8 * i)));
   return count;
 }
 

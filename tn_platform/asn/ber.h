@@ -73,6 +73,50 @@ inline unsigned long BEncDefLen(AsnBuf& buf, unsigned long length) {
 // Writes the end-of-contents octets 00 00; returns 2.
 unsigned long BEncEoc(AsnBuf& buf);
 
+// ---- encoding front to back (into room measured beforehand) ----------------
+// How many identifier octets a high-tag-number `tag` takes.
+unsigned AsnHighTagOctets(AsnTag tag);
+// How many identifier octets `tag` takes.
+inline unsigned AsnTagOctets(AsnTag tag) {
+  return (TagFirstOctet(tag) & 0x1F) != 0x1F ? 1 : AsnHighTagOctets(tag);
+}
+// How many octets the shortest definite form of `length` takes.
+inline unsigned AsnLengthOctets(unsigned long length) {
+  if (length < 128) return 1;
+  return 1 + (64 - static_cast<unsigned>(__builtin_clzl(length)) + 7) / 8;
+}
+// Writes the identifier octets of `tag` at `out`; returns the end.
+inline unsigned char* AsnWriteTag(unsigned char* out, AsnTag tag) {
+  const unsigned count = AsnTagOctets(tag);
+  for (unsigned i = 0; i < count; ++i) out[i] = static_cast<unsigned char>(tag >> (24 - 8 * i));
+  return out + count;
+}
+// Writes the shortest definite form of `length` at `out`; returns the end.
+inline unsigned char* AsnWriteLength(unsigned char* out, unsigned long length) {
+  if (length < 128) {
+    *out = static_cast<unsigned char>(length);
+    return out + 1;
+  }
+  const unsigned count = AsnLengthOctets(length) - 1;
+  *out++ = static_cast<unsigned char>(0x80 | count);
+  for (unsigned i = count; i-- > 0;) *out++ = static_cast<unsigned char>(length >> (8 * i));
+  return out;
+}
+// Writes tag and length; the common one-octet tag with a short-form length
+// is two plain stores.
+inline unsigned char* AsnWriteHeader(unsigned char* out, AsnTag tag, unsigned long length) {
+  if (length < 128 && (TagFirstOctet(tag) & 0x1F) != 0x1F) {
+    out[0] = TagFirstOctet(tag);
+    out[1] = static_cast<unsigned char>(length);
+    return out + 2;
+  }
+  return AsnWriteLength(AsnWriteTag(out, tag), length);
+}
+// Octets a complete encoding with `tag` and `length` content octets takes.
+inline unsigned long AsnEncodedSize(AsnTag tag, unsigned long length) {
+  return AsnTagOctets(tag) + AsnLengthOctets(length) + length;
+}
+
 // ---- decoding ---------------------------------------------------------------
 // Malformed tag and length octets throw an AsnDecodeError placed at the item
 // they start; an input that ends inside them sets the read-error flag. A

@@ -23,6 +23,7 @@
 
 #include "tn_platform/asn/asn_decode_error.h"
 #include "tn_platform/asn/asn_list_base.h"
+#include "tn_platform/asn/asn_value_encoding.h"
 #include "tn_platform/asn/ber.h"
 #include "tn_platform/asn/csm_exception.h"
 #include "tn_platform/asn/indent_table.h"
@@ -53,6 +54,22 @@ class AsnList : public AsnListBase {
   // Slot 9: replaces the elements with those decoded from the content.
   void BDecContent(AsnBuf& buf, unsigned int tag, unsigned long length, unsigned long& bytesDecoded,
                    NIClass_EncodingFormatEnum format) override;
+
+  // Slots after the element access: the encoder's two passes over the
+  // elements, each under its universal tag.
+  unsigned long MeasureContent(AsnEncodeSizes& sizes) const override {
+    unsigned long total = 0;
+    for (const Node* node = first; node != nullptr; node = node->next) {
+      total += AsnEncodedSize(kElementTag, AsnContentLength(node->element, sizes));
+    }
+    return total;
+  }
+  unsigned char* WriteContent(unsigned char* out, AsnEncodeSizes& sizes) const override {
+    for (const Node* node = first; node != nullptr; node = node->next) {
+      out = AsnWriteValue(out, kElementTag, node->element, sizes);
+    }
+    return out;
+  }
 
   AsnType& AppendElement() override { return *Append(); }
   void VisitElements(void (*visit)(AsnType& element, void* context), void* context) const override {
@@ -88,6 +105,7 @@ class AsnList : public AsnListBase {
     std::size_t capacity;
     std::size_t used;
   };
+  static constexpr AsnTag kElementTag = AsnUniversalTagOf<T>();
   static constexpr std::size_t kMaxBlockNodes = 64;
   static constexpr bool kFirstNodeInside = sizeof(Node) <= 32;
   static constexpr std::size_t kBlockHeader = (sizeof(Block) + alignof(Node) - 1) / alignof(Node) * alignof(Node);
@@ -199,10 +217,7 @@ void AsnList<T>::Print(std::ostream& os, unsigned long level, bool lineBreak) co
 
 template <class T>
 unsigned long AsnList<T>::BEncContent(AsnBuf& buf, NIClass_EncodingFormatEnum) {
-  // Back to front: the last element is written first and ends up last.
-  unsigned long written = 0;
-  for (Node* node = last; node != nullptr; node = node->prev) written += node->element.BEnc(buf, NIClass_BER);
-  return written;
+  return AsnEncodeContentInto(buf, *this);
 }
 
 template <class T>
@@ -277,8 +292,6 @@ void AsnSeqOf<T>::BDec(AsnBuf& buf, unsigned long& bytesDecoded, NIClass_Encodin
 
 template <class T>
 unsigned long AsnSeqOf<T>::BEnc(AsnBuf& buf, NIClass_EncodingFormatEnum) {
-  const unsigned long content = this->BEncContent(buf, NIClass_BER);
-  const unsigned long length = BEncDefLen(buf, content);
-  return content + length + BEncTag(buf, kTagSequence);
+  return AsnEncodeValueInto(buf, kTagSequence, static_cast<const AsnListBase&>(*this));
 }
 #pragma GCC visibility pop

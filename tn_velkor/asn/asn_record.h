@@ -1,9 +1,12 @@
 // AsnRecord<Record>: the parts every record class has in common, written once.
 // A record derives from AsnRecord<itself> and provides, beside its members:
 //   static constexpr char kClassName[]   its registered class name;
-//   static void DescribeMembers(AsnMemberLines<Record>&)
+//   template <class Lines> static void DescribeMembers(Lines&)
 //                                         its members, one line each, in
 //                                         declaration order (asn_member_lines.h);
+//                                         run with the lines that register the
+//                                         class, make its member plan, and
+//                                         encode it (asn_record_encoding.h);
 //   its special members, which apply AsnSequence's generic Constructor,
 //   CopyConstructor, Destructor and Assign once its own members exist.
 // The record compiler writes all of it from the module text.
@@ -14,6 +17,7 @@
 #include "tn_platform/asn/asn_sequence.h"
 #include "tn_platform/refl/object_functions.h"
 #include "tn_velkor/asn/asn_member_lines.h"
+#include "tn_velkor/asn/asn_record_encoding.h"
 
 template <class Record>
 class AsnRecord : public AsnSequence {
@@ -27,6 +31,24 @@ class AsnRecord : public AsnSequence {
   }
 
   const AsnRecordPlan& Plan() const override { return MemberPlan(); }
+
+  // The encoder's passes, compiled from the member lines; inlined where the
+  // record's class is known (a list of it, a member of its type).
+  [[gnu::always_inline]] unsigned long MeasureContent(AsnEncodeSizes& sizes) const override {
+    AsnMeasureLines<Record> lines(static_cast<const Record&>(*this), sizes);
+    Record::DescribeMembers(lines);
+    return lines.Length();
+  }
+  [[gnu::always_inline]] unsigned char* WriteContent(unsigned char* out, AsnEncodeSizes& sizes) const override {
+    AsnWriteLines<Record> lines(static_cast<const Record&>(*this), out, sizes);
+    Record::DescribeMembers(lines);
+    return lines.End();
+  }
+  // Tag, length and members, in front of what `buf` holds; the record's
+  // class is known here, so both passes are direct calls.
+  unsigned long BEnc(AsnBuf& buf, NIClass_EncodingFormatEnum) override {
+    return AsnEncodeValueInto(buf, kTagSequence, static_cast<const Record&>(*this));
+  }
 
   // The member plan, made once from the member lines on first use (the
   // initialisation of a function-local static is safe under concurrent first use).

@@ -1,0 +1,123 @@
+// The encoder's two passes over one value of the runtime's value classes:
+// AsnContentLength measures its content (the sizing pass, which notes the
+// lengths of constructed values in AsnEncodeSizes) and AsnWriteValue writes
+// its complete encoding under a given tag front to back (the writing pass,
+// which takes those lengths in the same order). Records and lists run these
+// for their members and elements. A record's or list's own passes are
+// virtual; on a value whose class is final (every record and list class the
+// record compiler writes) they are direct calls.
+#pragma once
+#pragma GCC visibility push(default)
+
+#include <cstdint>
+#include <cstring>
+#include <type_traits>
+
+#include "tn_platform/asn/asn_bool.h"
+#include "tn_platform/asn/asn_encode_sizes.h"
+#include "tn_platform/asn/asn_int.h"
+#include "tn_platform/asn/asn_list_base.h"
+#include "tn_platform/asn/asn_octs.h"
+#include "tn_platform/asn/asn_sequence.h"
+#include "tn_platform/asn/ber.h"
+
+// Copies `size` octets to `out`; returns the end. Short runs (most texts of
+// a record) take two overlapping word stores instead of a call.
+inline unsigned char* AsnCopyOctets(unsigned char* out, const unsigned char* data, std::size_t size) {
+  if (size >= 8 && size <= 16) {
+    std::uint64_t head, tail;
+    std::memcpy(&head, data, 8);
+    std::memcpy(&tail, data + size - 8, 8);
+    std::memcpy(out, &head, 8);
+    std::memcpy(out + size - 8, &tail, 8);
+  } else if (size >= 4 && size < 8) {
+    std::uint32_t head, tail;
+    std::memcpy(&head, data, 4);
+    std::memcpy(&tail, data + size - 4, 4);
+    std::memcpy(out, &head, 4);
+    std::memcpy(out + size - 4, &tail, 4);
+  } else if (size != 0 && size < 4) {
+    out[0] = data[0];
+    out[size / 2] = data[size / 2];
+    out[size - 1] = data[size - 1];
+  } else if (size != 0) {
+    std::memcpy(out, data, size);
+  }
+  return out + size;
+}
+
+// The universal tag a value of class `Value` carries on its own (as a list
+// element, or a mandatory member).
+template <class Value>
+constexpr AsnTag AsnUniversalTagOf() {
+  if constexpr (std::is_same_v<Value, AsnOcts>) return kTagOctetString;
+  if constexpr (std::is_same_v<Value, AsnTinyInt> || std::is_same_v<Value, AsnInt>) return kTagInteger;
+  if constexpr (std::is_same_v<Value, AsnBool>) return kTagBoolean;
+  return kTagSequence;
+}
+
+// Sizing pass: the content length of `value`. A record or list takes its
+// slot in `sizes` before its members do.
+template <class Value>
+inline unsigned long AsnContentLength(const Value& value, AsnEncodeSizes& sizes) {
+  if constexpr (std::is_same_v<Value, AsnOcts>) {
+    return value.Len();
+  } else if constexpr (std::is_same_v<Value, AsnTinyInt> || std::is_same_v<Value, AsnInt>) {
+    return asn_integer::ContentOctets(value.Value());
+  } else if constexpr (std::is_same_v<Value, AsnBool>) {
+    return 1;
+  } else {
+    static_assert(std::is_base_of_v<AsnListBase, Value> || std::is_base_of_v<AsnSequence, Value>,
+                  "a value class the encoder does not handle");
+    const std::size_t slot = sizes.TakeSlot();
+    const unsigned long length = value.MeasureContent(sizes);
+    sizes.Set(slot, length);
+    return length;
+  }
+}
+
+// Writing pass: tag, length and content of `value` at `out`; returns the end.
+template <class Value>
+inline unsigned char* AsnWriteValue(unsigned char* out, AsnTag tag, const Value& value, AsnEncodeSizes& sizes) {
+  if constexpr (std::is_same_v<Value, AsnOcts>) {
+    const std::string_view octets = value.view();
+    out = AsnWriteHeader(out, tag, octets.size());
+    return AsnCopyOctets(out, reinterpret_cast<const unsigned char*>(octets.data()), octets.size());
+  } else if constexpr (std::is_same_v<Value, AsnTinyInt> || std::is_same_v<Value, AsnInt>) {
+    const unsigned octets = asn_integer::ContentOctets(value.Value());
+    return asn_integer::WriteContent(AsnWriteHeader(out, tag, octets), value.Value(), octets);
+  } else if constexpr (std::is_same_v<Value, AsnBool>) {
+    out = AsnWriteHeader(out, tag, 1);
+    *out = value.Value() ? 0xFF : 0x00;
+    return out + 1;
+  } else {
+    return value.WriteContent(AsnWriteHeader(out, tag, sizes.Next()), sizes);
+  }
+}
+
+// Both passes for a whole record or list under `tag`, in front of what
+// `buf` holds; returns the octets written. Its own length is known between
+// the passes, so it takes no slot.
+template <class Value>
+inline unsigned long AsnEncodeValueInto(AsnBuf& buf, AsnTag tag, const Value& value) {
+  AsnEncodeSizes& sizes = buf.EncodeSizes();
+  sizes.Clear();
+  const unsigned long length = value.MeasureContent(sizes);
+  const unsigned long size = AsnEncodedSize(tag, length);
+  sizes.StartReading();
+  value.WriteContent(AsnWriteHeader(buf.ReserveFront(size), tag, length), sizes);
+  return size;
+}
+
+// Both passes for the content alone of a record or list (its members or
+// elements, without its own tag and length).
+template <class Value>
+inline unsigned long AsnEncodeContentInto(AsnBuf& buf, const Value& value) {
+  AsnEncodeSizes& sizes = buf.EncodeSizes();
+  sizes.Clear();
+  const unsigned long length = value.MeasureContent(sizes);
+  sizes.StartReading();
+  value.WriteContent(buf.ReserveFront(length), sizes);
+  return length;
+}
+#pragma GCC visibility pop
