@@ -17,6 +17,7 @@
 #include "tn_platform/asn/asn_sequence.h"
 #include "tn_platform/refl/object_functions.h"
 #include "tn_velkor/asn/asn_member_lines.h"
+#include "tn_velkor/asn/asn_record_decoding.h"
 #include "tn_velkor/asn/asn_record_encoding.h"
 
 template <class Record>
@@ -50,6 +51,23 @@ class AsnRecord : public AsnSequence {
     return AsnEncodeValueInto(buf, kTagSequence, static_cast<const Record&>(*this));
   }
 
+  // Decoding: a record of primitive members in its common form is read by
+  // the fast path compiled from the member lines; everything else, and every
+  // refusal, by the generic decoder on the member plan.
+  void BDec(AsnBuf& buf, unsigned long& bytesDecoded, NIClass_EncodingFormatEnum format) override {
+    unsigned long length = 0;
+    const std::size_t headerLength = kFlat ? AsnFastSequenceHeader(buf, length) : 0;
+    if (headerLength == 0 || !DecodeFast(buf, headerLength, length, bytesDecoded)) {
+      AsnSequence::BDec(buf, bytesDecoded, format);
+    }
+  }
+  void BDecContent(AsnBuf& buf, unsigned int tag, unsigned long length, unsigned long& bytesDecoded,
+                   NIClass_EncodingFormatEnum format) override {
+    if (!kFlat || !DecodeFast(buf, 0, length, bytesDecoded)) {
+      AsnSequence::BDecContent(buf, tag, length, bytesDecoded, format);
+    }
+  }
+
   // The member plan, made once from the member lines on first use (the
   // initialisation of a function-local static is safe under concurrent first use).
   static const AsnRecordPlan& MemberPlan() {
@@ -76,6 +94,18 @@ class AsnRecord : public AsnSequence {
   AsnRecord& operator=(const AsnRecord&) = default;
 
  private:
+  static bool MembersAreFlat() {
+    AsnFlatMemberLines<Record> lines;
+    Record::DescribeMembers(lines);
+    return lines.Flat();
+  }
+  // Whether the decoder's fast path applies to the class.
+  static inline const bool kFlat = MembersAreFlat();
+  bool DecodeFast(AsnBuf& buf, std::size_t headerLength, unsigned long length, unsigned long& bytesDecoded) {
+    return AsnDecodeContentFast(static_cast<Record&>(*this), buf, headerLength, length, bytesDecoded,
+                                [](auto& lines) { Record::DescribeMembers(lines); });
+  }
+
   // Kept out of MemberPlan, which the codec calls for every record: its fast
   // path is then a test and a return.
   __attribute__((noinline)) static AsnRecordPlan MakePlan() {
