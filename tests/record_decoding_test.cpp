@@ -1,5 +1,5 @@
 // The record decoder's fast path against the generic decoder: for records of
-// primitive members, every valid encoding and thousands of broken variants
+// primitive members and lists of them, every valid encoding and thousands of broken variants
 // of it must come out the same (the same value, or the same error), whether
 // decoded into a fresh record or into one whose optional members are set.
 #include <gtest/gtest.h>
@@ -120,6 +120,22 @@ TEST(RecordDecoding, FastPathDecidesAsTheGenericDecoderDoes) {
   };
   for (const char* hex : singleReturns) {
     ExpectSameAsGeneric<AsnSingleReturn>(Hex(hex), [](AsnSingleReturn& r) { r.retCode.GetOrCreate() = 3; });
+  }
+
+  // A list member: checked whole before anything is stored.
+  const char* const errInfos[] = {
+      "30 0B 30 03 02 01 05 80 01 41 02 01 07",                 // objID {5}, objName, errCode
+      "30 0E 30 03 02 01 05 80 01 41 02 01 07 81 01 44",        // and strOperDesc
+      "30 05 30 00 02 01 07",                                   // an empty objID
+      "30 0B 30 06 02 01 01 02 01 02 02 01 07",                 // objID {1, 2}
+      "30 0C 30 04 02 02 00 05 80 01 41 02 01 07",              // refused: an element not minimal
+  };
+  for (const char* hex : errInfos) {
+    ExpectSameAsGeneric<qcommon::QAsnErrInfo>(Hex(hex), [](qcommon::QAsnErrInfo& info) {
+      info.objID.Append()->Set(9);
+      info.objName.GetOrCreate().Set("old");
+      info.strOperDesc.GetOrCreate().Set("old");
+    });
   }
 
   // An octet string and a 64-bit integer.

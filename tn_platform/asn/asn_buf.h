@@ -138,8 +138,8 @@ class AsnBuf {
     ++m_depth;
   }
   void LeaveConstructed() { --m_depth; }
-  // True when one more constructed level may be entered.
-  bool MayEnterConstructed() const { return m_depth < AsnDecodeLimits::kMaxDepth; }
+  // True when `levels` more constructed levels may be entered.
+  bool MayEnterConstructed(unsigned levels) const { return m_depth + levels <= AsnDecodeLimits::kMaxDepth; }
 
   // Throws the AsnDecodeError of the overrun noted last: about the element
   // that ran past its list's length.

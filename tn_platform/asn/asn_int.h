@@ -16,12 +16,13 @@ namespace asn_integer {
 unsigned long EncodeContent(AsnBuf& buf, std::int64_t value);
 // How many octets the minimal two's-complement content of `value` takes:
 // its significant bits, sign bit included, rounded up to octets.
-inline unsigned ContentOctets(std::int64_t value) {
+[[gnu::always_inline]] inline unsigned ContentOctets(std::int64_t value) {
   return (71 - static_cast<unsigned>(__builtin_clrsbll(value))) / 8;
 }
 // Writes the `octets` low octets of `value`, most significant first, at
 // `out`; returns the end.
-inline unsigned char* WriteContent(unsigned char* out, std::int64_t value, unsigned octets) {
+[[gnu::always_inline]] inline unsigned char* WriteContent(unsigned char* out, std::int64_t value,
+                                                          unsigned octets) {
   for (unsigned i = octets; i-- > 0;) *out++ = static_cast<unsigned char>(static_cast<std::uint64_t>(value) >> (8 * i));
   return out;
 }

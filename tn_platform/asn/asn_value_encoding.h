@@ -23,7 +23,7 @@
 
 // Copies `size` octets to `out`; returns the end. Short runs (most texts of
 // a record) take two overlapping word stores instead of a call.
-inline unsigned char* AsnCopyOctets(unsigned char* out, const unsigned char* data, std::size_t size) {
+[[gnu::always_inline]] inline unsigned char* AsnCopyOctets(unsigned char* out, const unsigned char* data, std::size_t size) {
   if (size >= 8 && size <= 16) {
     std::uint64_t head, tail;
     std::memcpy(&head, data, 8);
@@ -59,7 +59,7 @@ constexpr AsnTag AsnUniversalTagOf() {
 // Sizing pass: the content length of `value`. A record or list takes its
 // slot in `sizes` before its members do.
 template <class Value>
-inline unsigned long AsnContentLength(const Value& value, AsnEncodeSizes& sizes) {
+[[gnu::always_inline]] inline unsigned long AsnContentLength(const Value& value, AsnEncodeSizes& sizes) {
   if constexpr (std::is_same_v<Value, AsnOcts>) {
     return value.Len();
   } else if constexpr (std::is_same_v<Value, AsnTinyInt> || std::is_same_v<Value, AsnInt>) {
@@ -78,7 +78,7 @@ inline unsigned long AsnContentLength(const Value& value, AsnEncodeSizes& sizes)
 
 // Writing pass: tag, length and content of `value` at `out`; returns the end.
 template <class Value>
-inline unsigned char* AsnWriteValue(unsigned char* out, AsnTag tag, const Value& value, AsnEncodeSizes& sizes) {
+[[gnu::always_inline]] inline unsigned char* AsnWriteValue(unsigned char* out, AsnTag tag, const Value& value, AsnEncodeSizes& sizes) {
   if constexpr (std::is_same_v<Value, AsnOcts>) {
     const std::string_view octets = value.view();
     out = AsnWriteHeader(out, tag, octets.size());
@@ -99,7 +99,7 @@ inline unsigned char* AsnWriteValue(unsigned char* out, AsnTag tag, const Value&
 // `buf` holds; returns the octets written. Its own length is known between
 // the passes, so it takes no slot.
 template <class Value>
-inline unsigned long AsnEncodeValueInto(AsnBuf& buf, AsnTag tag, const Value& value) {
+[[gnu::always_inline]] inline unsigned long AsnEncodeValueInto(AsnBuf& buf, AsnTag tag, const Value& value) {
   AsnEncodeSizes& sizes = buf.EncodeSizes();
   sizes.Clear();
   const unsigned long length = value.MeasureContent(sizes);

@@ -35,6 +35,8 @@ inline constexpr char kAsnListSourceName[] = "tn_velkor_unity";
 template <class T>
 class AsnList : public AsnListBase {
  public:
+  using Element = T;
+
   AsnList() = default;
   AsnList(const AsnList& other) : AsnListBase() { AssignList(other); }
   AsnList& operator=(const AsnList& other) {

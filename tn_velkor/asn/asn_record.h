@@ -94,15 +94,17 @@ class AsnRecord : public AsnSequence {
   AsnRecord& operator=(const AsnRecord&) = default;
 
  private:
-  static bool MembersAreFlat() {
+  static AsnFlatMemberLines<Record> FlatLines() {
     AsnFlatMemberLines<Record> lines;
     Record::DescribeMembers(lines);
-    return lines.Flat();
+    return lines;
   }
-  // Whether the decoder's fast path applies to the class.
-  static inline const bool kFlat = MembersAreFlat();
+  // Whether the decoder's fast path applies to the class, and whether its
+  // members include lists.
+  static inline const bool kFlat = FlatLines().Flat();
+  static inline const bool kHasLists = FlatLines().HasLists();
   bool DecodeFast(AsnBuf& buf, std::size_t headerLength, unsigned long length, unsigned long& bytesDecoded) {
-    return AsnDecodeContentFast(static_cast<Record&>(*this), buf, headerLength, length, bytesDecoded,
+    return AsnDecodeContentFast(static_cast<Record&>(*this), buf, headerLength, length, kHasLists, bytesDecoded,
                                 [](auto& lines) { Record::DescribeMembers(lines); });
   }
 

@@ -8,7 +8,10 @@
 // well-formed integers and booleans, the content used up exactly. On
 // anything else it reports that it did not decode, having moved nothing in
 // the input, and the caller runs the generic decoder on the same octets,
-// which decodes the record afresh or throws the error it always throws.
+// which decodes the record afresh or throws the error it always throws. A
+// record with list members is checked whole first and only then stored; its
+// lists decode their elements themselves, as they do under the generic
+// decoder.
 #pragma once
 #pragma GCC visibility push(default)
 
@@ -24,8 +27,33 @@
 #include "tn_velkor/asn/asn_member_lines.h"
 #include "tn_velkor/asn/asn_record_encoding.h"
 
-// Whether a record's members suit the fast path: every one primitive, with a
-// one-octet tag.
+// The content of one primitive value of class `Value` that the generic
+// decoder takes as it is: an integer with content that fits and is minimal,
+// a boolean of one octet, any octet string.
+template <class Value>
+[[gnu::always_inline]] inline bool AsnFastContentAcceptable(const unsigned char* content, std::size_t length) {
+  if constexpr (std::is_same_v<Value, AsnTinyInt> || std::is_same_v<Value, AsnInt>) {
+    constexpr std::size_t kMaxOctets = std::is_same_v<Value, AsnTinyInt> ? 4 : 8;
+    return length != 0 && length <= kMaxOctets &&
+           !(length > 1 && ((content[0] == 0x00 && (content[1] & 0x80) == 0) ||
+                            (content[0] == 0xFF && (content[1] & 0x80) != 0)));
+  } else if constexpr (std::is_same_v<Value, AsnBool>) {
+    return length == 1;
+  } else {
+    return true;
+  }
+}
+
+// The length of the short-form value with one-octet tag `tag` at [pos, end),
+// or -1 when that is not what stands there.
+[[gnu::always_inline]] inline long AsnFastShortValue(const unsigned char* pos, const unsigned char* end,
+                                                     unsigned char tag) {
+  if (end - pos < 2 || pos[0] != tag || pos[1] >= 0x80 || pos[1] > end - pos - 2) return -1;
+  return pos[1];
+}
+
+// Whether a record's members suit the fast path (every one primitive or a
+// list of primitive values, with a one-octet tag), and whether it has lists.
 template <class Record>
 class AsnFlatMemberLines {
  public:
@@ -33,77 +61,85 @@ class AsnFlatMemberLines {
   void Add(const char*, Member Record::*, short number = -1) {
     using Value = typename AsnMemberTraits<Member>::Value;
     constexpr AsnMemberKind kind = AsnMemberKindFor<Value>();
-    if (kind == AsnMemberKind::kList || kind == AsnMemberKind::kRecord) m_flat = false;
+    if constexpr (kind == AsnMemberKind::kRecord) {
+      m_flat = false;
+    } else if constexpr (kind == AsnMemberKind::kList) {
+      constexpr AsnMemberKind elementKind = AsnMemberKindFor<typename Value::Element>();
+      if (elementKind == AsnMemberKind::kList || elementKind == AsnMemberKind::kRecord) m_flat = false;
+      m_lists = true;
+    }
     if ((TagFirstOctet(AsnMemberTagOf<Member>(number)) & 0x1F) == 0x1F) m_flat = false;
   }
   bool Flat() const { return m_flat; }
+  bool HasLists() const { return m_lists; }
 
  private:
   bool m_flat = true;
+  bool m_lists = false;
+};
+
+// How AsnFastDecodeLines goes over the members.
+enum class AsnFastPass : unsigned char {
+  kCheckAndStore,  // one pass that stores as it checks (no list members)
+  kCheck,          // checks only, storing nothing
+  kStore,          // stores input a kCheck pass accepted
 };
 
 // Reads the members of one record from [pos, end); Done() tells whether it
-// took them all, in order, and exactly up to `end`.
-template <class Record>
+// took them all, in order, and exactly up to `end`. In a kStore pass a list
+// member is decoded by the list itself from `buf`, whose read position is
+// brought along (BufPos()).
+template <class Record, AsnFastPass kPass>
 class AsnFastDecodeLines {
  public:
-  AsnFastDecodeLines(Record& record, const unsigned char* pos, const unsigned char* end)
-      : m_record(record), m_pos(pos), m_end(end) {}
+  AsnFastDecodeLines(Record& record, const unsigned char* pos, const unsigned char* end, AsnBuf* buf = nullptr,
+                     const unsigned char* bufPos = nullptr)
+      : m_record(record), m_pos(pos), m_end(end), m_buf(buf), m_bufPos(bufPos) {}
 
   template <class Member>
-  void Add(const char*, Member Record::*member, short number = -1) {
+  [[gnu::always_inline]] void Add(const char* name, Member Record::*member, short number = -1) {
     using Traits = AsnMemberTraits<Member>;
     using Value = typename Traits::Value;
     constexpr AsnMemberKind kind = AsnMemberKindFor<Value>();
-    if constexpr (kind == AsnMemberKind::kList || kind == AsnMemberKind::kRecord) {
-      m_ok = false;  // a list or record: never in a record the fast path takes
+    if constexpr (kind == AsnMemberKind::kRecord) {
+      m_ok = false;  // never in a record the fast path takes
     } else {
       if (!m_ok) return;
-      const unsigned char tag = TagFirstOctet(AsnMemberTagOf<Member>(number));
-      std::size_t length = 0;
-      if (m_end - m_pos < 2 || m_pos[0] != tag || (length = m_pos[1]) >= 0x80 ||
-          length > static_cast<std::size_t>(m_end - m_pos - 2)) {
+      const AsnTag tag = AsnMemberTagOf<Member>(number);
+      const long length = AsnFastShortValue(m_pos, m_end, TagFirstOctet(tag));
+      if (length < 0) {
         // Not this member's short form: an absent optional member, or a case
         // for the generic decoder (which the members after it, or the end
         // test, then find).
         if constexpr (Traits::kOptional) {
-          (m_record.*member).Reset();
+          if constexpr (kPass != AsnFastPass::kCheck) (m_record.*member).Reset();
         } else {
           m_ok = false;
         }
         return;
       }
       const unsigned char* content = m_pos + 2;
-      if constexpr (std::is_same_v<Value, AsnTinyInt> || std::is_same_v<Value, AsnInt>) {
-        constexpr std::size_t kMaxOctets = std::is_same_v<Value, AsnTinyInt> ? 4 : 8;
-        // Refused by the generic decoder: no content, too long, not minimal.
-        if (length == 0 || length > kMaxOctets ||
-            (length > 1 && ((content[0] == 0x00 && (content[1] & 0x80) == 0) ||
-                            (content[0] == 0xFF && (content[1] & 0x80) != 0)))) {
-          m_ok = false;
-          return;
-        }
-      } else if constexpr (std::is_same_v<Value, AsnBool>) {
-        if (length != 1) {
-          m_ok = false;
-          return;
-        }
-      }
-      Value& value = ValueOf(m_record.*member);
-      if constexpr (std::is_same_v<Value, AsnOcts>) {
-        value.Set(content, length);
-      } else if constexpr (std::is_same_v<Value, AsnBool>) {
-        value.Set(content[0] != 0);
-      } else {
-        std::uint64_t bits = (content[0] & 0x80) ? ~std::uint64_t{0} : 0;
-        for (std::size_t i = 0; i < length; ++i) bits = (bits << 8) | content[i];
-        value.Set(static_cast<decltype(value.Value())>(static_cast<std::int64_t>(bits)));
-      }
       m_pos = content + length;
+      if constexpr (kind == AsnMemberKind::kList) {
+        if constexpr (kPass == AsnFastPass::kStore) {
+          StoreList(name, ValueOf(m_record.*member), tag, content, length);
+        } else {
+          m_ok = CheckElements<typename Value::Element>(content, m_pos);
+        }
+      } else {
+        if constexpr (kPass != AsnFastPass::kStore) {
+          if (!AsnFastContentAcceptable<Value>(content, length)) {
+            m_ok = false;
+            return;
+          }
+        }
+        if constexpr (kPass != AsnFastPass::kCheck) Store(ValueOf(m_record.*member), content, length);
+      }
     }
   }
 
   bool Done() const { return m_ok && m_pos == m_end; }
+  const unsigned char* BufPos() const { return m_bufPos; }
 
  private:
   template <class Value>
@@ -115,26 +151,82 @@ class AsnFastDecodeLines {
     return holder.GetOrCreate();
   }
 
+  template <class Value>
+  static void Store(Value& value, const unsigned char* content, std::size_t length) {
+    if constexpr (std::is_same_v<Value, AsnOcts>) {
+      value.Set(content, length);
+    } else if constexpr (std::is_same_v<Value, AsnBool>) {
+      value.Set(content[0] != 0);
+    } else {
+      std::uint64_t bits = (content[0] & 0x80) ? ~std::uint64_t{0} : 0;
+      for (std::size_t i = 0; i < length; ++i) bits = (bits << 8) | content[i];
+      value.Set(static_cast<decltype(value.Value())>(static_cast<std::int64_t>(bits)));
+    }
+  }
+
+  // Every element of a list's content short-form and acceptable, filling it.
+  template <class Element>
+  static bool CheckElements(const unsigned char* pos, const unsigned char* end) {
+    while (pos != end) {
+      const long length = AsnFastShortValue(pos, end, TagFirstOctet(AsnUniversalTagOf<Element>()));
+      if (length < 0 || !AsnFastContentAcceptable<Element>(pos + 2, length)) return false;
+      pos += 2 + length;
+    }
+    return true;
+  }
+
+  // The list decodes its checked content itself, as under the generic
+  // decoder; what it may still refuse (a limit) names the member as the
+  // generic decoder does.
+  template <class List>
+  void StoreList(const char* name, List& list, AsnTag tag, const unsigned char* content, std::size_t length) {
+    m_buf->GetSeg(static_cast<std::size_t>(content - m_bufPos));
+    unsigned long consumed = 0;
+    try {
+      list.BDecContent(*m_buf, tag, length, consumed, NIClass_BER);
+    } catch (AsnDecodeError* error) {
+      error->PlaceAt(m_buf->Offset() - consumed - 2);
+      error->AddMember(name);
+      throw;
+    }
+    m_bufPos = content + length;
+  }
+
   Record& m_record;
   const unsigned char* m_pos;
   const unsigned char* m_end;
+  AsnBuf* m_buf;
+  const unsigned char* m_bufPos;
   bool m_ok = true;
 };
 
 // The fast path's view of a record's content: `length` octets at the front
-// of `buf` (a definite length that the input holds), for the members of
-// `record`, whose member lines `describe(lines)` runs. True when it decoded
-// them and consumed `headerLength` + `length` octets; false when the generic
-// decoder is to, nothing consumed.
+// of `buf` after `headerLength` octets of header (a definite length that the
+// input holds), for the members of `record`, whose member lines
+// `describe(lines)` runs. True when it decoded them and consumed the header
+// and the content; false when the generic decoder is to, nothing consumed.
 template <class Record, class Describe>
 bool AsnDecodeContentFast(Record& record, AsnBuf& buf, std::size_t headerLength, unsigned long length,
-                          unsigned long& bytesDecoded, Describe&& describe) {
-  if (length > buf.Remaining() - headerLength || !buf.MayEnterConstructed()) return false;
-  const unsigned char* content = buf.GetSeg(0) + headerLength;
-  AsnFastDecodeLines<Record> lines(record, content, content + length);
-  describe(lines);
-  if (!lines.Done()) return false;
-  buf.GetSeg(headerLength + length);
+                          bool hasLists, unsigned long& bytesDecoded, Describe&& describe) {
+  // A list member is one constructed level more.
+  if (length > buf.Remaining() - headerLength || !buf.MayEnterConstructed(hasLists ? 2 : 1)) return false;
+  const unsigned char* start = buf.GetSeg(0);
+  const unsigned char* content = start + headerLength;
+  const unsigned char* end = content + length;
+  if (!hasLists) {
+    AsnFastDecodeLines<Record, AsnFastPass::kCheckAndStore> lines(record, content, end);
+    describe(lines);
+    if (!lines.Done()) return false;
+    buf.GetSeg(headerLength + length);
+  } else {
+    AsnFastDecodeLines<Record, AsnFastPass::kCheck> check(record, content, end);
+    describe(check);
+    if (!check.Done()) return false;
+    const AsnNestingGuard nesting(buf);
+    AsnFastDecodeLines<Record, AsnFastPass::kStore> store(record, content, end, &buf, start);
+    describe(store);
+    buf.GetSeg(static_cast<std::size_t>(end - store.BufPos()));
+  }
   bytesDecoded += headerLength + length;
   return true;
 }

@@ -45,7 +45,7 @@ class AsnMeasureLines {
   AsnMeasureLines(const Record& record, AsnEncodeSizes& sizes) : m_record(record), m_sizes(sizes) {}
 
   template <class Member>
-  void Add(const char*, Member Record::*member, short number = -1) {
+  [[gnu::always_inline]] void Add(const char*, Member Record::*member, short number = -1) {
     if (const auto* value = AsnPresentValue(m_record.*member)) {
       m_length += AsnEncodedSize(AsnMemberTagOf<Member>(number), AsnContentLength(*value, m_sizes));
     }
@@ -66,7 +66,7 @@ class AsnWriteLines {
       : m_record(record), m_out(out), m_sizes(sizes) {}
 
   template <class Member>
-  void Add(const char*, Member Record::*member, short number = -1) {
+  [[gnu::always_inline]] void Add(const char*, Member Record::*member, short number = -1) {
     if (const auto* value = AsnPresentValue(m_record.*member)) {
       m_out = AsnWriteValue(m_out, AsnMemberTagOf<Member>(number), *value, m_sizes);
     }
