@@ -164,7 +164,7 @@ TEST(Ber, EncodesTagsAndReadsThemBack) {
       continue;
     }
     EXPECT_EQ(Encoded([&](AsnBuf& buf) { return BEncTag(buf, tag); }), c.octets);
-    EXPECT_EQ(Written(AsnTagOctets(tag), [&](unsigned char* out) { return AsnWriteTag(out, tag); }), c.octets);
+    EXPECT_EQ(Written(AsnIdentifierOctets(tag), [&](unsigned char* out) { return AsnWriteTag(out, tag); }), c.octets);
     EXPECT_EQ(TagNumber(tag), c.number);
     const std::vector<unsigned char> input = Input(c.octets);
     AsnBuf buf(input.data(), input.size());

@@ -77,7 +77,7 @@ unsigned long BEncEoc(AsnBuf& buf);
 // How many identifier octets a high-tag-number `tag` takes.
 unsigned AsnHighTagOctets(AsnTag tag);
 // How many identifier octets `tag` takes.
-[[gnu::always_inline]] inline unsigned AsnTagOctets(AsnTag tag) {
+[[gnu::always_inline]] inline unsigned AsnIdentifierOctets(AsnTag tag) {
   return (TagFirstOctet(tag) & 0x1F) != 0x1F ? 1 : AsnHighTagOctets(tag);
 }
 // How many octets the shortest definite form of `length` takes.
@@ -87,7 +87,7 @@ unsigned AsnHighTagOctets(AsnTag tag);
 }
 // Writes the identifier octets of `tag` at `out`; returns the end.
 inline unsigned char* AsnWriteTag(unsigned char* out, AsnTag tag) {
-  const unsigned count = AsnTagOctets(tag);
+  const unsigned count = AsnIdentifierOctets(tag);
   for (unsigned i = 0; i < count; ++i) out[i] = static_cast<unsigned char>(tag >> (24 - 8 * i));
   return out + count;
 }
@@ -115,7 +115,7 @@ inline unsigned char* AsnWriteLength(unsigned char* out, unsigned long length) {
 }
 // Octets a complete encoding with `tag` and `length` content octets takes.
 [[gnu::always_inline]] inline unsigned long AsnEncodedSize(AsnTag tag, unsigned long length) {
-  return AsnTagOctets(tag) + AsnLengthOctets(length) + length;
+  return AsnIdentifierOctets(tag) + AsnLengthOctets(length) + length;
 }
 
 // ---- decoding ---------------------------------------------------------------
