@@ -1,0 +1,38 @@
+// A small BER walker of its own, independent of the codec: it reads any input
+// as nested tag-length-value items, knowing nothing of the records but which
+// primitive tags hold INTEGERs, and reports where the input uses a form that
+// asn1c tolerates and we refuse (or the reverse). The differential fuzz
+// target explains a disagreement between the two decoders by these findings.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+// A primitive tag whose content is an INTEGER: class bits (0x00 universal,
+// 0x80 context-specific, ...) and tag number.
+struct BerIntegerTag {
+  std::uint8_t tagClass;
+  std::uint32_t number;
+};
+
+struct BerFinding {
+  std::string kind;    // "integer-not-minimal", ... (see WalkBer)
+  std::size_t offset;  // the first octet of the item that has it
+};
+
+// The items of `bytes` in order, as far as they can be read, and what is
+// noteworthy about each:
+//   integer-not-minimal      an INTEGER whose first nine bits are all equal
+//   integer-empty            an INTEGER without content octets
+//   indefinite-primitive     a primitive item with the indefinite length
+//                            (the walk cannot go on after it)
+//   high-tag-low-number      a tag number below 31 in the high-tag-number form
+//   high-tag-leading-zero    a high-tag-number form whose first octet is 0x80
+//   length-over-8-octets     a long-form length of more than 8 octets
+//                            (leading zeros) whose value fits 64 bits
+//   nested-deeper-than-32    a constructed item inside 32 others (the walk
+//                            does not go into it)
+std::vector<BerFinding> WalkBer(std::string_view bytes, const std::vector<BerIntegerTag>& integerTags);
