@@ -2,14 +2,32 @@
 // (fuzz/differential/): the first octet picks one of the nine types, the rest
 // is the input both decoders read. Both accepting with different DER, or one
 // side accepting for no reason allowed_verdicts.txt gives, aborts with what
-// each side said.
+// each side said. At exit it prints how many inputs got which verdict (a
+// "fuzz-summary:" line, which scripts/fuzz.sh shows).
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
+#include <map>
+#include <string>
 #include <string_view>
 
 #include "fuzz/differential/differential.h"
+
+namespace {
+
+struct VerdictCounts {
+  std::map<std::string, unsigned long long> counts;
+  ~VerdictCounts() {
+    std::string line = "fuzz-summary: verdicts";
+    for (const auto& [verdict, count] : counts) line += " " + verdict + " " + std::to_string(count);
+    std::fprintf(stderr, "%s\n", line.c_str());
+  }
+};
+
+VerdictCounts verdictCounts;
+
+}  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   if (size == 0) return 0;
@@ -19,5 +37,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     std::fprintf(stderr, "unexplained disagreement: %s\n", verdict.details.c_str());
     std::abort();
   }
+  ++verdictCounts.counts[verdict.verdict];
   return 0;
 }

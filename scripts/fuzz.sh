@@ -112,6 +112,8 @@ for name in "${targets[@]}"; do
     "$before" "$added" "$finding")"
   echo "$line"
   summary+=("$line")
+  # A target may say more about its run on lines of its own.
+  grep -E '^fuzz-summary: ' "$log" | tail -n 1 | sed "s/^fuzz-summary:/  $name:/" || true
 done
 
 printf '\n==== fuzz summary (%ss per target)\n' "$seconds"
