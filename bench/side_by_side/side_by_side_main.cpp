@@ -16,7 +16,7 @@
 #include <string>
 #include <vector>
 
-#include "bench/side_by_side/allocation_count.h"
+#include "tests/memory/allocation_count.h"
 #include "bench/side_by_side/workloads.h"
 
 namespace side_by_side {

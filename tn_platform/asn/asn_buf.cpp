@@ -30,6 +30,12 @@ void AsnBuf::ThrowTooDeep() {
                        " levels");
 }
 
+void AsnBuf::ThrowTooManyElements() const {
+  // About the element being made: the list's caller has not read past it.
+  AsnThrowDecodeError(Offset(), "more than " + std::to_string(m_elementLimit) +
+                                    " list elements, the decode's budget");
+}
+
 void AsnBuf::ThrowLengthOverrun() const {
   AsnDecodeError* error = new AsnDecodeError(m_overrunElementOffset, AsnListOverrunText(m_overrunLength));
   error->AddIndex(m_overrunElementIndex);

@@ -141,12 +141,26 @@ class AsnBuf {
   // True when `levels` more constructed levels may be entered.
   bool MayEnterConstructed(unsigned levels) const { return m_depth + levels <= AsnDecodeLimits::kMaxDepth; }
 
+  // The list elements this decode may still make, of every list together: a
+  // whole-value decode's budget (AsnDecodeBudget, asn_value_io.h). Unlimited
+  // unless limited. A list counts each element as it makes it; one too many
+  // throws an AsnDecodeError about that element.
+  void LimitListElements(std::size_t count) {
+    m_elementLimit = count;
+    m_elementsLeft = count;
+  }
+  void CountListElement() {
+    if (m_elementsLeft == 0) ThrowTooManyElements();
+    --m_elementsLeft;
+  }
+
   // Throws the AsnDecodeError of the overrun noted last: about the element
   // that ran past its list's length.
   [[noreturn]] void ThrowLengthOverrun() const;
 
  private:
   [[noreturn]] static void ThrowTooDeep();
+  [[noreturn]] void ThrowTooManyElements() const;
 
   // Encoding block: the written octets are [m_front, m_block + m_blockSize).
   std::unique_ptr<unsigned char[]> m_block;
@@ -164,6 +178,8 @@ class AsnBuf {
   std::size_t m_overrunElementOffset = 0;
   unsigned long m_overrunElementIndex = 0;
   unsigned m_depth = 0;
+  std::size_t m_elementLimit = ~std::size_t{0};
+  std::size_t m_elementsLeft = ~std::size_t{0};
 };
 
 // Counts one level of constructed nesting for as long as it lives, so the

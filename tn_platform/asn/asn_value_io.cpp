@@ -18,7 +18,12 @@ AsnHeader OuterHeader(AsnBuf& buf) {
 }  // namespace
 
 std::size_t AsnDecodeFront(AsnType& value, std::string_view bytes) {
+  return AsnDecodeFront(value, bytes, AsnDecodeBudget{});
+}
+
+std::size_t AsnDecodeFront(AsnType& value, std::string_view bytes, const AsnDecodeBudget& budget) {
   AsnBuf buf(reinterpret_cast<const unsigned char*>(bytes.data()), bytes.size());
+  buf.LimitListElements(budget.maxListElements);
   unsigned long bytesDecoded = 0;
   try {
     try {
@@ -49,8 +54,10 @@ std::size_t AsnDecodeFront(AsnType& value, std::string_view bytes) {
   return buf.Offset();
 }
 
-void AsnDecodeValue(AsnType& value, std::string_view bytes) {
-  const std::size_t used = AsnDecodeFront(value, bytes);
+void AsnDecodeValue(AsnType& value, std::string_view bytes) { AsnDecodeValue(value, bytes, AsnDecodeBudget{}); }
+
+void AsnDecodeValue(AsnType& value, std::string_view bytes, const AsnDecodeBudget& budget) {
+  const std::size_t used = AsnDecodeFront(value, bytes, budget);
   if (used != bytes.size()) {
     auto* error = new AsnDecodeError(used, AsnOctetCount(bytes.size() - used) + " left over after the value");
     error->AddTypeName(value.typeName());

@@ -9,6 +9,21 @@
 
 #include "tn_platform/asn/asn_type.h"
 
+// What one whole-value decode may build. Without a budget a decode takes at
+// most about 23 bytes of heap per input octet plus a few KiB, accepted or
+// refused (the README's "Memory" states the bound and how it is measured);
+// nearly all of that is list elements, each a whole value in memory for as
+// few as 3 octets of input. A service that wants a tighter cap gives a
+// budget: a decode that would make more list elements (of every list in the
+// value together, nested ones included) is refused with an AsnDecodeError
+// about the first element too many ("more than N list elements, the decode's
+// budget"), the elements made so far freed with the value or on the value's
+// next decode.
+struct AsnDecodeBudget {
+  static constexpr std::size_t kUnlimited = ~std::size_t{0};
+  std::size_t maxListElements = kUnlimited;
+};
+
 // Decodes exactly one complete value from `bytes`. Throws AsnDecodeError* (a
 // CSM_Exception, see asn_decode_error.h) on a malformed encoding, when the
 // input ends early, when the value's content does not take exactly the octets
@@ -16,11 +31,13 @@
 // octets are left over. The error's path starts with the value's type name;
 // its offset counts from the start of `bytes`.
 void AsnDecodeValue(AsnType& value, std::string_view bytes);
+void AsnDecodeValue(AsnType& value, std::string_view bytes, const AsnDecodeBudget& budget);
 
 // Decodes one complete value from the front of `bytes` and returns how many
 // octets it took (for inputs that hold several values one after another).
 // Throws as AsnDecodeValue (octets after the value are not its concern).
 std::size_t AsnDecodeFront(AsnType& value, std::string_view bytes);
+std::size_t AsnDecodeFront(AsnType& value, std::string_view bytes, const AsnDecodeBudget& budget);
 
 // The BER encoding of `value`.
 std::string AsnEncodeValue(AsnType& value);

@@ -235,7 +235,11 @@ void AsnList<T>::BDecContent(AsnBuf& buf, unsigned int, unsigned long length, un
   unsigned long consumed = 0;
   if (length == kIndefiniteLength) {
     try {
-      for (unsigned char next = 0; buf.PeekByte(next) && next != 0x00;) Append()->T::BDec(buf, consumed, NIClass_BER);
+      for (unsigned char next = 0; buf.PeekByte(next) && next != 0x00;) {
+        T* element = Append();
+        buf.CountListElement();
+        element->T::BDec(buf, consumed, NIClass_BER);
+      }
     } catch (AsnDecodeError* error) {
       error->AddIndex(count - 1);
       throw;
@@ -254,6 +258,7 @@ void AsnList<T>::BDecContent(AsnBuf& buf, unsigned int, unsigned long length, un
         elementStart = buf.Offset();
         T* element = Append();
         if (buf.Remaining() == 0) break;
+        buf.CountListElement();
         element->T::BDec(buf, consumed, NIClass_BER);
       }
     } catch (AsnDecodeError* error) {
