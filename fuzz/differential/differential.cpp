@@ -1,9 +1,10 @@
 #include "fuzz/differential/differential.h"
 
+#include <cstdio>
 #include <cstdlib>
 #include <memory>
 #include <sstream>
-#include <utility>
+#include <string>
 #include <vector>
 
 #include "QAsnColumn.h"

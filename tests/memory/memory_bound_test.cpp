@@ -11,23 +11,27 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "tests/memory/allocation_count.h"
 #include "tests/test_bytes.h"
+#include "tn_platform/asn/asn_member.h"
 #include "tn_platform/asn/asn_value_io.h"
+#include "tn_qmodules/asn_catalogue.h"
 #include "tn_velkor/qcommon/qcommon.h"
 
 namespace {
 
 using test_bytes::Hex;
 
-// The bound the README states.
-constexpr double kBytesPerInputOctet = 24;
+// The bound the README states, for any input.
+constexpr unsigned long long kBytesPerInputOctet = 23;
 constexpr unsigned long long kFixedBytes = 4096;
-
-// Inputs of about this size, big enough that the fixed part is small beside
-// the part that grows with the input.
-constexpr std::size_t kInputSize = 1 << 20;
+// With a budget of E list elements: kBytesPerElement x E for the elements,
+// the octet strings' content (at most the input, in a segmented one built up
+// as it comes: up to 3 x input for a moment), and the fixed part.
+constexpr unsigned long long kBytesPerElement = 256;
+constexpr unsigned long long kBudgetedBytesPerInputOctet = 3;
 
 std::string Length(std::size_t length) {
   if (length < 0x80) return std::string(1, static_cast<char>(length));
@@ -38,22 +42,33 @@ std::string Length(std::size_t length) {
 
 std::string Tlv(const std::string& tag, const std::string& content) { return tag + Length(content.size()) + content; }
 
-// A SEQUENCE OF `element` repeated to about kInputSize octets.
-std::string ListOf(const std::string& element) {
-  std::string content;
-  while (content.size() + element.size() <= kInputSize) content += element;
-  return Tlv("\x30", content);
+// `element` repeated to at most `size` octets (at least once).
+std::string Repeated(const std::string& element, std::size_t size) {
+  std::string content = element;
+  while (content.size() + element.size() <= size) content += element;
+  return content;
 }
 
+std::string WithoutLastOctet(std::string input) {
+  input.pop_back();
+  return input;
+}
+
+std::string LastOctetChanged(std::string input) {
+  input.back() = static_cast<char>(0x05);
+  return input;
+}
+
+// A shape of input of about `size` octets, and the type it is decoded as.
 struct Shape {
   const char* name;
-  std::function<AsnType*()> create;
-  std::string input;
+  AsnType* (*create)();
+  std::function<std::string(std::size_t size)> input;
 };
 
 template <class T>
-std::function<AsnType*()> Make() {
-  return [] { return new T(); };
+AsnType* Create() {
+  return new T();
 }
 
 struct Cost {
@@ -63,8 +78,7 @@ struct Cost {
 
 // The peak heap of one decode into a new value, the value included, counted
 // after the type's first use (its one-time registration is not the decode's).
-Cost Measure(const Shape& shape) {
-  delete shape.create();
+Cost Measure(const Shape& shape, const std::string& input, const AsnDecodeBudget& budget) {
   {
     std::unique_ptr<AsnType> warm(shape.create());
     try {
@@ -79,7 +93,7 @@ Cost Measure(const Shape& shape) {
   {
     std::unique_ptr<AsnType> value(shape.create());
     try {
-      AsnDecodeValue(*value, shape.input);
+      AsnDecodeValue(*value, input, budget);
     } catch (CSM_Exception* error) {
       delete error;
       accepted = false;
@@ -88,51 +102,100 @@ Cost Measure(const Shape& shape) {
   return {AllocatedBytesPeak() - before, accepted};
 }
 
-std::string WithoutLastOctet(std::string input) {
-  input.pop_back();
-  return input;
-}
-
-std::string LastOctetChanged(std::string input) {
-  input.back() = static_cast<char>(0x05);
-  return input;
-}
-
-TEST(MemoryBound, HoldsForTheCostlyShapes) {
+std::vector<Shape> CostlyShapes() {
   using namespace qcommon;
   const std::string emptyPair = Hex("30 04 04 00 04 00");
+  const std::string pairIndefinite = Hex("30 80 04 00 04 00 00 00");
   const std::string zero = Hex("02 01 00");
   const std::string bareErrInfo = Hex("30 05 30 00 02 01 00");
   const std::string fullErrInfo = Hex("30 0C 30 03 02 01 00 80 00 02 01 00 81 00");
-  const std::string pairIndefinite = Hex("30 80 04 00 04 00 00 00");
-  const std::string bigOcts = std::string(kInputSize, 'x');
-  std::string nested = Hex("30 80");
-  for (int level = 0; level < 31; ++level) nested += Hex("24 80");
-  for (std::size_t i = 0; nested.size() < kInputSize; ++i) nested += Hex("04 01 41");
-  for (int level = 0; level < 32; ++level) nested += Hex("00 00");
-
-  const Shape shapes[] = {
-      {"QAsnNVSList of empty pairs", Make<QAsnNVSList>(), ListOf(emptyPair)},
-      {"... refused at its last octet", Make<QAsnNVSList>(), LastOctetChanged(ListOf(emptyPair))},
-      {"... cut by its last octet", Make<QAsnNVSList>(), WithoutLastOctet(ListOf(emptyPair))},
-      {"... of indefinite-length pairs", Make<QAsnNVSList>(), ListOf(pairIndefinite)},
-      {"QAsnTinyIntList of zeros", Make<QAsnTinyIntList>(), ListOf(zero)},
-      {"... cut by its last octet", Make<QAsnTinyIntList>(), WithoutLastOctet(ListOf(zero))},
-      {"QAsnErrInfoList of bare entries", Make<QAsnErrInfoList>(), ListOf(bareErrInfo)},
-      {"... of entries with every member", Make<QAsnErrInfoList>(), ListOf(fullErrInfo)},
-      {"QAsnErrInfoReturn with such a list", Make<QAsnErrInfoReturn>(),
-       Tlv("\x30", Hex("02 01 00") + Tlv("\xA0", ListOf(fullErrInfo).substr(4)))},
-      {"QAsnColumn with a 1 MiB OCTET STRING", Make<QAsnColumn>(), Tlv("\x30", Tlv("\x04", bigOcts))},
-      {"... in one-octet segments 32 levels deep", Make<QAsnColumn>(), nested},
-      {"QAsnNVSList declaring 2^31-1 octets", Make<QAsnNVSList>(), Hex("30 84 7F FF FF FF") + emptyPair},
-      {"QAsnColumn declaring 2^63-1 octets", Make<QAsnColumn>(), Hex("30 0B 04 88 7F FF FF FF FF FF FF FF 41")},
+  const auto list = [](const std::string& element) {
+    return [element](std::size_t size) { return Tlv("\x30", Repeated(element, size)); };
   };
-  for (const Shape& shape : shapes) {
-    const Cost cost = Measure(shape);
-    const double perOctet = static_cast<double>(cost.peak) / static_cast<double>(shape.input.size());
-    std::printf("%-45s %9zu octets %s: peak %10llu bytes, %6.2f per octet\n", shape.name, shape.input.size(),
-                cost.accepted ? "accepted" : "refused ", cost.peak, perOctet);
-    EXPECT_LE(cost.peak, kBytesPerInputOctet * static_cast<double>(shape.input.size()) + kFixedBytes) << shape.name;
+  return {
+      {"QAsnNVSList of empty pairs", Create<QAsnNVSList>, list(emptyPair)},
+      {"... refused at its last octet", Create<QAsnNVSList>,
+       [=](std::size_t size) { return LastOctetChanged(list(emptyPair)(size)); }},
+      {"... cut by its last octet", Create<QAsnNVSList>,
+       [=](std::size_t size) { return WithoutLastOctet(list(emptyPair)(size)); }},
+      {"... of indefinite-length pairs", Create<QAsnNVSList>, list(pairIndefinite)},
+      {"QAsnTinyIntList of zeros", Create<QAsnTinyIntList>, list(zero)},
+      {"... cut by its last octet", Create<QAsnTinyIntList>,
+       [=](std::size_t size) { return WithoutLastOctet(list(zero)(size)); }},
+      {"QAsnErrInfoList of bare entries", Create<QAsnErrInfoList>, list(bareErrInfo)},
+      {"... of entries with every member", Create<QAsnErrInfoList>, list(fullErrInfo)},
+      {"QAsnErrInfoReturn with such a list", Create<QAsnErrInfoReturn>,
+       [=](std::size_t size) {
+         return Tlv("\x30", Hex("02 01 00") + Tlv("\xA0", Repeated(fullErrInfo, size)));
+       }},
+      {"QAsnColumn with one long OCTET STRING", Create<QAsnColumn>,
+       [](std::size_t size) { return Tlv("\x30", Tlv("\x04", std::string(size, 'x'))); }},
+      {"... in two segments", Create<QAsnColumn>,
+       [](std::size_t size) {
+         const std::string half = Tlv("\x04", std::string(size / 2, 'x'));
+         return Tlv("\x30", Tlv("\x24", half + half));
+       }},
+      {"... in one-octet segments 32 levels deep", Create<QAsnColumn>,
+       [](std::size_t size) {
+         std::string nested = Hex("30 80") + Repeated(Hex("24 80"), 62);
+         return nested + Repeated(Hex("04 01 41"), size) + Repeated(Hex("00 00"), 64);
+       }},
+      {"QAsnNVSList declaring 2^31-1 octets", Create<QAsnNVSList>,
+       [=](std::size_t size) { return Hex("30 84 7F FF FF FF") + Repeated(emptyPair, size); }},
+      {"QAsnColumn declaring 2^63-1 octets", Create<QAsnColumn>,
+       [](std::size_t size) { return Hex("30 8A 04 88 7F FF FF FF FF FF FF FF") + std::string(size, 'x'); }},
+  };
+}
+
+// From the smallest inputs, where the fixed part shows, to ones where the
+// part that grows with the input dwarfs it.
+constexpr std::size_t kSizes[] = {0, 256, 1 << 16, 1 << 20};
+
+TEST(MemoryBound, HoldsForTheCostlyShapesAtEverySize) {
+  for (const Shape& shape : CostlyShapes()) {
+    for (const std::size_t size : kSizes) {
+      const std::string input = shape.input(size);
+      const Cost cost = Measure(shape, input, AsnDecodeBudget{});
+      std::printf("%-42s %8zu octets %s: peak %9llu bytes, %5.2f per octet\n", shape.name, input.size(),
+                  cost.accepted ? "accepted" : "refused ", cost.peak,
+                  static_cast<double>(cost.peak) / static_cast<double>(input.size()));
+      EXPECT_LE(cost.peak, kBytesPerInputOctet * input.size() + kFixedBytes) << shape.name << ", " << input.size();
+    }
+  }
+}
+
+// Every optional member present, in nested records too: the most objects
+// for the fewest octets a record of that type can have.
+void MakeEveryMemberPresent(AsnType& value) {
+  if (auto* record = dynamic_cast<AsnSequence*>(&value)) {
+    for (const AsnMember& member : AsnMembersOf(*record)) MakeEveryMemberPresent(*member.ValueOrCreate());
+  }
+}
+
+TEST(MemoryBound, HoldsForEveryCatalogueTypeWithEveryMemberPresent) {
+  for (const AsnCatalogueEntry& type : AsnCatalogue::All()) {
+    const Shape shape{type.name.c_str(), type.create, nullptr};
+    std::unique_ptr<AsnType> sample(type.createElement ? type.createElement() : type.create());
+    MakeEveryMemberPresent(*sample);
+    const std::string encoded = AsnEncodeValue(*sample);
+    const std::string input = type.createElement ? Tlv("\x30", Repeated(encoded, 1 << 16)) : encoded;
+    const Cost cost = Measure(shape, input, AsnDecodeBudget{});
+    EXPECT_TRUE(cost.accepted) << type.name;
+    EXPECT_LE(cost.peak, kBytesPerInputOctet * input.size() + kFixedBytes) << type.name << ", " << input.size();
+  }
+}
+
+TEST(MemoryBound, ABudgetOfListElementsCapsIt) {
+  constexpr std::size_t kElements = 1000;
+  AsnDecodeBudget budget;
+  budget.maxListElements = kElements;
+  for (const Shape& shape : CostlyShapes()) {
+    const std::string input = shape.input(1 << 20);
+    const Cost cost = Measure(shape, input, budget);
+    std::printf("%-42s %8zu octets, budget %zu elements: peak %9llu bytes\n", shape.name, input.size(), kElements,
+                cost.peak);
+    EXPECT_LE(cost.peak, kBytesPerElement * kElements + kBudgetedBytesPerInputOctet * input.size() + kFixedBytes)
+        << shape.name;
   }
 }
 

@@ -10,8 +10,8 @@
 #include "tn_platform/asn/asn_type.h"
 
 // What one whole-value decode may build. Without a budget a decode takes at
-// most about 23 bytes of heap per input octet plus a few KiB, accepted or
-// refused (the README's "Memory" states the bound and how it is measured);
+// most 23 bytes of heap per input octet plus 4 KiB at its peak, accepted or
+// refused (the README's "Memory" says how that is measured);
 // nearly all of that is list elements, each a whole value in memory for as
 // few as 3 octets of input. A service that wants a tighter cap gives a
 // budget: a decode that would make more list elements (of every list in the
