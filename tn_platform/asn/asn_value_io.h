@@ -11,14 +11,13 @@
 
 // What one whole-value decode may build. Without a budget a decode takes at
 // most 23 bytes of heap per input octet plus 4 KiB at its peak, accepted or
-// refused (the README's "Memory" says how that is measured);
-// nearly all of that is list elements, each a whole value in memory for as
-// few as 3 octets of input. A service that wants a tighter cap gives a
-// budget: a decode that would make more list elements (of every list in the
-// value together, nested ones included) is refused with an AsnDecodeError
-// about the first element too many ("more than N list elements, the decode's
-// budget"), the elements made so far freed with the value or on the value's
-// next decode.
+// refused (the README's "Memory" says how that is measured); nearly all of
+// it is list elements, each a whole value in memory for as few as 3 octets
+// of input. A service that wants a tighter cap gives a budget: a decode that
+// would make more list elements (of every list in the value together, nested
+// ones included) is refused with an AsnDecodeError about the first element
+// too many ("more than N list elements, the decode's budget"); the elements
+// made so far go with the value or with its next decode.
 struct AsnDecodeBudget {
   static constexpr std::size_t kUnlimited = ~std::size_t{0};
   std::size_t maxListElements = kUnlimited;
