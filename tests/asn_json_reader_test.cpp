@@ -8,6 +8,7 @@
 
 #include "tests/test_bytes.h"
 #include "tn_platform/asn/asn_json_reader.h"
+#include "tn_platform/asn/asn_json_transcoder.h"
 #include "tn_platform/asn/asn_json_writer.h"
 #include "tn_platform/asn/asn_value_io.h"
 #include "tn_qmodules/asn_catalogue.h"
@@ -21,9 +22,14 @@ std::unique_ptr<AsnType> Create(const char* type) {
   return std::unique_ptr<AsnType>(entry->create());
 }
 
+// The strict reader's message; the direct JSON-to-BER conversion must refuse
+// the same text in the same words.
 std::string Refusal(const char* type, AsnJsonForm form, const std::string& text) {
   const std::unique_ptr<AsnType> value = Create(type);
-  return test_bytes::ThrownMessage([&] { AsnReadJson(*value, text, form); });
+  const std::string message = test_bytes::ThrownMessage([&] { AsnReadJson(*value, text, form); });
+  const std::unique_ptr<AsnType> direct = Create(type);
+  EXPECT_EQ(test_bytes::ThrownMessage([&] { AsnJsonToBer(*direct, text, form); }), message) << "AsnJsonToBer: " << text;
+  return message;
 }
 
 constexpr AsnJsonForm kJer = AsnJsonForm::kJer;
@@ -81,6 +87,7 @@ TEST(AsnJsonReader, RefusesWithPathAndOffset) {
       {"QAsnColumn", kReadable, R"({"strCondition":{"hex":"00","x":1}})", R"(QAsnColumn.strCondition: expected a string or {"hex": "..."} at offset 16)"},
       {"QAsnColumn", kReadable, R"({"strCondition":null})", "QAsnColumn.strCondition: missing (a mandatory member) at offset 16"},
       {"QProbePart", kReadable, R"({"name":"","weight":"12x"})", "QProbePart.weight: expected an integer, found a string that is no integer at offset 20"},
+      {"QProbePart", kReadable, "{\"name\":\"\",\"weight\":\"9\n\"}", "QProbePart.weight: expected an integer, found a string that is no integer at offset 20"},
       {"QProbePart", kReadable, R"({"name":"","weight":"9223372036854775808"})",
        "QProbePart.weight: integer 9223372036854775808 out of range (-9223372036854775808 to 9223372036854775807) at offset 20"},
       {"QAsnColumn", kReadable, R"({"//":[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[]]]]]]]]]]]]]]]]]]]]]]]]]]]]]]]]]],"strCondition":""})",

@@ -291,7 +291,12 @@ class Transcoding {
     const std::size_t count = static_cast<std::size_t>(m_at - digits);
     if (count == 0 || (count > 1 && *digits == '0') || start == m_end) throw GiveUp();
     if (m_at != m_end && (*m_at == '.' || *m_at == 'e' || *m_at == 'E')) throw GiveUp();
-    if (quoted) Expect('"');
+    // The closing quote must follow the digits at once: blanks inside the
+    // string make it no integer.
+    if (quoted) {
+      if (m_at == m_end || *m_at != '"') throw GiveUp();
+      ++m_at;
+    }
     const std::uint64_t limit = negative ? static_cast<std::uint64_t>(-(min + 1)) + 1 : static_cast<std::uint64_t>(max);
     if (magnitude > limit) throw GiveUp();
     const long long value = negative ? static_cast<long long>(0 - magnitude) : static_cast<long long>(magnitude);
