@@ -15,6 +15,7 @@
 #include <vector>
 
 #include "fuzz/fuzz_catalogue.h"
+#include "tests/trickle_source.h"
 #include "tn_platform/asn/asn_ber_list_reader.h"
 #include "tn_platform/asn/asn_json_list_reader.h"
 #include "tn_platform/asn/asn_json_reader.h"
@@ -32,15 +33,6 @@ const std::vector<AsnCatalogueEntry>& Lists() {
     return found;
   }();
   return lists;
-}
-
-AsnByteSource Trickle(std::string_view bytes, std::size_t step) {
-  return [bytes, step](char* data, std::size_t size) mutable {
-    const std::size_t count = std::min({size, step, bytes.size()});
-    std::copy(bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(count), data);
-    bytes.remove_prefix(count);
-    return count;
-  };
 }
 
 std::string ListBytes(const std::string& content) {

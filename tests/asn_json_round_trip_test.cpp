@@ -12,6 +12,7 @@
 #include <string>
 
 #include "tests/test_bytes.h"
+#include "tests/trickle_source.h"
 #include "tn_platform/asn/asn_ber_list_reader.h"
 #include "tn_platform/asn/asn_bool.h"
 #include "tn_platform/asn/asn_int.h"
@@ -74,16 +75,6 @@ void Fill(AsnType& value, int variant, int depth) {
       break;
     }
   }
-}
-
-// A source that gives `bytes` a few octets at a time.
-AsnByteSource Trickle(std::string_view bytes, std::size_t step) {
-  return [bytes, step](char* data, std::size_t size) mutable {
-    const std::size_t count = std::min({size, step, bytes.size()});
-    std::copy(bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(count), data);
-    bytes.remove_prefix(count);
-    return count;
-  };
 }
 
 std::string ListHeader(std::size_t contentLength) {
