@@ -49,7 +49,7 @@ template <class Reader, class Next>
 std::string Streamed(Reader& reader, Next next) {
   std::string content;
   try {
-    while (const AsnType* element = next(reader)) content += AsnEncodeValue(*const_cast<AsnType*>(element));
+    while (const AsnType* element = next(reader)) content += AsnEncodeValue(*element);
   } catch (CSM_Exception* raw) {
     const std::unique_ptr<CSM_Exception> error(raw);
     return "!" + error->Message();

@@ -65,14 +65,16 @@ void AsnDecodeValue(AsnType& value, std::string_view bytes, const AsnDecodeBudge
   }
 }
 
-std::string AsnEncodeValue(AsnType& value) {
+// BEnc is not const, as every value class declares it, but no value changes
+// itself while it encodes.
+std::string AsnEncodeValue(const AsnType& value) {
   AsnBuf buf;
-  value.BEnc(buf, NIClass_BER);
+  const_cast<AsnType&>(value).BEnc(buf, NIClass_BER);
   return buf.EncodedBytes();
 }
 
-std::string_view AsnEncodeInto(AsnType& value, AsnBuf& buf) {
+std::string_view AsnEncodeInto(const AsnType& value, AsnBuf& buf) {
   buf.ClearEncoded();
-  value.BEnc(buf, NIClass_BER);
+  const_cast<AsnType&>(value).BEnc(buf, NIClass_BER);
   return buf.EncodedView();
 }

@@ -38,12 +38,12 @@ void AsnDecodeValue(AsnType& value, std::string_view bytes, const AsnDecodeBudge
 std::size_t AsnDecodeFront(AsnType& value, std::string_view bytes);
 std::size_t AsnDecodeFront(AsnType& value, std::string_view bytes, const AsnDecodeBudget& budget);
 
-// The BER encoding of `value`.
-std::string AsnEncodeValue(AsnType& value);
+// The BER encoding of `value`, which stays as it was.
+std::string AsnEncodeValue(const AsnType& value);
 
 // Encodes `value` into `buf`, replacing what the buffer held but keeping its
 // memory, and returns the bytes (valid until `buf` is next written). A buffer
 // kept across calls, or sized up front with AsnBuf(capacity), makes encoding
 // allocation-free.
-std::string_view AsnEncodeInto(AsnType& value, AsnBuf& buf);
+std::string_view AsnEncodeInto(const AsnType& value, AsnBuf& buf);
 #pragma GCC visibility pop

@@ -89,7 +89,7 @@ std::size_t DecodeFrontBytes(AsnType& value, std::string_view bytes, std::size_t
   return Decoding([&] { return AsnDecodeFront(value, bytes); }, value, bytes, base);
 }
 
-std::string EncodeBytes(const AsnType& value) { return AsnEncodeValue(const_cast<AsnType&>(value)); }
+std::string EncodeBytes(const AsnType& value) { return AsnEncodeValue(value); }
 
 void PrintValue(std::ostream& os, const AsnType& value) {
   if (dynamic_cast<const AsnListBase*>(&value) != nullptr) {
