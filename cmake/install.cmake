@@ -14,17 +14,18 @@ install(TARGETS tn_platform tn_qmodules tn_velkor EXPORT tn_velkorTargets
   RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR}
   INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 
-# Public headers only: the converters' private headers (convert/*.h) and the
-# library's internal trace statement (frame/) stay behind.
-install(FILES tn_velkor/ns_velkor.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/tn_velkor)
-install(DIRECTORY tn_velkor/asn tn_velkor/qcommon DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/tn_velkor
-  FILES_MATCHING PATTERN "*.h")
-install(DIRECTORY tn_qmodules/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/tn_qmodules
-  FILES_MATCHING PATTERN "*.h")
-install(DIRECTORY tn_platform/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/tn_platform
-  FILES_MATCHING PATTERN "*.h")
-install(DIRECTORY ${TN_GENERATED_INCLUDE_DIR}/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
-  FILES_MATCHING PATTERN "*.h")
+# The public headers and the closure of their includes (public_headers.cmake),
+# found at install time, when the generated record headers exist.
+include(${CMAKE_CURRENT_LIST_DIR}/public_headers.cmake)
+if(IS_ABSOLUTE "${CMAKE_INSTALL_INCLUDEDIR}")
+  set(TN_INCLUDE_DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}")
+else()
+  set(TN_INCLUDE_DESTINATION "\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_INCLUDEDIR}")
+endif()
+install(CODE "
+  include(\"${CMAKE_CURRENT_LIST_DIR}/public_headers.cmake\")
+  tn_install_public_headers(\"${TN_PUBLIC_HEADER_ROOTS}\" \"${PROJECT_SOURCE_DIR};${TN_GENERATED_INCLUDE_DIR}\"
+    \"${TN_INCLUDE_DESTINATION}\")")
 
 # The ASN.1 texts of every interface module, for peers that build their own codec.
 file(GLOB TN_MODULE_TEXTS ${PROJECT_SOURCE_DIR}/tn_velkor/qcommon/*.asn ${PROJECT_SOURCE_DIR}/tn_qmodules/*/*.asn)

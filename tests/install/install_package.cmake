@@ -1,8 +1,10 @@
 # Installs the build tree into a scratch prefix and checks the package from
-# the outside: the installed layout, the exported symbols, the README's C++
-# snippets, a CMake consumer (find_package) and a pkg-config consumer (both
-# with shadowing folders of their own first on the include path and linked
-# with --as-needed), and the dlopen host on the installed library.
+# the outside: the installed layout, the exported symbols, every installed
+# header under strict warnings (g++ and clang++), the README's C++ snippets, a
+# CMake consumer (find_package, set to C++14: the target raises it) and a
+# pkg-config consumer (both with shadowing folders of their own first on the
+# include path and linked with --as-needed), and the dlopen host on the
+# installed library.
 #
 #   cmake -DBUILD_DIR=... -DWORK_DIR=... -DLIBDIR=lib -DGENERATOR=Ninja -DCXX=c++
 #         [-DEXTRA_FLAGS="-fsanitize=..."] -DCONSUMER_DIR=... -DHOST_SOURCE=...
@@ -22,6 +24,12 @@ function(run_step what)
   if(NOT result EQUAL 0)
     message(FATAL_ERROR "install_package: ${what} failed (${result})")
   endif()
+endfunction()
+
+# A failure that lets the later checks run; the test fails at its end.
+function(fail_later message)
+  message(SEVERE_WARNING "install_package: ${message}")
+  set_property(GLOBAL APPEND PROPERTY failures "${message}")
 endfunction()
 
 set(prefix ${WORK_DIR}/prefix)
@@ -53,9 +61,12 @@ foreach(present
     message(FATAL_ERROR "install_package: ${present} is not installed")
   endif()
 endforeach()
-foreach(private tn_velkor/convert tn_velkor/frame asn platform convert frame)
+# Internals stay behind: the converters' and the module object's headers, the
+# JSON transcoder and the value-kind table.
+foreach(private tn_velkor/convert tn_velkor/frame tn_platform/asn/asn_json_transcoder.h
+    tn_platform/asn/asn_value_kind.h tn_platform/asn/asn_text_codes.h asn platform convert frame)
   if(EXISTS ${includedir}/${private})
-    message(FATAL_ERROR "install_package: ${private} is installed")
+    fail_later("${private} is installed")
   endif()
 endforeach()
 file(GLOB_RECURSE sources ${includedir}/*.cpp ${includedir}/*.in)
@@ -76,17 +87,47 @@ endforeach()
 
 # ---- exported symbols --------------------------------------------------------------
 include(${CMAKE_CURRENT_LIST_DIR}/check_exports.cmake)
+# Every exported symbol is declared by an installed header.
 foreach(library tn_platform tn_qmodules tn_velkor)
-  check_exports(${libdir}/lib${library}.so)
+  execute_process(COMMAND ${CMAKE_COMMAND} -DLIBRARIES=${libdir}/lib${library}.so -DHEADERS=${includedir}
+    -P ${CMAKE_CURRENT_LIST_DIR}/check_exports.cmake RESULT_VARIABLE result OUTPUT_VARIABLE out ERROR_VARIABLE err)
+  message(STATUS "${out}${err}")
+  if(NOT result EQUAL 0)
+    fail_later("lib${library}.so exports what no installed header declares")
+  endif()
 endforeach()
 # Each library links the ones below it: tn_qmodules -> tn_velkor -> tn_platform.
 check_links_downward(${libdir}/libtn_platform.so ${libdir}/libtn_velkor.so ${libdir}/libtn_qmodules.so)
+
+# ---- every installed header, under strict warnings ------------------------------
+# A service may build with every warning on and -Werror: one translation unit
+# including every installed header, then the consumer's use of the records
+# (which instantiates the codec's templates), must compile clean under both
+# compilers.
+file(GLOB_RECURSE installed RELATIVE ${includedir} ${includedir}/*.h)
+list(TRANSFORM installed REPLACE "(.+)" "#include \"\\1\"\n" OUTPUT_VARIABLE lines)
+string(JOIN "" lines ${lines} "#include \"${CONSUMER_DIR}/consumer.cpp\"\n")
+file(WRITE ${WORK_DIR}/every_header.cpp "${lines}")
+foreach(compiler g++ clang++)
+  find_program(strict_${compiler} ${compiler})
+  if(NOT strict_${compiler})
+    message(FATAL_ERROR "install_package: ${compiler} is needed to compile the installed headers")
+  endif()
+  execute_process(COMMAND ${strict_${compiler}} -std=c++17 -Wall -Wextra -Wconversion -Wsign-conversion -Wshadow
+    -Werror -fsyntax-only -I${includedir} ${WORK_DIR}/every_header.cpp RESULT_VARIABLE result ERROR_VARIABLE err)
+  if(NOT result EQUAL 0)
+    string(REGEX MATCHALL "[^\n]*error:[^\n]*" errors "${err}")
+    list(REMOVE_DUPLICATES errors)
+    list(LENGTH errors count)
+    string(REPLACE ";" "\n  " errors "${errors}")
+    fail_later("the installed headers do not compile clean under ${compiler} (${count} distinct errors):\n  ${errors}")
+  endif()
+endforeach()
 
 # ---- shadowing folders -------------------------------------------------------------
 # A service's own asn/, platform/, convert/ and frame/ headers, named like
 # ours, placed first on its include path: any of them used breaks the build.
 set(shadow ${WORK_DIR}/shadow)
-file(GLOB_RECURSE installed RELATIVE ${includedir} ${includedir}/*.h)
 foreach(header ${installed})
   string(REGEX REPLACE "^tn_[a-z]+/" "" below "${header}")
   foreach(copy ${below} asn/${below} platform/${below} convert/${below} frame/${below})
@@ -152,9 +193,15 @@ endif()
 message(STATUS "pkg-config --cflags --libs tn_velkor: ${flags}")
 separate_arguments(flags UNIX_COMMAND "${flags}")
 separate_arguments(extra UNIX_COMMAND "${EXTRA_FLAGS}")
-run_step("build the pkg-config consumer" ${CXX} -std=c++17 ${extra} -I${shadow} ${CONSUMER_DIR}/consumer.cpp
+run_step("build the pkg-config consumer" ${CXX} ${extra} -I${shadow} ${CONSUMER_DIR}/consumer.cpp
   -Wl,--as-needed ${flags} -Wl,-rpath,${libdir} -o ${WORK_DIR}/pkg_config_consumer)
 check_consumer("the pkg-config consumer" ${WORK_DIR}/pkg_config_consumer)
 
 # ---- the installed library, loaded as the server loads it ------------------------------
 run_step("dlopen the installed library" ${consumer_build}/installed_dlopen_host ${libdir}/libtn_velkor.so)
+
+get_property(failures GLOBAL PROPERTY failures)
+if(failures)
+  list(LENGTH failures count)
+  message(FATAL_ERROR "install_package: ${count} check(s) failed, see above")
+endif()

@@ -12,3 +12,7 @@ __attribute__((visibility("default"))) std::string Convert2Str(T value) {
 }
 template std::string Convert2Str<int>(int);
 }  // namespace ns_velkor
+
+// Declared in no header: the check given the headers beside this file
+// (leaky_exports.h, whose comment names it) must name it (test check_exports_refuses_undeclared).
+__attribute__((visibility("default"))) int UndeclaredHelper(int value) { return value - 1; }

@@ -1,0 +1,85 @@
+# The installed headers: what a service includes, and every header those
+# include, and nothing else. Fast-path decoding and the member lines are
+# installed because the generated record headers include them; the JSON
+# transcoder, the value-kind and text-code tables, the converters' private
+# headers (tn_velkor/convert/) and the module object (tn_velkor/frame/) stay
+# behind, and so do their symbols (hidden).
+#
+# Roots are paths below the include root; a root may be a wildcard, read at
+# install time.
+set(TN_PUBLIC_HEADER_ROOTS
+  # Conversions, every record, whole-value encoding and decoding, the type
+  # catalogue, the exception and the version.
+  tn_velkor/ns_velkor.h
+  # Records as JSON, and lists streamed from BER or JSON.
+  tn_platform/asn/asn_json_reader.h
+  tn_platform/asn/asn_json_writer.h
+  tn_platform/asn/asn_ber_list_reader.h
+  tn_platform/asn/asn_json_list_reader.h
+  # A record's members, walked without knowing its class.
+  tn_platform/asn/asn_member.h
+  # The stand-ins of the server's platform libraries: model objects, module
+  # manager, trace, identifier parsing and class reflection.
+  tn_platform/model/*.h
+  tn_platform/module/*.h
+  tn_platform/trace/*.h
+  tn_platform/uid/*.h
+  tn_platform/refl/*.h)
+
+# tn_header_closure(<out> <roots> <dirs>): <roots> (wildcards expanded) and
+# every header they include with #include "...", found below the first of
+# <dirs> (include roots) that has it, as "<dir>|<path>" entries. A quoted
+# include found under none of them stops with an error.
+function(tn_header_closure out roots dirs)
+  set(pending "")
+  foreach(root IN LISTS roots)
+    if(root MATCHES "[*]")
+      foreach(dir IN LISTS dirs)
+        file(GLOB matches RELATIVE ${dir} ${dir}/${root})
+        list(APPEND pending ${matches})
+      endforeach()
+    else()
+      list(APPEND pending ${root})
+    endif()
+  endforeach()
+  set(seen "")
+  set(found "")
+  while(pending)
+    list(POP_FRONT pending header)
+    list(FIND seen ${header} index)
+    if(NOT index EQUAL -1)
+      continue()
+    endif()
+    list(APPEND seen ${header})
+    set(where "")
+    foreach(dir IN LISTS dirs)
+      if(EXISTS ${dir}/${header})
+        set(where ${dir})
+        break()
+      endif()
+    endforeach()
+    if(NOT where)
+      message(FATAL_ERROR "public headers: ${header} is included but found under none of ${dirs}")
+    endif()
+    list(APPEND found "${where}|${header}")
+    file(STRINGS ${where}/${header} includes REGEX "^[ \t]*#[ \t]*include[ \t]+\"")
+    foreach(line IN LISTS includes)
+      string(REGEX REPLACE "^[^\"]*\"([^\"]+)\".*" "\\1" included "${line}")
+      list(APPEND pending ${included})
+    endforeach()
+  endwhile()
+  set(${out} ${found} PARENT_SCOPE)
+endfunction()
+
+# tn_install_public_headers(<roots> <dirs> <destination>): copies the closure
+# of <roots> to <destination>, each header at its path below the include root.
+function(tn_install_public_headers roots dirs destination)
+  tn_header_closure(headers "${roots}" "${dirs}")
+  foreach(entry IN LISTS headers)
+    string(REPLACE "|" ";" entry "${entry}")
+    list(GET entry 0 dir)
+    list(GET entry 1 header)
+    get_filename_component(folder ${header} DIRECTORY)
+    file(INSTALL ${dir}/${header} DESTINATION ${destination}/${folder})
+  endforeach()
+endfunction()
