@@ -1,9 +1,10 @@
 # The installed headers: what a service includes, and every header those
 # include, and nothing else. Fast-path decoding and the member lines are
-# installed because the generated record headers include them; the JSON
+# installed only because the generated record headers include them; the JSON
 # transcoder, the value-kind and text-code tables, the converters' private
 # headers (tn_velkor/convert/) and the module object (tn_velkor/frame/) stay
-# behind, and so do their symbols (hidden).
+# behind. A symbol that no installed header declares is not exported
+# (tests/install/check_exports.cmake holds the libraries to that).
 #
 # Roots are paths below the include root; a root may be a wildcard, read at
 # install time.
