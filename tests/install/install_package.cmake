@@ -73,17 +73,6 @@ file(GLOB_RECURSE sources ${includedir}/*.cpp ${includedir}/*.in)
 if(sources)
   message(FATAL_ERROR "install_package: non-header files installed: ${sources}")
 endif()
-# Every quoted include of an installed header must itself be installed.
-file(GLOB_RECURSE headers RELATIVE ${includedir} ${includedir}/*.h)
-foreach(header ${headers})
-  file(STRINGS ${includedir}/${header} includes REGEX "^#include \"")
-  foreach(line ${includes})
-    string(REGEX REPLACE "^#include \"([^\"]+)\".*" "\\1" included "${line}")
-    if(NOT EXISTS ${includedir}/${included})
-      message(FATAL_ERROR "install_package: ${header} includes ${included}, which is not installed")
-    endif()
-  endforeach()
-endforeach()
 
 # ---- exported symbols --------------------------------------------------------------
 include(${CMAKE_CURRENT_LIST_DIR}/check_exports.cmake)
