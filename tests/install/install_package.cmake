@@ -28,7 +28,7 @@ endfunction()
 
 # A failure that lets the later checks run; the test fails at its end.
 function(fail_later message)
-  message(SEVERE_WARNING "install_package: ${message}")
+  message(WARNING "install_package: ${message}")
   set_property(GLOBAL APPEND PROPERTY failures "${message}")
 endfunction()
 
