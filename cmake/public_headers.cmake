@@ -1,7 +1,7 @@
 # The installed headers: what a service includes, and every header those
 # include, and nothing else. Fast-path decoding and the member lines are
 # installed only because the generated record headers include them; the JSON
-# transcoder, the value-kind and text-code tables, the converters' private
+# transcoder, the text-code tables, the converters' private
 # headers (tn_velkor/convert/) and the module object (tn_velkor/frame/) stay
 # behind. A symbol that no installed header declares is not exported
 # (tests/install/check_exports.cmake holds the libraries to that).
@@ -17,8 +17,10 @@ set(TN_PUBLIC_HEADER_ROOTS
   tn_platform/asn/asn_json_writer.h
   tn_platform/asn/asn_ber_list_reader.h
   tn_platform/asn/asn_json_list_reader.h
-  # A record's members, walked without knowing its class.
+  # A record's members and a value's kind, for code that walks values
+  # without knowing their classes.
   tn_platform/asn/asn_member.h
+  tn_platform/asn/asn_value_kind.h
   # The stand-ins of the server's platform libraries: model objects, module
   # manager, trace, identifier parsing and class reflection.
   tn_platform/model/*.h

@@ -62,9 +62,9 @@ foreach(present
   endif()
 endforeach()
 # Internals stay behind: the converters' and the module object's headers, the
-# JSON transcoder and the value-kind table.
+# JSON transcoder and the text-code tables.
 foreach(private tn_velkor/convert tn_velkor/frame tn_platform/asn/asn_json_transcoder.h
-    tn_platform/asn/asn_value_kind.h tn_platform/asn/asn_text_codes.h asn platform convert frame)
+    tn_platform/asn/asn_text_codes.h asn platform convert frame)
   if(EXISTS ${includedir}/${private})
     fail_later("${private} is installed")
   endif()
