@@ -17,7 +17,8 @@ int main() {
   std::map<std::string, std::string> map;
   ns_velkor::Convert2MapKeyValue(list, map);
 
-  const std::string octets = AsnEncodeValue(list);
+  const qcommon::QAsnNVSList& encoded = list;  // encoding takes a const value
+  const std::string octets = AsnEncodeValue(encoded);
   qcommon::QAsnNVSList back;
   AsnDecodeValue(back, octets);
   if (map["Memo"] != "spare" || back.Count() != 1 || octets.size() != 17) {
