@@ -1,10 +1,10 @@
 # Installs the build tree into a scratch prefix and checks the package from
 # the outside: the installed layout, the exported symbols, every installed
-# header under strict warnings (g++ and clang++), the README's C++ snippets, a
-# CMake consumer (find_package, set to C++14: the target raises it) and a
-# pkg-config consumer (both with shadowing folders of their own first on the
-# include path and linked with --as-needed), and the dlopen host on the
-# installed library.
+# header under strict warnings (g++ and clang++), the C++ snippets of the
+# README and docs/, a CMake consumer (find_package, set to C++14: the target
+# raises it) and a pkg-config consumer (both with shadowing folders of their
+# own first on the include path and linked with --as-needed), and the dlopen
+# host on the installed library.
 #
 #   cmake -DBUILD_DIR=... -DWORK_DIR=... -DLIBDIR=lib -DGENERATOR=Ninja -DCXX=c++
 #         [-DEXTRA_FLAGS="-fsanitize=..."] -DCONSUMER_DIR=... -DHOST_SOURCE=...
@@ -124,7 +124,7 @@ foreach(header ${installed})
   endforeach()
 endforeach()
 
-# ---- the README's C++ snippets ---------------------------------------------------
+# ---- the C++ snippets of the README and docs/ ----------------------------------
 # Each ```cpp block compiles as written (tests/install/readme_snippets.py),
 # against the installed headers and behind the shadowing folders.
 execute_process(COMMAND python3 ${CMAKE_CURRENT_LIST_DIR}/readme_snippets.py ${README} ${WORK_DIR}/snippets
