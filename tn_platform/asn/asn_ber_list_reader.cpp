@@ -16,13 +16,8 @@ constexpr std::size_t kLookAhead = 4096;
 
 }  // namespace
 
-class AsnBerListReader::Window : public AsnSourceWindow {
- public:
-  using AsnSourceWindow::AsnSourceWindow;
-};
-
 AsnBerListReader::AsnBerListReader(AsnByteSource source, AsnType* (*createElement)(), std::string listTypeName)
-    : m_window(std::make_unique<Window>(std::move(source))),
+    : m_window(std::make_unique<AsnSourceWindow>(std::move(source))),
       m_element(createElement()),
       m_typeName(std::move(listTypeName)) {}
 

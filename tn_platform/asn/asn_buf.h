@@ -115,10 +115,7 @@ class AsnBuf {
   const unsigned char* Begin() const { return m_begin; }
   // Octets consumed since the start of the input.
   std::size_t Offset() const { return static_cast<std::size_t>(m_read - m_begin); }
-  // Restores a position returned by Offset() (for look-ahead).
-  void Rewind(std::size_t offset) { m_read = m_begin + offset; }
   bool ReadError() const { return m_readError; }
-  void SetReadError() { m_readError = true; }
   // A list's last element, index `elementIndex` starting at `elementOffset`,
   // ran past the list's definite `length`. The list does not refuse that
   // itself; whoever decodes the list as a member or a whole value does

@@ -17,10 +17,6 @@
 // What a member's value is, as the codec sees it.
 enum class AsnMemberKind { kOcts, kTinyInt, kInt, kBool, kList, kRecord };
 
-// The tag a member of `kind` travels with: [number] IMPLICIT of the context
-// class when optional, else the universal tag of its type.
-AsnTag AsnMemberTag(AsnMemberKind kind, bool optional, short number);
-
 // One member of a record class.
 struct AsnMemberStep {
   const char* name;      // the member's identifier ("strFDN")
@@ -66,8 +62,6 @@ struct AsnRecordPlan {
     members.push_back(step);
     hasOptional = hasOptional || step.optional;
   }
-  // The member of that name, or null.
-  const AsnMemberStep* Find(const char* name) const;
 
   const char* className;  // the registered class name
   std::vector<AsnMemberStep> members;  // in declaration order

@@ -4,33 +4,11 @@
 
 #include "tn_platform/asn/asn_decode_error.h"
 
-namespace {
-// Subsequent identifier octets that fit below the first one in a packed tag.
-constexpr int kMaxSubsequentTagOctets = 3;
-}  // namespace
-
-AsnTag MakeTag(AsnTagClass tagClass, bool constructed, unsigned number) {
-  const unsigned first = static_cast<unsigned>(tagClass) | (constructed ? 0x20u : 0u);
-  if (number < 31) return (first | number) << 24;
-  // High-tag-number form (X.690 8.1.2.4): base-128 digits, most significant
-  // first, bit 8 set on all but the last.
-  AsnTag tag = (first | 0x1Fu) << 24;
-  int digits = 1;
-  for (unsigned rest = number >> 7; rest != 0; rest >>= 7) ++digits;
-  if (digits > kMaxSubsequentTagOctets) return 0;
-  for (int i = 0; i < digits; ++i) {
-    const unsigned digit = (number >> (7 * (digits - 1 - i))) & 0x7Fu;
-    const unsigned octet = digit | (i + 1 < digits ? 0x80u : 0u);
-    tag |= octet << (8 * (2 - i));
-  }
-  return tag;
-}
-
 unsigned TagNumber(AsnTag tag) {
   const unsigned first = TagFirstOctet(tag);
   if ((first & 0x1F) != 0x1F) return first & 0x1F;
   unsigned number = 0;
-  for (int i = 0; i < kMaxSubsequentTagOctets; ++i) {
+  for (unsigned i = 0; i < kAsnMaxSubsequentTagOctets; ++i) {
     const unsigned octet = (tag >> (8 * (2 - i))) & 0xFF;
     number = (number << 7) | (octet & 0x7F);
     if ((octet & 0x80) == 0) break;
@@ -99,7 +77,7 @@ unsigned AsnHighTagOctets(AsnTag tag) {
   // Identifier octets stand in the packed tag from bit 31 down; the last one
   // is the first octet without bit 8 set after the first identifier octet.
   unsigned count = 1;
-  for (int i = 0; i < kMaxSubsequentTagOctets; ++i) {
+  for (unsigned i = 0; i < kAsnMaxSubsequentTagOctets; ++i) {
     ++count;
     if ((((tag >> (8 * (2 - i))) & 0x80) == 0)) break;
   }
@@ -120,15 +98,9 @@ unsigned long BEncDefLenImpl(AsnBuf& buf, unsigned long length) {
   return count + 1;
 }
 
-unsigned long BEncEoc(AsnBuf& buf) {
-  buf.PutByteRvs(0);
-  buf.PutByteRvs(0);
-  return 2;
-}
-
 void BDecTag_Impl(AsnBuf& buf, unsigned long& bytesDecoded, unsigned int& tag) {
   const std::size_t start = buf.Offset() - 1;  // the first identifier octet, already read
-  for (int i = 0; i < kMaxSubsequentTagOctets; ++i) {
+  for (unsigned i = 0; i < kAsnMaxSubsequentTagOctets; ++i) {
     const unsigned octet = buf.GetByte();
     ++bytesDecoded;
     if (buf.ReadError()) return;

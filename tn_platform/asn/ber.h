@@ -7,6 +7,7 @@
 #pragma once
 #pragma GCC visibility push(default)
 
+#include <cstdint>
 #include <string>
 
 #include "tn_platform/asn/asn_buf.h"
@@ -21,8 +22,26 @@ constexpr unsigned long kMaxContentLength = ~0UL >> 1;
 
 enum class AsnTagClass : unsigned char { kUniversal = 0x00, kApplication = 0x40, kContext = 0x80, kPrivate = 0xC0 };
 
-// The packed tag of a class, form and number.
-AsnTag MakeTag(AsnTagClass tagClass, bool constructed, unsigned number);
+// Subsequent identifier octets that fit below the first one in a packed tag.
+constexpr unsigned kAsnMaxSubsequentTagOctets = 3;
+
+// The packed tag of a class, form and number; 0 for a number that needs more
+// than kAsnMaxSubsequentTagOctets subsequent octets.
+constexpr AsnTag MakeTag(AsnTagClass tagClass, bool constructed, unsigned number) {
+  const unsigned first = static_cast<unsigned>(tagClass) | (constructed ? 0x20u : 0u);
+  if (number < 31) return (first | number) << 24;
+  // High-tag-number form: base-128 digits, most significant first, bit 8 set
+  // on all but the last.
+  unsigned digits = 1;
+  for (unsigned rest = number >> 7; rest != 0; rest >>= 7) ++digits;
+  if (digits > kAsnMaxSubsequentTagOctets) return 0;
+  AsnTag tag = (first | 0x1Fu) << 24;
+  for (unsigned i = 0; i < digits; ++i) {
+    const unsigned digit = (number >> (7 * (digits - 1 - i))) & 0x7Fu;
+    tag |= (digit | (i + 1 < digits ? 0x80u : 0u)) << (8 * (2 - i));
+  }
+  return tag;
+}
 
 constexpr AsnTag kTagBoolean = 0x01000000u;
 constexpr AsnTag kTagInteger = 0x02000000u;
@@ -30,14 +49,21 @@ constexpr AsnTag kTagOctetString = 0x04000000u;
 constexpr AsnTag kTagOctetStringConstructed = 0x24000000u;
 constexpr AsnTag kTagSequence = 0x30000000u;
 
-inline unsigned char TagFirstOctet(AsnTag tag) { return static_cast<unsigned char>(tag >> 24); }
-inline bool TagIsConstructed(AsnTag tag) { return (TagFirstOctet(tag) & 0x20) != 0; }
+constexpr unsigned char TagFirstOctet(AsnTag tag) { return static_cast<unsigned char>(tag >> 24); }
+constexpr bool TagIsConstructed(AsnTag tag) { return (TagFirstOctet(tag) & 0x20) != 0; }
 inline AsnTagClass TagClassOf(AsnTag tag) { return static_cast<AsnTagClass>(TagFirstOctet(tag) & 0xC0); }
 // The tag number (for the low-tag form, the five low bits of the first octet).
 unsigned TagNumber(AsnTag tag);
 // The same tag in the other form (primitive <-> constructed).
 inline AsnTag TagWithForm(AsnTag tag, bool constructed) {
   return constructed ? (tag | 0x20000000u) : (tag & ~0x20000000u);
+}
+// The tag a record member travels with: an optional member, registered with
+// context number `number`, as [number] IMPLICIT in the form of its type; a
+// mandatory one as its type's own `universal` tag.
+constexpr AsnTag AsnMemberTag(AsnTag universal, bool optional, short number) {
+  return optional ? MakeTag(AsnTagClass::kContext, TagIsConstructed(universal), static_cast<unsigned>(number))
+                  : universal;
 }
 // "[UNIVERSAL 16] constructed", "[2] primitive", ...
 std::string TagToString(AsnTag tag);
@@ -70,8 +96,6 @@ inline unsigned long BEncDefLen(AsnBuf& buf, unsigned long length) {
   }
   return BEncDefLenImpl(buf, length);
 }
-// Writes the end-of-contents octets 00 00; returns 2.
-unsigned long BEncEoc(AsnBuf& buf);
 
 // ---- encoding front to back (into room measured beforehand) ----------------
 // How many identifier octets a high-tag-number `tag` takes.
@@ -116,6 +140,39 @@ inline unsigned char* AsnWriteLength(unsigned char* out, unsigned long length) {
 // Octets a complete encoding with `tag` and `length` content octets takes.
 [[gnu::always_inline]] inline unsigned long AsnEncodedSize(AsnTag tag, unsigned long length) {
   return AsnIdentifierOctets(tag) + AsnLengthOctets(length) + length;
+}
+
+// ---- INTEGER content ----------------------------------------------------------
+// Minimal two's complement, most significant octet first.
+
+// How many content octets `value` takes: its significant bits, sign bit
+// included, rounded up to octets.
+[[gnu::always_inline]] inline unsigned AsnIntegerOctets(std::int64_t value) {
+  return (71u - static_cast<unsigned>(__builtin_clrsbll(value))) / 8u;
+}
+// Writes the `octets` low octets of `value` at `out`; returns the end.
+[[gnu::always_inline]] inline unsigned char* AsnWriteInteger(unsigned char* out, std::int64_t value,
+                                                             unsigned octets) {
+  for (unsigned i = octets; i-- > 0;) *out++ = static_cast<unsigned char>(static_cast<std::uint64_t>(value) >> (8 * i));
+  return out;
+}
+// What is wrong with INTEGER content of `length` octets for a value class
+// holding at most `maxOctets`; kNone when it is acceptable.
+enum class AsnIntegerFault : unsigned char { kNone, kEmpty, kNotMinimal, kTooLong };
+[[gnu::always_inline]] inline AsnIntegerFault AsnCheckInteger(const unsigned char* content, std::size_t length,
+                                                              std::size_t maxOctets) {
+  if (length == 0) return AsnIntegerFault::kEmpty;
+  if (length > 1 && ((content[0] == 0x00 && (content[1] & 0x80) == 0) ||
+                     (content[0] == 0xFF && (content[1] & 0x80) != 0))) {
+    return AsnIntegerFault::kNotMinimal;
+  }
+  return length > maxOctets ? AsnIntegerFault::kTooLong : AsnIntegerFault::kNone;
+}
+// The value of 1 to 8 content octets.
+[[gnu::always_inline]] inline std::int64_t AsnReadInteger(const unsigned char* content, std::size_t length) {
+  std::uint64_t bits = (content[0] & 0x80) != 0 ? ~std::uint64_t{0} : 0;
+  for (std::size_t i = 0; i < length; ++i) bits = (bits << 8) | content[i];
+  return static_cast<std::int64_t>(bits);
 }
 
 // ---- decoding ---------------------------------------------------------------
