@@ -4,6 +4,7 @@
 #include <memory>
 #include <optional>
 
+#include "tn_platform/asn/asn_ber_dump.h"
 #include "tn_platform/asn/ber.h"
 #include "tn_platform/asn/csm_exception.h"
 #include "tn_platform/asn/asn_ber_list_reader.h"
@@ -12,7 +13,6 @@
 #include "tn_platform/asn/asn_json_writer.h"
 #include "tn_platform/asn/asn_value_io.h"
 #include "tn_platform/asn/indent_table.h"
-#include "tools/velkor/ber_dump.h"
 #include "tools/velkor/byte_streams.h"
 #include "tools/velkor/decode_errors.h"
 #include "tools/velkor/io.h"
@@ -187,14 +187,26 @@ void RunTemplate(const std::string& type, bool compact, bool jer, std::ostream& 
 }
 
 void RunDump(const InputOutput& io, std::ostream& out) {
-  const std::string bytes = ReadBytes(io.input, io.hex, io.base64);
-  Progress progress("dump", bytes.size());
-  std::size_t values = 0;
-  const BerWalkResult result = WalkBer(bytes, [&](const BerItem& item) {
-    WriteBerItem(out, item);
-    if (item.depth == 0) progress.Update(++values, item.offset);
-  });
-  if (!result.complete) ThrowBadInput("bytes break: " + result.error + RawInputHint(io, bytes));
+  auto head = std::make_shared<std::string>();
+  std::string text;  // hex or Base64 input, read whole and decoded first
+  AsnByteSource source;
+  if (io.hex || io.base64) {
+    text = ReadBytes(io.input, io.hex, io.base64);
+    source = AsnBytesSource(text);
+    *head = text.substr(0, 4096);
+  } else {
+    source = InputSource(io.input, head);
+  }
+  Progress progress("dump", InputSize(io.input));
+  std::size_t items = 0;
+  try {
+    items = AsnDumpBer(std::move(source), out,
+                       [&progress](std::size_t values, std::size_t offset) { progress.Update(values, offset); });
+  } catch (CSM_Exception* exception) {
+    const std::unique_ptr<CSM_Exception> error(exception);
+    ThrowBadInput("bytes break: " + error->Message() + RawInputHint(io, *head));
+  }
+  if (items == 0) ThrowBadInput("empty input");
 }
 
 void RunDecode(const DecodeOptions& options, std::ostream& out) {
