@@ -107,7 +107,10 @@ AsnType* AsnBerListReader::DecodeElement() {
     AsnBuf buf(reinterpret_cast<const unsigned char*>(available.data()), available.size());
     unsigned long octets = 0;
     try {
-      const AsnNestingGuard list(buf);  // the element sits one level inside the list
+      // The element sits inside the list, which is open around it as in a
+      // whole-value decode: an element running past it is refused there.
+      const AsnOpenValueGuard list(buf, 0, AsnHolder::kList, m_indefinite ? kIndefiniteLength : m_length,
+                                   m_length - m_consumed);
       m_element->BDec(buf, octets, NIClass_BER);
       if (buf.ReadError()) AsnThrowInputEnds(buf.End(), "input ends early");
     } catch (AsnDecodeError* error) {
@@ -116,11 +119,6 @@ AsnType* AsnBerListReader::DecodeElement() {
       if ((!loaded || error->InputEnds()) && !m_window->Ended() && m_window->Grow()) {
         delete error;
         continue;
-      }
-      // As the list itself does: an element that finds the input ending, or
-      // fails, beyond the list's own end is the one at fault.
-      if (!m_indefinite && AsnItemRunsPast(buf, 0, m_length - m_consumed, *error)) {
-        error->Reassign(0, AsnListOverrunText(m_length));
       }
       if (error->Placed()) {
         error->MoveBy(elementStart);
@@ -139,11 +137,6 @@ AsnType* AsnBerListReader::DecodeElement() {
     m_window->Skip(buf.Offset());
     m_consumed += buf.Offset();
     ++m_index;
-    if (!m_indefinite && m_consumed > m_length) {
-      auto* error = new AsnDecodeError(elementStart, AsnListOverrunText(m_length));
-      error->AddIndex(m_index - 1);
-      Throw(error);
-    }
     return m_element.get();
   }
 }

@@ -19,27 +19,15 @@ void AsnBerReader::Break(std::size_t offset, const std::string& what, bool input
   throw new AsnDecodeError(offset, what, inputEnds);
 }
 
-std::size_t AsnBerReader::FaultAt(std::size_t item, bool cut, std::size_t inputEnd) const {
-  // The innermost definite value the item must end in; an indefinite one
-  // learns only at its end-of-contents that it ran past the value holding
-  // it, and one the input cuts short limits nothing when the input ends.
-  for (std::size_t depth = m_open.size(); depth-- > 0;) {
-    const Open& open = m_open[depth];
-    if (open.end == kNoLimit || (cut && open.end > inputEnd)) continue;
-    return depth + 1 < m_open.size() ? m_open[depth + 1].start : item;
-  }
-  return cut ? inputEnd : item;
-}
-
 void AsnBerReader::RunsPast(std::size_t item, const std::string& what) const {
-  const std::size_t at = FaultAt(item, false, 0);
+  const std::size_t at = m_open.FaultAt(item);
   Break(at, at == item ? what : "value runs past its enclosing value");
 }
 
 void AsnBerReader::InputEnds(std::size_t item, std::size_t inputEnd, const std::string& cut,
                              const std::string& runsPast) const {
-  const std::size_t at = FaultAt(item, true, inputEnd);
-  if (at == inputEnd) Break(at, cut, true);
+  const std::size_t at = m_open.FaultAtCut(item, inputEnd);
+  if (at == kAsnNoEnd) Break(inputEnd, cut, true);
   Break(at, at == item ? runsPast : "value runs past its enclosing value");
 }
 
@@ -102,33 +90,36 @@ void AsnBerReader::ReadContent(AsnBerItem& item) {
 }
 
 void AsnBerReader::OpenValue(const AsnBerItem& item, std::size_t end) {
-  if (m_open.size() >= AsnDecodeLimits::kMaxDepth) {
+  if (!m_open.MayOpen(1)) {
     Break(item.offset, "constructed values nested deeper than " + std::to_string(AsnDecodeLimits::kMaxDepth) +
                            " levels");
   }
-  m_open.push_back(Open{item.offset, end});
+  m_open.Push(AsnOpenValue{item.offset, end, item.length, AsnHolder::kValue});
 }
 
 bool AsnBerReader::Next(AsnBerItem& item) {
-  if (m_closedPast != kNoLimit) Break(m_closedPast, "value runs past its enclosing value");
   // Definite-length values end where their content ends.
   const std::size_t at = m_window.Offset();
-  while (!m_open.empty() && m_open.back().end == at) m_open.pop_back();
+  while (!m_open.Empty() && m_open.Innermost().end == at) m_open.Pop();
   if (InputEnded()) {
-    if (m_open.empty()) return false;
-    const Open& open = m_open.back();
+    if (m_open.Empty()) return false;
+    const AsnOpenValue& open = m_open.Innermost();
     if (open.end == kNoLimit) {
       InputEnds(open.start, at, "input ends before the end-of-contents of the value",
                 "end-of-contents missing before the end of its enclosing value");
     }
     // A definite value the input cuts short.
-    const std::size_t fault = FaultAt(open.start, true, at);
-    Break(fault, "input ends " + AsnOctetCount(open.end - at) + " short of the value", fault == at);
+    const std::size_t fault = m_open.FaultAtCut(open.start, at);
+    Break(fault == kAsnNoEnd ? at : fault, "input ends " + AsnOctetCount(open.end - at) + " short of the value",
+          fault == kAsnNoEnd);
   }
 
+  // Inside an indefinite-length value that has reached the end of the
+  // definite one holding it, any item runs past.
+  if (at >= Limit()) RunsPast(at, "value runs past its enclosing value");
   item = AsnBerItem();
   item.offset = at;
-  item.depth = static_cast<unsigned>(m_open.size());
+  item.depth = m_open.Depth();
   m_itemStart = at;
   const std::size_t limit = Limit();
   unsigned long length = 0;
@@ -137,15 +128,12 @@ bool AsnBerReader::Next(AsnBerItem& item) {
 
   if (item.tag == 0) {  // end-of-contents is 00 00
     if (length != 0) Break(item.offset, "end-of-contents with content");
-    if (m_open.empty() || m_open.back().end != kNoLimit) {
+    if (m_open.Empty() || m_open.Innermost().end != kNoLimit) {
       Break(item.offset, "end-of-contents outside an indefinite-length value");
     }
     item.endOfContents = true;
-    item.depth = static_cast<unsigned>(m_open.size() - 1);
-    const std::size_t closed = m_open.back().start;
-    m_open.pop_back();
-    // Reported after this item, which the input holds.
-    if (!m_open.empty() && contentStart > m_open.back().end) m_closedPast = closed;
+    item.depth = m_open.Depth() - 1;
+    m_open.Pop();
     return true;
   }
 

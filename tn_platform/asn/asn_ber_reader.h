@@ -2,12 +2,12 @@
 // stand, from a byte source read as it is consumed: memory stays bounded by
 // the open nesting levels and a window of the input, whatever its size.
 //
-// It owns the open constructed values (their ends, or the indefinite form),
-// the nesting limit (AsnDecodeLimits::kMaxDepth) and the rule for where a
-// fault sits: an item that runs past the value holding it is at fault itself
-// (with indefinite-length values between, the one the definite value holds);
-// an input that ends before the values open at that point do is at fault
-// where it ends. Several top-level values may follow one another (a capture
+// It keeps the open constructed values as the decoder does (AsnOpenValues:
+// their ends, or the indefinite form, the nesting limit and the one rule for
+// where a fault sits): an item that runs past the value holding it is at
+// fault itself (with indefinite-length values between, the one the definite
+// value holds); an input that ends before the values open at that point do
+// is at fault where it ends. Several top-level values may follow one another (a capture
 // of records). Faults are thrown as AsnDecodeError* with offsets counted from
 // the start of the input: the offsets the decoder's errors carry.
 #pragma once
@@ -16,9 +16,9 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "tn_platform/asn/asn_byte_source.h"
+#include "tn_platform/asn/asn_open_values.h"
 #include "tn_platform/asn/ber.h"
 
 // One item: a header (of a primitive or constructed value) or the
@@ -51,19 +51,12 @@ class AsnBerReader {
   std::size_t Offset() const { return m_window.Offset(); }
 
  private:
-  static constexpr std::size_t kNoLimit = ~std::size_t{0};
-  // One open constructed value.
-  struct Open {
-    std::size_t start;  // offset of its identifier octet
-    std::size_t end;    // of its content when definite (it may lie past the
-                        // end of a cut input), else kNoLimit
-  };
+  static constexpr std::size_t kNoLimit = kAsnNoEnd;
 
   bool InputEnded() { return !m_window.Ensure(1); }
-  std::size_t Limit() const { return m_open.empty() ? kNoLimit : m_open.back().end; }
-  // The offset of the item at fault when the item starting at `item` runs
-  // past the value that limits it (`cut`: by the input ending at `inputEnd`).
-  std::size_t FaultAt(std::size_t item, bool cut, std::size_t inputEnd) const;
+  // The end of the innermost definite-length value open (its declared end,
+  // which may lie past the end of a cut input), or kNoLimit.
+  std::size_t Limit() const { return m_open.Limit(); }
   [[noreturn]] void RunsPast(std::size_t item, const std::string& what) const;
   // The input ends at `inputEnd` while reading the item at `item`: placed at
   // the end of the input when no value it cuts holds the fault, else at the
@@ -78,8 +71,7 @@ class AsnBerReader {
   AsnSourceWindow m_window;
   std::size_t m_keepContent;
   std::string m_kept;  // the kept content of a primitive item the window no longer holds
-  std::vector<Open> m_open;
+  AsnOpenValues m_open;
   std::size_t m_itemStart = 0;
-  std::size_t m_closedPast = kNoLimit;  // an indefinite value closed past the value holding it
 };
 #pragma GCC visibility pop

@@ -146,28 +146,30 @@ unsigned long BDecLen_Impl(AsnBuf& buf, unsigned long& bytesDecoded, unsigned ch
 }
 
 void BDecLenPastInput(const AsnBuf& buf, unsigned long length) {
-  AsnThrowInputEnds(buf.End(), "input ends " + AsnOctetCount(length - buf.Remaining()) + " short of the value");
+  buf.ThrowInputEnds(buf.ItemStart(), "input ends " + AsnOctetCount(length - buf.Remaining()) + " short of the value");
 }
 
 void AsnThrowHeaderError(const AsnHeader& header, AsnTag expected, const AsnBuf& buf) {
-  const std::size_t inputEnd = buf.End();
   switch (header.status) {
     case AsnHeader::kEndsBeforeTag:
-      AsnThrowInputEnds(inputEnd, header.start == inputEnd ? "input ends before the tag" : "input ends in the tag");
+      buf.ThrowInputEnds(header.start,
+                         header.start == buf.End() ? "input ends before the tag" : "input ends in the tag");
     case AsnHeader::kWrongTag:
       AsnThrowDecodeError(header.start,
                           "wrong tag " + TagDescription(header.tag) + ", expected " + TagDescription(expected));
     default:
-      AsnThrowInputEnds(inputEnd, "input ends in the length");
+      buf.ThrowInputEnds(header.start, "input ends in the length");
   }
 }
 
 void BDecEoc(AsnBuf& buf, unsigned long& bytesDecoded) {
   const std::size_t start = buf.Offset();
+  if (buf.Remaining() == 0) buf.ThrowInputEnds(start, "input ends before the end-of-contents octets");
+  if (buf.Remaining() == 1) buf.ThrowInputEnds(start, "input ends in the end-of-contents octets");
+  const std::size_t limit = buf.Limit();
+  if (limit != kAsnNoEnd && (start >= limit || limit - start < 2)) buf.ThrowRunsPast(start, AsnBuf::Overrun::kItem);
   const unsigned char first = buf.GetByte();
-  if (buf.ReadError()) AsnThrowInputEnds(buf.End(), "input ends before the end-of-contents octets");
   const unsigned char second = buf.GetByte();
-  if (buf.ReadError()) AsnThrowInputEnds(buf.End(), "input ends in the end-of-contents octets");
   if (first != 0 || second != 0) AsnThrowDecodeError(start, "end-of-contents octets are not 00 00");
   bytesDecoded += 2;
 }
@@ -176,25 +178,6 @@ bool AtEoc(const AsnBuf& buf) {
   // Tag octet 0x00 is reserved for end-of-contents (X.690 8.1.5).
   unsigned char octet = 0;
   return buf.PeekByte(octet) && octet == 0;
-}
-
-bool AsnItemRunsPast(const AsnBuf& buf, std::size_t itemStart, std::size_t end, const AsnDecodeError& error) {
-  if (error.InputEnds() && end <= buf.End()) return true;
-  if (!error.InputEnds() && error.Offset() == itemStart) return false;  // already about the item itself
-  if (itemStart >= end) return true;
-  AsnBuf item(buf.Begin() + itemStart, buf.End() - itemStart);
-  unsigned long octets = 0;
-  try {
-    BDecTag(item, octets);
-    const unsigned long length = BDecLenOctets(item, octets, 0);
-    if (item.ReadError()) return false;
-    const std::size_t contentStart = itemStart + item.Offset();
-    if (length == kIndefiniteLength) return buf.Offset() > end;
-    return contentStart > end || length > end - contentStart;
-  } catch (AsnDecodeError* malformed) {  // the element's own fault
-    delete malformed;
-    return false;
-  }
 }
 
 std::string AsnListOverrunText(unsigned long length) {

@@ -177,10 +177,9 @@ enum class AsnIntegerFault : unsigned char { kNone, kEmpty, kNotMinimal, kTooLon
 
 // ---- decoding ---------------------------------------------------------------
 // Malformed tag and length octets throw an AsnDecodeError placed at the item
-// they start; an input that ends inside them sets the read-error flag. A
-// length that runs past the input is the input ending: the error is placed at
-// its end (AsnThrowInputEnds), for a value that lies whole in the input to
-// blame its own item that runs past its end.
+// they start; an input that ends inside them sets the read-error flag. Where
+// an item runs past the value holding it, or the input ends, the buffer's
+// one rule places the error (AsnBuf::ThrowRunsPast, ThrowInputEnds).
 
 // Completes a tag whose first octet (just read, in `tag` shifted left by 24)
 // has its five low bits all set. Throws on a leading 0x80 subsequent octet, a
@@ -193,12 +192,13 @@ void BDecTag_Impl(AsnBuf& buf, unsigned long& bytesDecoded, unsigned int& tag);
 // (leading zero octets aside) and one above kMaxContentLength throw.
 // The length is not checked against the input.
 unsigned long BDecLen_Impl(AsnBuf& buf, unsigned long& bytesDecoded, unsigned char first, std::size_t itemStart);
-// Throws: the input ends before the definite `length` of the item whose
-// content starts here.
+// Throws: the input ends before the definite `length` of the item whose tag
+// was read last, its content starting here.
 [[noreturn]] void BDecLenPastInput(const AsnBuf& buf, unsigned long length);
-// Reads a whole tag; 0 with the read-error flag set when the input is
-// exhausted. A one-octet tag is read inline.
+// Reads a whole tag, noting where its item starts; 0 with the read-error
+// flag set when the input is exhausted. A one-octet tag is read inline.
 inline AsnTag BDecTag(AsnBuf& buf, unsigned long& bytesDecoded) {
+  buf.NoteItemStart();
   const unsigned char first = buf.GetByte();
   ++bytesDecoded;
   if (buf.ReadError()) return 0;
@@ -255,13 +255,18 @@ enum class AsnLengthCheck {
 // Reads the header of one value: the tag, which `acceptTag(tag)` must accept
 // (it may also throw an error of its own), then the length. One-octet tags
 // and short-form lengths are read inline. Early ends and a refused tag are
-// reported in the status; malformed tag or length octets and a length past
-// the input (as `lengthCheck` says) throw, placed at the header's start.
+// reported in the status; malformed tag or length octets, an item that runs
+// past the definite-length value open around it and a length past the input
+// (as `lengthCheck` says) throw.
 template <class AcceptTag>
 inline AsnHeader BDecHeader(AsnBuf& buf, unsigned long& bytesDecoded, AcceptTag&& acceptTag,
                             AsnLengthCheck lengthCheck = AsnLengthCheck::kAgainstInput) {
   AsnHeader header;
   header.start = buf.Offset();
+  const std::size_t limit = buf.Limit();
+  // Inside an indefinite-length value that has reached the end of the
+  // definite one holding it, any item runs past.
+  if (header.start >= limit) buf.ThrowRunsPast(header.start, AsnBuf::Overrun::kItem);
   header.tag = BDecTag(buf, bytesDecoded);
   if (buf.ReadError()) {
     header.status = AsnHeader::kEndsBeforeTag;
@@ -274,17 +279,22 @@ inline AsnHeader BDecHeader(AsnBuf& buf, unsigned long& bytesDecoded, AcceptTag&
                           (lengthCheck == AsnLengthCheck::kPrimitiveOnly && TagIsConstructed(header.tag));
     if (buf.ReadError()) {
       header.status = AsnHeader::kEndsInLength;
-    } else if ((first & 0x80) != 0) {
-      header.length = BDecLen_Impl(buf, bytesDecoded, first, header.start);
-      if (buf.ReadError()) {
-        header.status = AsnHeader::kEndsInLength;
-      } else if (header.length != kIndefiniteLength && header.length > buf.Remaining() && !mayBeCut) {
-        BDecLenPastInput(buf, header.length);
-      }
-    } else {
-      if (first > buf.Remaining() && !mayBeCut) BDecLenPastInput(buf, first);
-      header.length = first;
+      return header;
     }
+    header.length = (first & 0x80) == 0 ? first : BDecLen_Impl(buf, bytesDecoded, first, header.start);
+    if (buf.ReadError()) {
+      header.status = AsnHeader::kEndsInLength;
+      return header;
+    }
+    const bool definite = header.length != kIndefiniteLength;
+    if (limit != kAsnNoEnd) {
+      const std::size_t contentStart = buf.Offset();
+      if (contentStart > limit) buf.ThrowRunsPast(header.start, AsnBuf::Overrun::kHeader);
+      if (definite && header.length > limit - contentStart) {
+        buf.ThrowRunsPast(header.start, AsnBuf::Overrun::kLength, header.length);
+      }
+    }
+    if (definite && header.length > buf.Remaining() && !mayBeCut) BDecLenPastInput(buf, header.length);
   }
   return header;
 }
@@ -300,24 +310,17 @@ inline AsnHeader BDecHeader(AsnBuf& buf, unsigned long& bytesDecoded, AsnTag tag
 
 // Throws for a header that did not complete: "wrong tag <found>, expected
 // <expected>" placed at its start, or "input ends before the tag", "... in the
-// tag" or "... in the length" placed at the end of the input `buf` reads.
-// Called only on the failing path, so the message is built only there.
+// tag" or "... in the length" (AsnBuf::ThrowInputEnds places it). Called only
+// on the failing path, so the message is built only there.
 [[noreturn]] void AsnThrowHeaderError(const AsnHeader& header, AsnTag expected, const AsnBuf& buf);
 
-// True when the item starting at `itemStart`, whose decoding threw `error`,
-// runs past `end`, the end of the value that holds it: by its header (also
-// when the input ends before either), by the input ending inside it when
-// that value lies whole in the input, or,
-// for an indefinite length, by having been read past `end`; not when the
-// error is already placed at the item. Reads the header again; for the
-// failing path only.
-bool AsnItemRunsPast(const AsnBuf& buf, std::size_t itemStart, std::size_t end, const AsnDecodeError& error);
 // "element runs past the end of its list (content length N)".
 std::string AsnListOverrunText(unsigned long length);
 
-// Consumes the end-of-contents octets 00 00. When the input ends before or
-// inside them, throws placed at the end of the input; when they are not
-// 00 00, placed at them.
+// Consumes the end-of-contents octets 00 00. Throws when the input ends
+// before or inside them (AsnBuf::ThrowInputEnds places it), when they run
+// past the definite-length value holding them, or, placed at them, when they
+// are not 00 00.
 void BDecEoc(AsnBuf& buf, unsigned long& bytesDecoded);
 // True when the next octet starts end-of-contents (nothing is consumed).
 bool AtEoc(const AsnBuf& buf);

@@ -197,15 +197,17 @@ class AsnFastDecodeLines {
 };
 
 // The fast path's view of a record's content: `length` octets at the front
-// of `buf` after `headerLength` octets of header (a definite length that the
-// input holds), for the members of `record`, whose member lines
-// `describe(lines)` runs. True when it decoded them and consumed the header
-// and the content; false when the generic decoder is to, nothing consumed.
+// of `buf` after `headerLength` octets of header, for the members of
+// `record`, whose member lines `describe(lines)` runs. It takes its bounds
+// from the buffer: the record must lie within the input and within the value
+// open around it, and nest no deeper than allowed. True when it decoded the
+// members and consumed the header and the content; false when the generic
+// decoder is to, nothing consumed.
 template <class Record, class Describe>
 bool AsnDecodeContentFast(Record& record, AsnBuf& buf, std::size_t headerLength, unsigned long length,
                           bool hasLists, unsigned long& bytesDecoded, Describe&& describe) {
   // A list member is one constructed level more.
-  if (length > buf.Remaining() - headerLength || !buf.MayEnterConstructed(hasLists ? 2 : 1)) return false;
+  if (headerLength + length > buf.Available() || !buf.MayEnterConstructed(hasLists ? 2 : 1)) return false;
   const unsigned char* start = buf.GetSeg(0);
   const unsigned char* content = start + headerLength;
   const unsigned char* end = content + length;
@@ -218,7 +220,7 @@ bool AsnDecodeContentFast(Record& record, AsnBuf& buf, std::size_t headerLength,
     AsnFastDecodeLines<Record, AsnFastPass::kCheck> check(record, content, end);
     describe(check);
     if (!check.Done()) return false;
-    const AsnNestingGuard nesting(buf);
+    const AsnOpenValueGuard open(buf, buf.Offset(), AsnHolder::kRecord, length, headerLength + length);
     AsnFastDecodeLines<Record, AsnFastPass::kStore> store(record, content, end, &buf, start);
     describe(store);
     buf.GetSeg(static_cast<std::size_t>(end - store.BufPos()));
