@@ -181,17 +181,6 @@ TEST(AsnList, Prints) {
   }
 }
 
-TEST(AsnList, TypeNames) {
-  struct PlainList : AsnSeqOf<AsnTinyInt> {
-    AsnType* Clone() const override { return new PlainList(*this); }
-  };
-  const auto name = [](const AsnType& list) { return std::string(list.typeName()); };
-  EXPECT_EQ(name(PlainList()), "AsnList<T>");
-  EXPECT_EQ(name(QAsnTinyIntList()), "QAsnTinyIntList");
-  EXPECT_EQ(name(qcommon::QAsnNVSList()), "QAsnNVSList");
-  EXPECT_EQ(name(qcommon::QAsnErrInfoList()), "QAsnErrInfoList");
-}
-
 // ---- building, copying, walking -----------------------------------------------------------
 
 TEST(AsnList, CursorRules) {

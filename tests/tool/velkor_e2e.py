@@ -248,6 +248,9 @@ class Velkor(unittest.TestCase):
         long_form = "3089000000000000000003040141"  # nine length octets, eight of them leading zeros
         self.assertEqual(json.loads(ok(["decode", "QAsnColumn", "--hex", "--json"], long_form)), {"strCondition": "A"})
         self.assertIn(b"(SEQUENCE), length 3\n", ok(["dump", "--hex"], long_form))
+        self.assertEqual(ok(["dump", "--hex"], "0450" + "61" * 80 + "0241" + "ff" * 65),  # long content is cut
+                         b'     0   2  [UNIVERSAL 4] primitive (OCTET STRING), length 80: "' + b"a" * 64 + b'"...\n'
+                         b"    82   2  [UNIVERSAL 2] primitive (INTEGER), length 65: '" + b"FF" * 64 + b"'H...\n")
 
     def test_conversions_and_their_compact_json(self):
         Path(OBJECTS).write_text(json.dumps({"1": ret(0, "x"), "2": ret(0, "y")}))
