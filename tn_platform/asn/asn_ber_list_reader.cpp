@@ -55,18 +55,19 @@ AsnType* AsnBerListReader::Next() {
   if (m_state == State::kStart) ReadHeader();
   if (m_state == State::kDone) return nullptr;
   if (m_indefinite) {
-    // Errors about the input ending are placed at its end (here: nothing
-    // is left after the window's current place, or one octet).
-    if (!m_window->Ensure(1)) {
-      Throw(new AsnDecodeError(m_window->Offset(), "input ends before the end-of-contents octets", true));
-    }
-    if (m_window->Available()[0] == '\0') {
-      m_window->Ensure(2);
-      const std::string_view eoc = m_window->Available().substr(0, 2);
-      if (eoc.size() < 2) {
-        Throw(new AsnDecodeError(m_window->Offset() + 1, "input ends in the end-of-contents octets", true));
+    // End-of-contents (or the input ending before it) is read as the whole
+    // list reads it, from a view of the window's next two octets.
+    m_window->Ensure(2);
+    const std::string_view next = m_window->Available().substr(0, 2);
+    if (next.empty() || next[0] == '\0') {
+      AsnBuf eoc(reinterpret_cast<const unsigned char*>(next.data()), next.size());
+      unsigned long octets = 0;
+      try {
+        BDecEoc(eoc, octets);
+      } catch (AsnDecodeError* error) {
+        error->MoveBy(m_window->Offset());
+        Throw(error);
       }
-      if (eoc[1] != '\0') Throw(new AsnDecodeError(m_window->Offset(), "end-of-contents octets are not 00 00"));
       m_window->Skip(2);
       Finish();
       return nullptr;
