@@ -94,7 +94,7 @@ void AsnBerReader::OpenValue(const AsnBerItem& item, std::size_t end) {
     Break(item.offset, "constructed values nested deeper than " + std::to_string(AsnDecodeLimits::kMaxDepth) +
                            " levels");
   }
-  m_open.Push(AsnOpenValue{item.offset, end, item.length, AsnHolder::kValue});
+  m_open.Push(AsnOpenValue{item.offset, end, item.length, AsnHolder::kValue, 0});
 }
 
 bool AsnBerReader::Next(AsnBerItem& item) {

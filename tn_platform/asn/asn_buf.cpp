@@ -24,12 +24,6 @@ std::string AsnBuf::EncodedBytes() const {
   return std::string(reinterpret_cast<const char*>(EncodedData()), EncodedLength());
 }
 
-void AsnBuf::OpenValueAt(std::size_t start, AsnHolder holder, unsigned long length, unsigned long rest) {
-  if (!m_open.MayOpen(1)) ThrowTooDeep();
-  const bool indefinite = length == kIndefiniteLength;
-  m_open.Push(AsnOpenValue{start, indefinite ? kAsnNoEnd : Offset() + rest, indefinite ? 0 : length, holder});
-}
-
 void AsnBuf::ThrowTooDeep() {
   // About the value being entered, whose start its decoder's caller knows.
   AsnThrowContentError("constructed values nested deeper than " + std::to_string(AsnDecodeLimits::kMaxDepth) +

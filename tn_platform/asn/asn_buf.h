@@ -131,7 +131,12 @@ class AsnBuf {
   // here, or of which `rest` octets are still ahead. One level more than
   // AsnDecodeLimits::kMaxDepth throws a CSM_Exception for the caller to place.
   void OpenValue(AsnHolder holder, unsigned long length) { OpenValueAt(m_itemStart, holder, length, length); }
-  void OpenValueAt(std::size_t start, AsnHolder holder, unsigned long length, unsigned long rest);
+  [[gnu::always_inline]] void OpenValueAt(std::size_t start, AsnHolder holder, unsigned long length,
+                                          unsigned long rest) {
+    if (!m_open.MayOpen(1)) ThrowTooDeep();
+    const bool indefinite = length == ~0UL;  // kIndefiniteLength (ber.h)
+    m_open.Push(AsnOpenValue{start, indefinite ? kAsnNoEnd : Offset() + rest, indefinite ? 0 : length, holder, 0});
+  }
   void CloseValue() { m_open.Pop(); }
   // True when `levels` more constructed levels may be opened.
   bool MayEnterConstructed(unsigned levels) const { return m_open.MayOpen(levels); }

@@ -4,18 +4,30 @@
 
 namespace asn_integer {
 
-std::int64_t DecodeContent(AsnBuf& buf, unsigned long length, unsigned maxOctets, std::size_t itemStart) {
-  if (length == kIndefiniteLength) AsnThrowDecodeError(itemStart, "indefinite length on an INTEGER");
-  const unsigned char* octets = buf.GetSeg(length);
-  if (octets == nullptr) BDecLenPastInput(buf, length);
-  const AsnIntegerFault fault = AsnCheckInteger(octets, length, maxOctets);
-  if (fault == AsnIntegerFault::kNone) return AsnReadInteger(octets, length);
-  // The messages are built on the failing path only.
+namespace {
+// Out of line, so that the decoding path stays small enough to inline.
+[[noreturn]] __attribute__((noinline, cold)) void ThrowIntegerFault(AsnIntegerFault fault, unsigned long length,
+                                                                    unsigned maxOctets, std::size_t itemStart) {
   AsnThrowDecodeError(itemStart, fault == AsnIntegerFault::kEmpty        ? std::string("INTEGER without content octets")
                                  : fault == AsnIntegerFault::kNotMinimal ? std::string("INTEGER content is not minimal")
                                                                          : "INTEGER of " + std::to_string(length) +
                                                                                " octets does not fit (at most " +
                                                                                std::to_string(maxOctets) + ")");
+}
+}  // namespace
+
+[[gnu::always_inline]] inline std::int64_t DecodeIntegerContent(AsnBuf& buf, unsigned long length,
+                                                                unsigned maxOctets, std::size_t itemStart) {
+  if (length == kIndefiniteLength) AsnThrowDecodeError(itemStart, "indefinite length on an INTEGER");
+  const unsigned char* octets = buf.GetSeg(length);
+  if (octets == nullptr) BDecLenPastInput(buf, length);
+  const AsnIntegerFault fault = AsnCheckInteger(octets, length, maxOctets);
+  if (fault != AsnIntegerFault::kNone) ThrowIntegerFault(fault, length, maxOctets, itemStart);
+  return AsnReadInteger(octets, length);
+}
+
+std::int64_t DecodeContent(AsnBuf& buf, unsigned long length, unsigned maxOctets, std::size_t itemStart) {
+  return DecodeIntegerContent(buf, length, maxOctets, itemStart);
 }
 
 }  // namespace asn_integer
@@ -25,7 +37,7 @@ namespace {
 std::int64_t DecodeInteger(AsnBuf& buf, unsigned long& bytesDecoded, unsigned maxOctets) {
   const AsnHeader header = BDecHeader(buf, bytesDecoded, kTagInteger);
   if (header.status != AsnHeader::kComplete) AsnThrowHeaderError(header, kTagInteger, buf);
-  const std::int64_t value = asn_integer::DecodeContent(buf, header.length, maxOctets, header.start);
+  const std::int64_t value = asn_integer::DecodeIntegerContent(buf, header.length, maxOctets, header.start);
   bytesDecoded += header.length;
   return value;
 }

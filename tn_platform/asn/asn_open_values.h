@@ -17,6 +17,7 @@ struct AsnOpenValue {
   std::size_t end;        // of its content, or kAsnNoEnd for the indefinite form
   unsigned long length;   // its content length, when definite
   AsnHolder holder;
+  std::size_t outerLimit;  // the limit in force before it was opened (set by AsnOpenValues)
 };
 
 constexpr std::size_t kAsnNoEnd = ~std::size_t{0};
@@ -31,18 +32,18 @@ class AsnOpenValues {
   // False when `levels` more values would be too deep.
   bool MayOpen(unsigned levels) const { return m_depth + levels <= kMaxDepth; }
   // Opens a value; the caller has checked MayOpen(1).
-  void Push(const AsnOpenValue& value) { m_values[m_depth++] = value; }
-  void Pop() { --m_depth; }
+  void Push(const AsnOpenValue& value) {
+    AsnOpenValue& pushed = m_values[m_depth++];
+    pushed = value;
+    pushed.outerLimit = m_limit;
+    if (value.end != kAsnNoEnd) m_limit = value.end;
+  }
+  void Pop() { m_limit = m_values[--m_depth].outerLimit; }
   const AsnOpenValue& Innermost() const { return m_values[m_depth - 1]; }
 
   // The end of the innermost definite-length value (kAsnNoEnd when none is
   // open): no item may run past it.
-  std::size_t Limit() const {
-    for (unsigned depth = m_depth; depth-- > 0;) {
-      if (m_values[depth].end != kAsnNoEnd) return m_values[depth].end;
-    }
-    return kAsnNoEnd;
-  }
+  std::size_t Limit() const { return m_limit; }
   // The innermost definite-length value, or null.
   const AsnOpenValue* Holder() const {
     for (unsigned depth = m_depth; depth-- > 0;) {
@@ -75,5 +76,6 @@ class AsnOpenValues {
  private:
   AsnOpenValue m_values[kMaxDepth];
   unsigned m_depth = 0;
+  std::size_t m_limit = kAsnNoEnd;  // the end of the innermost definite value
 };
 #pragma GCC visibility pop

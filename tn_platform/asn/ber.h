@@ -62,8 +62,11 @@ inline AsnTag TagWithForm(AsnTag tag, bool constructed) {
 // context number `number`, as [number] IMPLICIT in the form of its type; a
 // mandatory one as its type's own `universal` tag.
 constexpr AsnTag AsnMemberTag(AsnTag universal, bool optional, short number) {
-  return optional ? MakeTag(AsnTagClass::kContext, TagIsConstructed(universal), static_cast<unsigned>(number))
-                  : universal;
+  if (!optional) return universal;
+  const unsigned form = TagIsConstructed(universal) ? 0x20u : 0u;
+  // The one-octet form inline: a line's number is a constant where it is used.
+  if (number >= 0 && number < 31) return (0x80u | form | static_cast<unsigned>(number)) << 24;
+  return MakeTag(AsnTagClass::kContext, form != 0, static_cast<unsigned>(number));
 }
 // "[UNIVERSAL 16] constructed", "[2] primitive", ...
 std::string TagToString(AsnTag tag);
