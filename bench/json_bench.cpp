@@ -72,7 +72,7 @@ void BM_FromJson(benchmark::State& state) {
   List source = Make();
   const std::string text = AsnToJson(source, kForm);
   std::string ber;
-  const List prototype;
+  const List prototype{};
   for (auto _ : state) {
     AsnJsonToBerInto(prototype, text, kForm, ber);
     benchmark::DoNotOptimize(ber.data());

@@ -34,9 +34,10 @@
 void AsnReadJson(AsnType& value, std::string_view text, AsnJsonForm form);
 
 // The BER encoding of the JSON text of one value of the type of
-// `prototype` (any value of it; it is left as it is), written as the text is
+// `prototype`, a new default value (left as it is), written as the text is
 // read, without building the value (a record whose members come out of
-// declaration order is read into a value first). Throws as AsnReadJson.
+// declaration order is read into a copy of `prototype` first). Throws as
+// AsnReadJson.
 std::string AsnJsonToBer(const AsnType& prototype, std::string_view text, AsnJsonForm form);
 
 // The same into `ber`, replacing what it held but keeping its memory. Once a
