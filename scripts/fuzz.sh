@@ -7,8 +7,9 @@
 # Afterwards the seed corpus is made anew and minimal: the hand-made seeds
 # (every file not named by its SHA-1, as libFuzzer names what it finds) stay,
 # and libFuzzer's -merge=1 adds from the old seeds and this run's finds only
-# the inputs that reach features those do not, so the next run
-# starts where this one ended. An input that crashed, leaked or hung is copied
+# the inputs that reach code edges those do not (hit counts are not told
+# apart: -use_counters=0), so the next run starts where this one ended
+# without the corpus growing by inputs that only run a loop more often. An input that crashed, leaked or hung is copied
 # into fuzz/regressions/<target>/, where the ordinary tests replay it
 # (ctest fuzz_replay_<target>), and fails the campaign.
 #
@@ -97,7 +98,7 @@ for name in "${targets[@]}"; do
     minimal="$scratch/$name.minimal"
     mkdir -p "$minimal"
     find "$seeds" -regextype posix-extended -type f ! -regex '.*/[0-9a-f]{40}' -exec cp {} "$minimal/" \;
-    if "$program" -merge=1 "$minimal" "$seeds" "$corpus" > "$scratch/$name.merge.log" 2>&1; then
+    if "$program" -merge=1 -use_counters=0 "$minimal" "$seeds" "$corpus" > "$scratch/$name.merge.log" 2>&1; then
       find "$seeds" -regextype posix-extended -type f -regex '.*/[0-9a-f]{40}' -delete
       find "$minimal" -regextype posix-extended -type f -regex '.*/[0-9a-f]{40}' -exec cp {} "$seeds/" \;
     else

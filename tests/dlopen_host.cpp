@@ -64,7 +64,9 @@ int main(int argc, char** argv) {
   if (initialised != 1) return Fail("state after Init is " + std::to_string(initialised));
   if (g_lines.size() != 1) return Fail("Init wrote " + std::to_string(g_lines.size()) + " trace lines, expected 1");
   const ns_utility::TraceLine timing = g_lines.front();
-  if (timing.category != "TIME" || timing.text.rfind("Init tn_velkor took ", 0) != 0) {
+  const std::string& text = timing.text;
+  if (timing.category != "TIME" || text.rfind("Init tn_velkor took ", 0) != 0 || text.size() < 24 ||
+      text.compare(text.size() - 3, 3, " us") != 0) {
     return Fail("unexpected Init line: " + ns_utility::FormatTraceLine(timing));
   }
 

@@ -141,7 +141,6 @@ TEST(IgnoreMapRetCode, RemovesToleratedCodesAndDecidesResult) {
   const Case cases[] = {
       {"real failure stays", 8, {0, 7, 8}, "3:=8", 8},       {"every failure tolerated", 8, {0, 7}, "", 0},
       {"empty map does not clear the result", 8, {}, "", 8}, {"tolerated overall code", 7, {0, 7, 8}, "3:=8", 0},
-      {"tolerated overall code, empty map", 7, {}, "", 0},   {"nothing to remove", 8, {9}, "1:=9", 8},
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(c.what);
@@ -174,7 +173,6 @@ TEST(SingleReturn, WritesCodeAndSuccess) {
       {5, false, false, 5},                     // failure makes retCode present
       {1UL << 32, false, false, 0},             // narrows to 0, yet a failure
       {ULONG_MAX, true, false, -1},             // low 32 bits, signed
-      {0x80000000UL, false, false, INT32_MIN},  //
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(c.code);
