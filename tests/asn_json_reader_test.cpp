@@ -129,6 +129,12 @@ TEST(AsnJsonWriter, IndentsOneMemberOrElementALine) {
 }
 
 
+TEST(AsnJsonWriter, EscapesControlCharactersAndQuotes) {
+  std::string out;
+  AsnWriteJsonString(out, std::string("a\"\\\b\f\n\r\t\x01\x1f\x7f\xc3\xa9", 13));
+  EXPECT_EQ(out, "\"a\\\"\\\\\\b\\f\\n\\r\\t\\u0001\\u001f\x7f\xc3\xa9\"");
+}
+
 // A golden line: "TYPE | BER hex | JSON text | both-or-read"; the file
 // readable.golden holds the readable form, the others JER.
 class JsonGolden : public testing::TestWithParam<const char*> {};
