@@ -17,7 +17,6 @@
 #include "tools/velkor/decode_errors.h"
 #include "tools/velkor/io.h"
 #include "tools/velkor/json.h"
-#include "tools/velkor/record_json.h"
 #include "tools/velkor/record_types.h"
 
 namespace velkor {
@@ -178,12 +177,7 @@ void RunTypes(const std::string& only, bool json, bool compact, std::ostream& ou
 
 void RunTemplate(const std::string& type, bool compact, bool jer, std::ostream& out) {
   const std::unique_ptr<AsnType> value = CreateCatalogued(type);
-  const Json skeleton = TemplateJson(*value);  // also fills the value with every member
-  if (!jer) {
-    out << JsonText(skeleton, compact ? JsonLayout::kOneLine : JsonLayout::kIndented);
-    return;
-  }
-  out << AsnToJson(*value, AsnJsonForm::kJer, compact ? AsnJsonLayout::kOneLine : AsnJsonLayout::kIndented) << '\n';
+  out << AsnJsonTemplate(*value, FormOf(jer), compact ? AsnJsonLayout::kOneLine : AsnJsonLayout::kIndented) << '\n';
 }
 
 void RunDump(const InputOutput& io, std::ostream& out) {
@@ -270,14 +264,15 @@ void RunEncode(const std::string& type, const InputOutput& io, bool all, bool je
   const AsnCatalogueEntry& entry = CatalogueEntryOf(type);
   const bool hex = BytesAsHex(io.hex, io.output);
   if (!all && entry.createElement == nullptr) {
-    const std::unique_ptr<AsnType> value(entry.create());
+    const std::unique_ptr<AsnType> prototype(entry.create());
     const std::string text = ReadInput(io.input);
+    std::string bytes;
     try {
-      AsnReadJson(*value, text, FormOf(jer));
+      AsnJsonToBerInto(*prototype, text, FormOf(jer), bytes);
     } catch (CSM_Exception* exception) {
       ThrowJsonRefusal(exception);
     }
-    out << FormatBytes(EncodeBytes(*value), io.hex, io.output);
+    out << FormatBytes(bytes, io.hex, io.output);
     return;
   }
   // Records of a capture (--all) or the elements of a list, one at a time:
@@ -287,7 +282,6 @@ void RunEncode(const std::string& type, const InputOutput& io, bool all, bool je
                            entry.name);
   Spill spill;
   std::string bytes;
-  AsnBuf buf;
   try {
     while (reader.NextEncoded(bytes)) {
       spill.Append(bytes);
@@ -297,11 +291,8 @@ void RunEncode(const std::string& type, const InputOutput& io, bool all, bool je
     ThrowJsonRefusal(exception);
   }
   if (!all) {
-    buf.ClearEncoded();
-    const unsigned long lengthOctets = BEncDefLen(buf, spill.Size());
-    BEncTag(buf, kTagSequence);
-    const std::string_view header(reinterpret_cast<const char*>(buf.EncodedData()), lengthOctets + 1);
-    out << (hex ? EncodeHex(header) : std::string(header));
+    const std::string header = AsnEncodedListHeader(spill.Size());
+    out << (hex ? EncodeHex(header) : header);
   }
   spill.CopyTo(out, hex);
   if (hex) out << '\n';
