@@ -17,6 +17,26 @@
 // What a member's value is, as the codec sees it.
 enum class AsnMemberKind { kOcts, kTinyInt, kInt, kBool, kList, kRecord };
 
+// The universal tag a value of `kind` carries on its own (a list element, a
+// mandatory member, a whole value).
+constexpr AsnTag AsnUniversalTag(AsnMemberKind kind) {
+  switch (kind) {
+    case AsnMemberKind::kOcts:
+      return kTagOctetString;
+    case AsnMemberKind::kTinyInt:
+    case AsnMemberKind::kInt:
+      return kTagInteger;
+    case AsnMemberKind::kBool:
+      return kTagBoolean;
+    default:
+      return kTagSequence;
+  }
+}
+// The tag a member of `kind` travels with (ber.h's AsnMemberTag).
+constexpr AsnTag AsnMemberTag(AsnMemberKind kind, bool optional, short number) {
+  return AsnMemberTag(AsnUniversalTag(kind), optional, number);
+}
+
 // One member of a record class.
 struct AsnMemberStep {
   const char* name;      // the member's identifier ("strFDN")
