@@ -1,18 +1,20 @@
-// The velkor tool's BER structure walker on arbitrary bytes. It must never
-// read outside the input (the sanitizers watch), every item it reports must
-// lie inside the input after the one before it, and bytes that the runtime
-// decodes as a whole value must walk completely.
+// The runtime's BER structure reader and dump on arbitrary bytes. They must
+// never read outside the input (the sanitizers watch), every item must lie
+// inside the input after the one before it, a break must be placed inside
+// the input or at its end, and bytes that the runtime decodes as a whole
+// value must read completely.
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
+#include <memory>
 #include <ostream>
 #include <streambuf>
 #include <string_view>
 
-#include "tn_velkor/qcommon/qcommon.h"
+#include "tn_platform/asn/asn_ber_dump.h"
 #include "tn_platform/asn/asn_value_io.h"
 #include "tn_platform/asn/csm_exception.h"
-#include "tools/velkor/ber_dump.h"
+#include "tn_velkor/qcommon/qcommon.h"
 
 namespace {
 
@@ -38,22 +40,31 @@ bool RuntimeDecodes(std::string_view bytes) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const std::string_view bytes(reinterpret_cast<const char*>(data), size);
-  std::size_t lastOffset = 0;
+  AsnBerReader reader(AsnBytesSource(bytes), kAsnDumpContentShown + 1);
+  AsnBerItem item;
   bool first = true;
-  const velkor::BerWalkResult walk = velkor::WalkBer(bytes, [&](const velkor::BerItem& item) {
-    if (item.offset >= size || (!first && item.offset <= lastOffset)) std::abort();
-    if (!item.content.empty() &&
-        (item.content.data() < bytes.data() || item.content.data() + item.content.size() > bytes.data() + size))
-      std::abort();
-    if (item.depth > AsnDecodeLimits::kMaxDepth) std::abort();
-    lastOffset = item.offset;
-    first = false;
-  });
-  if (!walk.complete && walk.error.empty()) std::abort();
-  if (RuntimeDecodes(bytes) && !walk.complete) std::abort();
+  std::size_t lastOffset = 0;
+  bool complete = true;
+  try {
+    while (reader.Next(item)) {
+      if (item.offset >= size || (!first && item.offset <= lastOffset)) std::abort();
+      if (item.content.size() > item.length || item.depth > AsnDecodeLimits::kMaxDepth) std::abort();
+      lastOffset = item.offset;
+      first = false;
+    }
+  } catch (AsnDecodeError* raw) {
+    const std::unique_ptr<AsnDecodeError> error(raw);
+    if (error->Offset() > size || error->What().empty()) std::abort();
+    complete = false;
+  }
+  if (RuntimeDecodes(bytes) && !complete) std::abort();
 
   NullBuffer sink;
   std::ostream os(&sink);
-  velkor::DumpBer(bytes, os);
+  try {
+    AsnDumpBer(AsnBytesSource(bytes), os);
+  } catch (AsnDecodeError* error) {
+    delete error;
+  }
   return 0;
 }

@@ -16,7 +16,7 @@
 #include "fuzz/fuzz_catalogue.h"
 #include "tn_platform/asn/asn_decode_error.h"
 #include "tn_platform/asn/asn_value_io.h"
-#include "tools/velkor/ber_dump.h"
+#include "tn_platform/asn/asn_ber_reader.h"
 
 namespace {
 
@@ -35,13 +35,34 @@ std::unique_ptr<AsnDecodeError> DecodeError(const AsnCatalogueEntry& type, std::
   }
 }
 
+// Where the structure walk (AsnBerReader, behind velkor dump) of `bytes`
+// breaks, and the item it was reading; `starts` gets every item it shows.
+struct Walk {
+  bool complete = true;
+  std::size_t breakOffset = 0;
+  std::size_t breakItem = 0;
+};
+Walk WalkBytes(std::string_view bytes, std::unordered_set<std::size_t>* starts) {
+  AsnBerReader reader(AsnBytesSource(bytes), 0);
+  AsnBerItem item;
+  Walk walk;
+  try {
+    while (reader.Next(item)) {
+      if (starts != nullptr) starts->insert(item.offset);
+    }
+  } catch (AsnDecodeError* raw) {
+    const std::unique_ptr<AsnDecodeError> error(raw);
+    walk = Walk{false, error->Offset(), reader.ItemStart()};
+  }
+  return walk;
+}
+
 void CheckAgainstWalk(std::string_view bytes, const AsnDecodeError& error) {
   const std::size_t offset = error.Offset();
   if (offset > bytes.size()) std::abort();
   if (bytes.empty()) return;
   std::unordered_set<std::size_t> starts;
-  const velkor::BerWalkResult walk =
-      velkor::WalkBer(bytes, [&starts](const velkor::BerItem& item) { starts.insert(item.offset); });
+  const Walk walk = WalkBytes(bytes, &starts);
   if (starts.count(offset) != 0) return;
   if (!walk.complete && (walk.breakOffset == offset || (walk.breakItem == offset && !error.InputEnds()))) return;
   std::abort();
@@ -67,7 +88,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     return 0;
   }
   const std::string_view value = bytes.substr(0, used);
-  if (error->Offset() != used || DecodeError(type, value) != nullptr || !velkor::WalkBer(value, [](const velkor::BerItem&) {}).complete) {
+  if (error->Offset() != used || DecodeError(type, value) != nullptr || !WalkBytes(value, nullptr).complete) {
     std::abort();
   }
   return 0;

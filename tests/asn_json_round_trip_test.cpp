@@ -18,7 +18,6 @@
 #include "tn_platform/asn/asn_int.h"
 #include "tn_platform/asn/asn_json_list_reader.h"
 #include "tn_platform/asn/asn_json_reader.h"
-#include "tn_platform/asn/asn_json_transcoder.h"
 #include "tn_platform/asn/asn_json_writer.h"
 #include "tn_platform/asn/asn_list_base.h"
 #include "tn_platform/asn/asn_octs.h"
@@ -37,12 +36,9 @@ constexpr int kVariants = 4;
 void Fill(AsnType& value, int variant, int depth) {
   switch (AsnKindOf(value)) {
     case AsnMemberKind::kOcts: {
-      static const std::string kLong = [] {
-        std::string octets;
-        for (int i = 0; i < 300; ++i) octets.push_back(static_cast<char>(i * 7));
-        return octets;
-      }();
-      const std::string octets[] = {"", std::string("\x00\xff\x80\x7f\"\\", 6), kLong, "\xc3\xa9 \"q\" \\ \n\t"};
+      std::string binary(300, '\0');
+      for (std::size_t i = 0; i < binary.size(); ++i) binary[i] = static_cast<char>(i * 7);
+      const std::string octets[] = {"", std::string("\x00\xff\x80\x7f\"\\", 6), binary, "\xc3\xa9 \"q\" \\ \n\t"};
       static_cast<AsnOcts&>(value).Set(octets[variant].data(), octets[variant].size());
       break;
     }
@@ -77,13 +73,6 @@ void Fill(AsnType& value, int variant, int depth) {
   }
 }
 
-std::string ListHeader(std::size_t contentLength) {
-  AsnBuf buf;
-  BEncDefLen(buf, contentLength);
-  BEncTag(buf, kTagSequence);
-  return buf.EncodedBytes();
-}
-
 TEST(AsnJsonRoundTrip, EveryCataloguedTypeKeepsItsOctets) {
   ASSERT_NE(dlopen(TN_QPROBE_LIBRARY, RTLD_NOW), nullptr) << dlerror();  // the test module's types too
   int checked = 0;
@@ -101,16 +90,7 @@ TEST(AsnJsonRoundTrip, EveryCataloguedTypeKeepsItsOctets) {
           const std::unique_ptr<AsnType> back(entry.create());
           ASSERT_EQ(test_bytes::ThrownMessage([&] { AsnReadJson(*back, json, form); }), "no exception") << json;
           EXPECT_EQ(AsnEncodeValue(*back), ber) << json;
-          EXPECT_EQ(AsnToJson(*back, form, layout), json);
-          const AsnJsonTranscoder transcoder(*back, form);  // the fast path agrees, or gives up
-          std::string direct;
-          const std::size_t used = transcoder.Transcode(json, direct);
-          if (used > 0) {
-            EXPECT_EQ(used, json.size());
-            EXPECT_EQ(direct, ber);
-          }
-          const std::unique_ptr<AsnType> fresh(entry.create());
-          EXPECT_EQ(AsnJsonToBer(*fresh, json, form), ber);
+          EXPECT_EQ(AsnJsonToBer(*std::unique_ptr<AsnType>(entry.create()), json, form), ber);
         }
       }
       if (entry.createElement != nullptr) {
@@ -118,17 +98,17 @@ TEST(AsnJsonRoundTrip, EveryCataloguedTypeKeepsItsOctets) {
         std::string content;
         AsnBerListReader berReader(Trickle(ber, 5), entry.createElement, entry.name);
         while (AsnType* element = berReader.Next()) content += AsnEncodeValue(*element);
-        EXPECT_EQ(ListHeader(content.size()) + content, ber);
+        EXPECT_EQ(AsnEncodedListHeader(content.size()) + content, ber);
         const std::string jer = AsnToJson(*decoded, AsnJsonForm::kJer, AsnJsonLayout::kIndented);
         AsnJsonListReader jsonReader(Trickle(jer, 3), AsnJsonForm::kJer, entry.createElement, entry.name);
         content.clear();
         while (const std::unique_ptr<AsnType> element = jsonReader.Next()) content += AsnEncodeValue(*element);
-        EXPECT_EQ(ListHeader(content.size()) + content, ber);
+        EXPECT_EQ(AsnEncodedListHeader(content.size()) + content, ber);
         AsnJsonListReader encodingReader(Trickle(jer, 64), AsnJsonForm::kJer, entry.createElement, entry.name);
         content.clear();
         while (encodingReader.NextEncoded(content)) {
         }
-        EXPECT_EQ(ListHeader(content.size()) + content, ber);
+        EXPECT_EQ(AsnEncodedListHeader(content.size()) + content, ber);
       }
       ++checked;
     }

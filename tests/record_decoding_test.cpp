@@ -145,24 +145,4 @@ TEST(RecordDecoding, FastPathDecidesAsTheGenericDecoderDoes) {
   ExpectSameAsGeneric<qprobe::QProbePart>(AsnEncodeValue(part), [](qprobe::QProbePart& p) { p.weight = 1; });
 }
 
-// Past the fast path's forms: the generic decoder takes them.
-TEST(RecordDecoding, OtherFormsGoToTheGenericDecoder) {
-  const std::string longText(200, 'x');
-  qcommon::QAsnUniResID id;
-  id.strFDN.Set(longText.data(), longText.size());
-  id.neID = 1;
-  const std::pair<std::string, std::string> forms[] = {
-      {AsnEncodeValue(id), longText},                                    // a long-form member length
-      {Hex("30 80 04 01 41 04 01 42 02 01 05 00 00"), "A"},              // an indefinite record length
-      {Hex("30 0D 24 80 04 01 41 00 00 04 01 42 02 01 05"), "A"},        // a segmented OCTET STRING
-      {Hex("30 0A 04 81 01 41 04 01 42 02 01 05"), "A"},                 // a long form of a short length
-  };
-  for (const auto& [octets, fdn] : forms) {
-    SCOPED_TRACE(ToHex(octets));
-    qcommon::QAsnUniResID back;
-    EXPECT_EQ(ThrownMessage([&] { AsnDecodeValue(back, octets); }), "no exception");
-    EXPECT_EQ(back.strFDN.view(), fdn);
-  }
-}
-
 }  // namespace

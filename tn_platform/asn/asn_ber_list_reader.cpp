@@ -16,13 +16,8 @@ constexpr std::size_t kLookAhead = 4096;
 
 }  // namespace
 
-class AsnBerListReader::Window : public AsnSourceWindow {
- public:
-  using AsnSourceWindow::AsnSourceWindow;
-};
-
 AsnBerListReader::AsnBerListReader(AsnByteSource source, AsnType* (*createElement)(), std::string listTypeName)
-    : m_window(std::make_unique<Window>(std::move(source))),
+    : m_window(std::make_unique<AsnSourceWindow>(std::move(source))),
       m_element(createElement()),
       m_typeName(std::move(listTypeName)) {}
 
@@ -60,18 +55,19 @@ AsnType* AsnBerListReader::Next() {
   if (m_state == State::kStart) ReadHeader();
   if (m_state == State::kDone) return nullptr;
   if (m_indefinite) {
-    // Errors about the input ending are placed at its end (here: nothing
-    // is left after the window's current place, or one octet).
-    if (!m_window->Ensure(1)) {
-      Throw(new AsnDecodeError(m_window->Offset(), "input ends before the end-of-contents octets", true));
-    }
-    if (m_window->Available()[0] == '\0') {
-      m_window->Ensure(2);
-      const std::string_view eoc = m_window->Available().substr(0, 2);
-      if (eoc.size() < 2) {
-        Throw(new AsnDecodeError(m_window->Offset() + 1, "input ends in the end-of-contents octets", true));
+    // End-of-contents (or the input ending before it) is read as the whole
+    // list reads it, from a view of the window's next two octets.
+    m_window->Ensure(2);
+    const std::string_view next = m_window->Available().substr(0, 2);
+    if (next.empty() || next[0] == '\0') {
+      AsnBuf eoc(reinterpret_cast<const unsigned char*>(next.data()), next.size());
+      unsigned long octets = 0;
+      try {
+        BDecEoc(eoc, octets);
+      } catch (AsnDecodeError* error) {
+        error->MoveBy(m_window->Offset());
+        Throw(error);
       }
-      if (eoc[1] != '\0') Throw(new AsnDecodeError(m_window->Offset(), "end-of-contents octets are not 00 00"));
       m_window->Skip(2);
       Finish();
       return nullptr;
@@ -112,7 +108,10 @@ AsnType* AsnBerListReader::DecodeElement() {
     AsnBuf buf(reinterpret_cast<const unsigned char*>(available.data()), available.size());
     unsigned long octets = 0;
     try {
-      const AsnNestingGuard list(buf);  // the element sits one level inside the list
+      // The element sits inside the list, which is open around it as in a
+      // whole-value decode: an element running past it is refused there.
+      const AsnOpenValueGuard list(buf, 0, AsnHolder::kList, m_indefinite ? kIndefiniteLength : m_length,
+                                   m_length - m_consumed);
       m_element->BDec(buf, octets, NIClass_BER);
       if (buf.ReadError()) AsnThrowInputEnds(buf.End(), "input ends early");
     } catch (AsnDecodeError* error) {
@@ -121,11 +120,6 @@ AsnType* AsnBerListReader::DecodeElement() {
       if ((!loaded || error->InputEnds()) && !m_window->Ended() && m_window->Grow()) {
         delete error;
         continue;
-      }
-      // As the list itself does: an element that finds the input ending, or
-      // fails, beyond the list's own end is the one at fault.
-      if (!m_indefinite && AsnItemRunsPast(buf, 0, m_length - m_consumed, *error)) {
-        error->Reassign(0, AsnListOverrunText(m_length));
       }
       if (error->Placed()) {
         error->MoveBy(elementStart);
@@ -144,11 +138,6 @@ AsnType* AsnBerListReader::DecodeElement() {
     m_window->Skip(buf.Offset());
     m_consumed += buf.Offset();
     ++m_index;
-    if (!m_indefinite && m_consumed > m_length) {
-      auto* error = new AsnDecodeError(elementStart, AsnListOverrunText(m_length));
-      error->AddIndex(m_index - 1);
-      Throw(error);
-    }
     return m_element.get();
   }
 }

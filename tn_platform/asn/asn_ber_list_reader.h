@@ -42,8 +42,7 @@ class AsnBerListReader {
   void Finish();
   [[noreturn]] void Throw(AsnDecodeError* error);
 
-  class Window;
-  std::unique_ptr<Window> m_window;
+  std::unique_ptr<AsnSourceWindow> m_window;
   std::unique_ptr<AsnType> m_element;  // decoding replaces its content: one serves every element
   std::string m_typeName;
   enum class State { kStart, kElements, kDone } m_state = State::kStart;

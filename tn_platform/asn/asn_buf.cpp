@@ -36,8 +36,35 @@ void AsnBuf::ThrowTooManyElements() const {
                                     " list elements, the decode's budget");
 }
 
-void AsnBuf::ThrowLengthOverrun() const {
-  AsnDecodeError* error = new AsnDecodeError(m_overrunElementOffset, AsnListOverrunText(m_overrunLength));
-  error->AddIndex(m_overrunElementIndex);
-  throw error;
+void AsnBuf::ThrowRunsPast(std::size_t item, Overrun how, unsigned long length) const {
+  const AsnOpenValue* holder = m_open.Holder();
+  const std::size_t at = m_open.FaultAt(item);
+  std::string what;
+  switch (holder->holder) {
+    case AsnHolder::kList:
+      what = AsnListOverrunText(holder->length);
+      break;
+    case AsnHolder::kSegments:
+      what = "OCTET STRING segment runs past its enclosing value";
+      break;
+    case AsnHolder::kRecord:
+      if (at != item || how == Overrun::kItem) {
+        what = "runs past the end of the record";
+      } else if (how == Overrun::kHeader) {
+        what = "header runs past the end of the record";
+      } else {
+        what = "length " + std::to_string(length) + " runs past the end of the record (" +
+               AsnOctetCount(holder->end - Offset()) + " left in it)";
+      }
+      break;
+    case AsnHolder::kValue:
+      what = "value runs past its enclosing value";
+      break;
+  }
+  throw new AsnDecodeError(at, what);
+}
+
+void AsnBuf::ThrowInputEnds(std::size_t item, const std::string& what) const {
+  if (m_open.FaultAtCut(item, End()) != kAsnNoEnd) ThrowRunsPast(item, Overrun::kItem);
+  AsnThrowInputEnds(End(), what);
 }

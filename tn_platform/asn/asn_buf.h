@@ -6,11 +6,16 @@
 // the single-octet and segment writers put octets in front one run at a time.
 // Decoding reads forward through a read-only view of the caller's bytes; a
 // read past the end yields 0 and sets the read-error flag instead of reading
-// out of bounds; the codecs turn that into an AsnDecodeError naming the item
-// at fault (asn_decode_error.h).
+// out of bounds. The buffer is the decoder's reader: it keeps the
+// constructed values open at the read position (AsnOpenValues), the nesting
+// limit and the list-element budget, and says where a fault sits: an item
+// that runs past the value holding it is at fault (ThrowRunsPast), an input
+// that ends before the values holding the read position do is at fault where
+// it ends (ThrowInputEnds).
 #pragma once
 #pragma GCC visibility push(default)
 
+#include <algorithm>
 #include <cstddef>
 #include <cstring>
 #include <memory>
@@ -19,6 +24,7 @@
 
 #include "tn_platform/asn/asn_decode_error.h"
 #include "tn_platform/asn/asn_encode_sizes.h"
+#include "tn_platform/asn/asn_open_values.h"
 
 // The encoding rules a value is coded with. The runtime implements BER only;
 // every caller passes 1.
@@ -27,7 +33,7 @@ enum NIClass_EncodingFormatEnum { NIClass_BER = 1 };
 // Decoding limits, one place for all of them.
 struct AsnDecodeLimits {
   // Constructed values nested deeper than this are refused.
-  static constexpr unsigned kMaxDepth = 32;
+  static constexpr unsigned kMaxDepth = AsnOpenValues::kMaxDepth;
   // A long-form length whose value needs more octets than this is refused
   // (leading zero octets do not count: up to 126 length octets are read).
   static constexpr unsigned kMaxLengthOctets = 8;
@@ -115,31 +121,49 @@ class AsnBuf {
   const unsigned char* Begin() const { return m_begin; }
   // Octets consumed since the start of the input.
   std::size_t Offset() const { return static_cast<std::size_t>(m_read - m_begin); }
-  // Restores a position returned by Offset() (for look-ahead).
-  void Rewind(std::size_t offset) { m_read = m_begin + offset; }
   bool ReadError() const { return m_readError; }
-  void SetReadError() { m_readError = true; }
-  // A list's last element, index `elementIndex` starting at `elementOffset`,
-  // ran past the list's definite `length`. The list does not refuse that
-  // itself; whoever decodes the list as a member or a whole value does
-  // (AsnThrowLengthOverrun).
-  void NoteLengthOverrun(unsigned long length, std::size_t elementOffset, unsigned long elementIndex) {
-    m_lengthOverrun = true;
-    m_overrunLength = length;
-    m_overrunElementOffset = elementOffset;
-    m_overrunElementIndex = elementIndex;
+  // ---- the open values and where a fault sits --------------------------------
+  // Where the item whose tag was read last starts (BDecTag notes it).
+  std::size_t ItemStart() const { return m_itemStart; }
+  void NoteItemStart() { m_itemStart = Offset(); }
+  // Opens the constructed value whose tag was read last (or the one starting
+  // at `start`), its content of `length` octets (kIndefiniteLength) starting
+  // here, or of which `rest` octets are still ahead. One level more than
+  // AsnDecodeLimits::kMaxDepth throws a CSM_Exception for the caller to place.
+  void OpenValue(AsnHolder holder, unsigned long length) { OpenValueAt(m_itemStart, holder, length, length); }
+  [[gnu::always_inline]] void OpenValueAt(std::size_t start, AsnHolder holder, unsigned long length,
+                                          unsigned long rest) {
+    if (!m_open.MayOpen(1)) ThrowTooDeep();
+    const bool indefinite = length == ~0UL;  // kIndefiniteLength (ber.h)
+    m_open.Push(AsnOpenValue{start, indefinite ? kAsnNoEnd : Offset() + rest, indefinite ? 0 : length, holder, 0});
   }
-  bool LengthOverrun() const { return m_lengthOverrun; }
-
-  // Nesting of constructed values being decoded; entering one level more than
-  // AsnDecodeLimits::kMaxDepth throws a CSM_Exception.
-  void EnterConstructed() {
-    if (m_depth >= AsnDecodeLimits::kMaxDepth) ThrowTooDeep();
-    ++m_depth;
+  void CloseValue() { m_open.Pop(); }
+  // True when `levels` more constructed levels may be opened.
+  bool MayEnterConstructed(unsigned levels) const { return m_open.MayOpen(levels); }
+  // Octets the item at the read position may take: up to the end of the
+  // innermost definite-length value open, or of the input, whichever is first.
+  std::size_t Available() const {
+    const std::size_t limit = m_open.Limit();
+    const std::size_t offset = Offset();
+    if (limit == kAsnNoEnd) return Remaining();
+    return limit <= offset ? 0 : std::min(Remaining(), limit - offset);
   }
-  void LeaveConstructed() { --m_depth; }
-  // True when `levels` more constructed levels may be entered.
-  bool MayEnterConstructed(unsigned levels) const { return m_depth + levels <= AsnDecodeLimits::kMaxDepth; }
+  // The end of the innermost definite-length value open, or kAsnNoEnd.
+  std::size_t Limit() const { return m_open.Limit(); }
+  // How an item ran past the value holding it.
+  enum class Overrun : unsigned char {
+    kItem,    // it starts at its end, or the input ends inside the item
+    kHeader,  // its identifier and length octets run past it
+    kLength,  // its definite `length` does
+  };
+  // Throws the AsnDecodeError for the item starting at `item`, whose content
+  // would start at the read position, running past the value that limits it
+  // (Limit()), in the words of that value's kind; placed by the one rule.
+  [[noreturn]] void ThrowRunsPast(std::size_t item, Overrun how, unsigned long length = 0) const;
+  // Throws for the input ending while the item starting at `item` is read:
+  // `what`, placed at the end of the input, unless a value that lies whole in
+  // the input holds the item (then the item runs past it).
+  [[noreturn]] void ThrowInputEnds(std::size_t item, const std::string& what) const;
 
   // The list elements this decode may still make, of every list together: a
   // whole-value decode's budget (AsnDecodeBudget, asn_value_io.h). Unlimited
@@ -153,10 +177,6 @@ class AsnBuf {
     if (m_elementsLeft == 0) ThrowTooManyElements();
     --m_elementsLeft;
   }
-
-  // Throws the AsnDecodeError of the overrun noted last: about the element
-  // that ran past its list's length.
-  [[noreturn]] void ThrowLengthOverrun() const;
 
  private:
   [[noreturn]] static void ThrowTooDeep();
@@ -173,23 +193,28 @@ class AsnBuf {
   const unsigned char* m_read = nullptr;
   const unsigned char* m_end = nullptr;
   bool m_readError = false;
-  bool m_lengthOverrun = false;
-  unsigned long m_overrunLength = 0;
-  std::size_t m_overrunElementOffset = 0;
-  unsigned long m_overrunElementIndex = 0;
-  unsigned m_depth = 0;
+  std::size_t m_itemStart = 0;
+  AsnOpenValues m_open;
   std::size_t m_elementLimit = ~std::size_t{0};
   std::size_t m_elementsLeft = ~std::size_t{0};
 };
 
-// Counts one level of constructed nesting for as long as it lives, so the
-// count stays right on every way out of a decode, exceptions included.
-class AsnNestingGuard {
+// Keeps one constructed value open for as long as it lives, so the open
+// values stay right on every way out of a decode, exceptions included.
+class AsnOpenValueGuard {
  public:
-  explicit AsnNestingGuard(AsnBuf& buf) : m_buf(buf) { m_buf.EnterConstructed(); }
-  ~AsnNestingGuard() { m_buf.LeaveConstructed(); }
-  AsnNestingGuard(const AsnNestingGuard&) = delete;
-  AsnNestingGuard& operator=(const AsnNestingGuard&) = delete;
+  // The value whose tag was read last.
+  AsnOpenValueGuard(AsnBuf& buf, AsnHolder holder, unsigned long length) : m_buf(buf) {
+    m_buf.OpenValue(holder, length);
+  }
+  // The value starting at `start`, `rest` octets of its content ahead.
+  AsnOpenValueGuard(AsnBuf& buf, std::size_t start, AsnHolder holder, unsigned long length, unsigned long rest)
+      : m_buf(buf) {
+    m_buf.OpenValueAt(start, holder, length, rest);
+  }
+  ~AsnOpenValueGuard() { m_buf.CloseValue(); }
+  AsnOpenValueGuard(const AsnOpenValueGuard&) = delete;
+  AsnOpenValueGuard& operator=(const AsnOpenValueGuard&) = delete;
 
  private:
   AsnBuf& m_buf;

@@ -54,3 +54,13 @@ bool AsnSourceWindow::Fill(std::size_t count) {
 }
 
 bool AsnSourceWindow::Grow() { return ReadMore(m_data.size() - m_at); }
+
+std::size_t AsnSourceWindow::Discard(std::size_t count) {
+  std::size_t done = 0;
+  for (;;) {
+    const std::size_t step = std::min(count - done, m_data.size() - m_at);
+    m_at += step;
+    done += step;
+    if (done == count || !ReadMore(1)) return done;
+  }
+}

@@ -31,6 +31,10 @@ class AsnSourceWindow {
   std::string_view Available() const { return std::string_view(m_data).substr(m_at); }
   // Consumes `count` available octets.
   void Skip(std::size_t count) { m_at += count; }
+  // Consumes up to `count` octets, reading what the window does not hold
+  // without keeping it; returns how many there were (fewer when the source
+  // ends first).
+  std::size_t Discard(std::size_t count);
   // Where the current place is in the whole input.
   std::size_t Offset() const { return m_base + m_at; }
   // True when the source has ended (nothing more will come).

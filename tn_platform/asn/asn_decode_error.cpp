@@ -16,14 +16,6 @@ void AsnDecodeError::PlaceAt(std::size_t offset) {
   Compose();
 }
 
-void AsnDecodeError::Reassign(std::size_t offset, std::string what) {
-  m_offset = offset;
-  m_what = std::move(what);
-  m_path.clear();
-  m_inputEnds = false;
-  Compose();
-}
-
 void AsnDecodeError::AddMember(const char* name) {
   m_path.insert(0, std::string(".") + name);
   Compose();

@@ -50,10 +50,6 @@ class AsnDecodeError : public CSM_Exception {
 
   // Sets the offset of an unplaced error; a placed one keeps its own.
   void PlaceAt(std::size_t offset);
-  // Names another item as the one at fault, with a new `what`: a value that
-  // lies whole in the input and finds the input ending inside it blames the
-  // item of its own that runs past its end. The path starts afresh.
-  void Reassign(std::size_t offset, std::string what);
   // Adds, in front of the path, ".name" (a record member), "[index]" (a list
   // element) or the type name of the outermost value.
   void AddMember(const char* name);

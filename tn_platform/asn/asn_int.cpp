@@ -4,38 +4,30 @@
 
 namespace asn_integer {
 
-unsigned long EncodeContent(AsnBuf& buf, std::int64_t value) {
-  // Write octets from the least significant up, and stop once the rest is
-  // pure sign extension of the octet just written (minimal form, X.690 8.3.2).
-  auto rest = static_cast<std::uint64_t>(value);
-  unsigned long count = 0;
-  for (;;) {
-    const auto octet = static_cast<unsigned char>(rest);
-    buf.PutByteRvs(octet);
-    ++count;
-    const bool negative = (octet & 0x80) != 0;
-    rest = static_cast<std::uint64_t>(static_cast<std::int64_t>(rest) >> 8);
-    if (count == 8 || rest == (negative ? ~std::uint64_t{0} : 0)) return count;
-  }
+namespace {
+// Out of line, so that the decoding path stays small enough to inline.
+[[noreturn]] __attribute__((noinline, cold)) void ThrowIntegerFault(AsnIntegerFault fault, unsigned long length,
+                                                                    unsigned maxOctets, std::size_t itemStart) {
+  AsnThrowDecodeError(itemStart, fault == AsnIntegerFault::kEmpty        ? std::string("INTEGER without content octets")
+                                 : fault == AsnIntegerFault::kNotMinimal ? std::string("INTEGER content is not minimal")
+                                                                         : "INTEGER of " + std::to_string(length) +
+                                                                               " octets does not fit (at most " +
+                                                                               std::to_string(maxOctets) + ")");
+}
+}  // namespace
+
+[[gnu::always_inline]] inline std::int64_t DecodeIntegerContent(AsnBuf& buf, unsigned long length,
+                                                                unsigned maxOctets, std::size_t itemStart) {
+  if (length == kIndefiniteLength) AsnThrowDecodeError(itemStart, "indefinite length on an INTEGER");
+  const unsigned char* octets = buf.GetSeg(length);
+  if (octets == nullptr) BDecLenPastInput(buf, length);
+  const AsnIntegerFault fault = AsnCheckInteger(octets, length, maxOctets);
+  if (fault != AsnIntegerFault::kNone) ThrowIntegerFault(fault, length, maxOctets, itemStart);
+  return AsnReadInteger(octets, length);
 }
 
 std::int64_t DecodeContent(AsnBuf& buf, unsigned long length, unsigned maxOctets, std::size_t itemStart) {
-  // The messages are built on the failing paths only.
-  const auto fail = [itemStart](const std::string& what) { AsnThrowDecodeError(itemStart, what); };
-  if (length == kIndefiniteLength) fail("indefinite length on an INTEGER");
-  if (length == 0) fail("INTEGER without content octets");
-  const unsigned char* octets = buf.GetSeg(length);
-  if (octets == nullptr) BDecLenPastInput(buf, length);
-  if (length > 1 &&
-      ((octets[0] == 0x00 && (octets[1] & 0x80) == 0) || (octets[0] == 0xFF && (octets[1] & 0x80) != 0))) {
-    fail("INTEGER content is not minimal");
-  }
-  if (length > maxOctets) {
-    fail("INTEGER of " + std::to_string(length) + " octets does not fit (at most " + std::to_string(maxOctets) + ")");
-  }
-  std::uint64_t value = (octets[0] & 0x80) ? ~std::uint64_t{0} : 0;
-  for (unsigned long i = 0; i < length; ++i) value = (value << 8) | octets[i];
-  return static_cast<std::int64_t>(value);
+  return DecodeIntegerContent(buf, length, maxOctets, itemStart);
 }
 
 }  // namespace asn_integer
@@ -45,13 +37,19 @@ namespace {
 std::int64_t DecodeInteger(AsnBuf& buf, unsigned long& bytesDecoded, unsigned maxOctets) {
   const AsnHeader header = BDecHeader(buf, bytesDecoded, kTagInteger);
   if (header.status != AsnHeader::kComplete) AsnThrowHeaderError(header, kTagInteger, buf);
-  const std::int64_t value = asn_integer::DecodeContent(buf, header.length, maxOctets, header.start);
+  const std::int64_t value = asn_integer::DecodeIntegerContent(buf, header.length, maxOctets, header.start);
   bytesDecoded += header.length;
   return value;
 }
 
+unsigned long EncodeContent(AsnBuf& buf, std::int64_t value) {
+  const unsigned octets = AsnIntegerOctets(value);
+  AsnWriteInteger(buf.ReserveFront(octets), value, octets);
+  return octets;
+}
+
 unsigned long EncodeInteger(AsnBuf& buf, std::int64_t value) {
-  unsigned long written = asn_integer::EncodeContent(buf, value);
+  unsigned long written = EncodeContent(buf, value);
   written += BEncDefLen(buf, written);
   return written + BEncTag(buf, kTagInteger);
 }
@@ -66,6 +64,8 @@ void AsnTinyInt::BDec(AsnBuf& buf, unsigned long& bytesDecoded, NIClass_Encoding
   m_value = static_cast<int>(DecodeInteger(buf, bytesDecoded, 4));
 }
 
+unsigned long AsnTinyInt::BEncContent(AsnBuf& buf) const { return EncodeContent(buf, m_value); }
+
 unsigned long AsnTinyInt::BEnc(AsnBuf& buf, NIClass_EncodingFormatEnum) { return EncodeInteger(buf, m_value); }
 
 void AsnTinyInt::Print(std::ostream& os, unsigned long, bool) const { os << m_value; }
@@ -78,6 +78,8 @@ void AsnInt::BDecContent(AsnBuf& buf, AsnTag, unsigned long length, unsigned lon
 void AsnInt::BDec(AsnBuf& buf, unsigned long& bytesDecoded, NIClass_EncodingFormatEnum) {
   m_value = DecodeInteger(buf, bytesDecoded, 8);
 }
+
+unsigned long AsnInt::BEncContent(AsnBuf& buf) const { return EncodeContent(buf, m_value); }
 
 unsigned long AsnInt::BEnc(AsnBuf& buf, NIClass_EncodingFormatEnum) { return EncodeInteger(buf, m_value); }
 

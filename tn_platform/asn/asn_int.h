@@ -10,22 +10,8 @@
 #include "tn_platform/asn/asn_type.h"
 #include "tn_platform/asn/ber.h"
 
-// Content coding shared by the integer classes.
+// Content decoding shared by the integer classes.
 namespace asn_integer {
-// Writes the minimal two's-complement content of `value`; returns its length.
-unsigned long EncodeContent(AsnBuf& buf, std::int64_t value);
-// How many octets the minimal two's-complement content of `value` takes:
-// its significant bits, sign bit included, rounded up to octets.
-[[gnu::always_inline]] inline unsigned ContentOctets(std::int64_t value) {
-  return (71 - static_cast<unsigned>(__builtin_clrsbll(value))) / 8;
-}
-// Writes the `octets` low octets of `value`, most significant first, at
-// `out`; returns the end.
-[[gnu::always_inline]] inline unsigned char* WriteContent(unsigned char* out, std::int64_t value,
-                                                          unsigned octets) {
-  for (unsigned i = octets; i-- > 0;) *out++ = static_cast<unsigned char>(static_cast<std::uint64_t>(value) >> (8 * i));
-  return out;
-}
 // Reads `length` content octets of an INTEGER that must fit in `maxOctets`
 // octets; errors are placed at `itemStart` (AsnDecodeError::kUnplaced when
 // the caller places them).
@@ -51,7 +37,7 @@ class AsnTinyInt : public AsnType {
   static constexpr char kTypeName[] = "AsnTinyInt";
   const char* typeName() const override { return kTypeName; }
 
-  unsigned long BEncContent(AsnBuf& buf) const { return asn_integer::EncodeContent(buf, m_value); }
+  unsigned long BEncContent(AsnBuf& buf) const;
   void BDecContent(AsnBuf& buf, AsnTag tag, unsigned long length, unsigned long& bytesDecoded);
 
  private:
@@ -77,7 +63,7 @@ class AsnInt : public AsnType {
   static constexpr char kTypeName[] = "AsnInt";
   const char* typeName() const override { return kTypeName; }
 
-  unsigned long BEncContent(AsnBuf& buf) const { return asn_integer::EncodeContent(buf, m_value); }
+  unsigned long BEncContent(AsnBuf& buf) const;
   void BDecContent(AsnBuf& buf, AsnTag tag, unsigned long length, unsigned long& bytesDecoded);
 
  private:

@@ -2,7 +2,8 @@
 
 #include "tn_platform/asn/asn_decode_error.h"
 #include "tn_platform/asn/asn_json_reader.h"
-#include "tn_platform/asn/asn_value_io.h"
+#include "tn_platform/asn/asn_record_plan.h"
+#include "tn_platform/asn/ber.h"
 
 AsnJsonListReader::AsnJsonListReader(AsnByteSource source, AsnJsonForm form, AsnType* (*createElement)(),
                                      std::string listTypeName)
@@ -41,6 +42,9 @@ bool AsnJsonListReader::StartElement() {
   if (m_state == State::kDone) return false;
   SkipBlanks(false);
   if (m_state == State::kStart) {
+    if (m_window.Ensure(3) && m_window.Available().substr(0, 3) == "\xEF\xBB\xBF") {
+      Fail("JSON text starts with a byte-order mark (save it as UTF-8 without one)");
+    }
     if (PeekChar() == '[') {
       m_state = State::kArray;
       m_window.Skip(1);
@@ -84,16 +88,21 @@ void AsnJsonListReader::EndElement() {
   }
 }
 
-std::unique_ptr<AsnType> AsnJsonListReader::Next() {
-  if (!StartElement()) return nullptr;
+// Reads one element at the current place with `readOne(reader)`, which
+// undoes what it did when it throws; reads more of the text and starts the
+// element again when it may go on beyond what is read.
+template <class ReadOne>
+void AsnJsonListReader::ReadElement(ReadOne&& readOne) {
   for (;;) {
     const std::string_view available = m_window.Available();
     AsnJsonReader reader(available, m_form, m_window.Offset());
-    std::unique_ptr<AsnType> element(m_createElement());
     try {
-      reader.ReadValue(*element);
+      readOne(reader, false);
       // A value that reaches the end of what is read may go on (a number).
-      if (reader.Offset() - m_window.Offset() == available.size() && !m_window.Ended() && m_window.Grow()) continue;
+      if (reader.Offset() - m_window.Offset() == available.size() && !m_window.Ended() && m_window.Grow()) {
+        readOne(reader, true);
+        continue;
+      }
     } catch (AsnDecodeError* error) {
       // The element may go on in text not read yet: read more and start it again.
       if (reader.EndedEarly() && !m_window.Ended() && m_window.Grow()) {
@@ -105,32 +114,37 @@ std::unique_ptr<AsnType> AsnJsonListReader::Next() {
     }
     m_window.Skip(reader.Offset() - m_window.Offset());
     EndElement();
-    return element;
+    return;
   }
+}
+
+std::unique_ptr<AsnType> AsnJsonListReader::Next() {
+  if (!StartElement()) return nullptr;
+  std::unique_ptr<AsnType> element;
+  ReadElement([&](AsnJsonReader& reader, bool undo) {
+    element.reset(undo ? nullptr : m_createElement());
+    if (!undo) reader.ReadValue(*element);
+  });
+  return element;
 }
 
 bool AsnJsonListReader::NextEncoded(std::string& ber) {
   if (!StartElement()) return false;
-  if (!m_transcoder) {
-    const std::unique_ptr<AsnType> prototype(m_createElement());
-    m_transcoder = std::make_unique<AsnJsonTranscoder>(*prototype, m_form);
-  }
-  for (;;) {
-    const std::string_view available = m_window.Available();
-    const std::size_t had = ber.size();
-    const std::size_t used = m_transcoder->Transcode(available, ber);
-    if (used > 0 && (used < available.size() || m_window.Ended())) {
-      m_window.Skip(used);
-      EndElement();
-      return true;
+  if (!m_prototype) m_prototype.reset(m_createElement());
+  const std::size_t had = ber.size();
+  ReadElement([&](AsnJsonReader& reader, bool undo) {
+    if (undo) {
+      ber.resize(had);
+    } else {
+      reader.ReadEncoded(*m_prototype, ber);
     }
-    ber.resize(had);
-    // A value that reaches the end of what is read may go on: read more.
-    if (used == 0 || !m_window.Grow()) break;
-  }
-  // The strict reader: what the fast path does not take, faults included,
-  // and an element cut by the end of what is read.
-  const std::unique_ptr<AsnType> element = Next();
-  ber += AsnEncodeValue(*element);
+  });
   return true;
+}
+
+std::string AsnEncodedListHeader(unsigned long contentLength) {
+  const AsnTag tag = AsnMemberTag(AsnMemberKind::kList, false, -1);
+  unsigned char header[16];
+  const unsigned char* const end = AsnWriteHeader(header, tag, contentLength);
+  return std::string(reinterpret_cast<const char*>(header), static_cast<std::size_t>(end - header));
 }

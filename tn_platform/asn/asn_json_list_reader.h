@@ -6,7 +6,8 @@
 //
 // Errors are the strict reader's (asn_json_reader.h), their path starting
 // with "<list type>[index]" and their offset counted from the start of the
-// text.
+// text. A text that starts with a UTF-8 byte-order mark is refused; an empty
+// one holds no element.
 #pragma once
 #pragma GCC visibility push(default)
 
@@ -15,7 +16,6 @@
 
 #include "tn_platform/asn/asn_byte_source.h"
 #include "tn_platform/asn/asn_json_form.h"
-#include "tn_platform/asn/asn_json_transcoder.h"
 #include "tn_platform/asn/asn_type.h"
 
 class AsnJsonListReader {
@@ -30,14 +30,16 @@ class AsnJsonListReader {
   // The next element; null after the last one, once the rest of the text is
   // checked to be blank. Throws AsnDecodeError*.
   std::unique_ptr<AsnType> Next();
-  // The next element's BER encoding, appended to `ber`: straight from the
-  // text when it can (AsnJsonTranscoder), else read as a value and encoded.
-  // False after the last one. Throws as Next().
+  // The next element's BER encoding, appended to `ber`, written as the text
+  // is read (AsnJsonReader::ReadEncoded). False after the last one. Throws as
+  // Next(), leaving `ber` as it was.
   bool NextEncoded(std::string& ber);
   // Elements returned so far.
   unsigned long Count() const { return m_index; }
 
  private:
+  template <class ReadOne>
+  void ReadElement(ReadOne&& readOne);
   bool StartElement();
   void EndElement();
   static constexpr int kEnd = -1;
@@ -51,8 +53,12 @@ class AsnJsonListReader {
   AsnJsonForm m_form;
   AsnType* (*m_createElement)();
   std::string m_typeName;
-  std::unique_ptr<AsnJsonTranscoder> m_transcoder;  // made on the first NextEncoded
+  std::unique_ptr<AsnType> m_prototype;  // an element, for NextEncoded
   enum class State { kStart, kArray, kLines, kDone } m_state = State::kStart;
   unsigned long m_index = 0;
 };
+
+// The identifier and length octets that make `contentLength` octets of
+// encoded elements (NextEncoded's, one after another) the encoding of a list.
+std::string AsnEncodedListHeader(unsigned long contentLength);
 #pragma GCC visibility pop

@@ -1,51 +1,43 @@
 #include "tn_platform/asn/asn_json_reader.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <cstring>
 #include <limits>
+#include <memory>
 #include <vector>
 
-#include "tn_platform/asn/asn_bool.h"
 #include "tn_platform/asn/asn_decode_error.h"
-#include "tn_platform/asn/asn_int.h"
-#include "tn_platform/asn/asn_list_base.h"
-#include "tn_platform/asn/asn_octs.h"
-#include "tn_platform/asn/asn_sequence.h"
+#include "tn_platform/asn/asn_json_shape.h"
+#include "tn_platform/asn/asn_json_text.h"
 #include "tn_platform/asn/asn_text_codes.h"
-#include "tn_platform/asn/asn_value_kind.h"
+#include "tn_platform/asn/asn_value_encoding.h"
+#include "tn_platform/asn/asn_value_io.h"
 
 namespace {
 
-// JSON nesting that no member plan explains (a comment's value) is refused
-// beyond this, as BER nesting is.
-constexpr unsigned kMaxJsonDepth = AsnDecodeLimits::kMaxDepth;
+using namespace asn_json_text;
 
-constexpr const asn_text::HexDigitValues& kHexValues = asn_text::kHexDigits;
+constexpr char kByteOrderMark[] = "\xEF\xBB\xBF";
 
-bool IsBlank(char c) { return c == ' ' || c == '\n' || c == '\r' || c == '\t'; }
-bool IsDigit(char c) { return c >= '0' && c <= '9'; }
-
-std::size_t Utf8Length(const char* at, const char* end) {
-  unsigned code = 0;
-  return asn_text::Utf8Length(at, end, &code);
-}
-
-void AppendUtf8(std::string& out, unsigned code) {
-  if (code < 0x80) {
-    out.push_back(static_cast<char>(code));
-  } else if (code < 0x800) {
-    out.push_back(static_cast<char>(0xC0 | (code >> 6)));
-    out.push_back(static_cast<char>(0x80 | (code & 0x3F)));
-  } else if (code < 0x10000) {
-    out.push_back(static_cast<char>(0xE0 | (code >> 12)));
-    out.push_back(static_cast<char>(0x80 | ((code >> 6) & 0x3F)));
-    out.push_back(static_cast<char>(0x80 | (code & 0x3F)));
-  } else {
-    out.push_back(static_cast<char>(0xF0 | (code >> 18)));
-    out.push_back(static_cast<char>(0x80 | ((code >> 12) & 0x3F)));
-    out.push_back(static_cast<char>(0x80 | ((code >> 6) & 0x3F)));
-    out.push_back(static_cast<char>(0x80 | (code & 0x3F)));
-  }
+// Hex digit pairs by their two characters read as one 16-bit word: the
+// octet, or -1.
+const std::int16_t* HexPairValues() {
+  static const std::unique_ptr<std::int16_t[]> table = [] {
+    std::unique_ptr<std::int16_t[]> values(new std::int16_t[65536]);
+    for (unsigned first = 0; first < 256; ++first) {
+      for (unsigned second = 0; second < 256; ++second) {
+        const int high = kHexValues.values[first];
+        const int low = kHexValues.values[second];
+        const unsigned char pair[2] = {static_cast<unsigned char>(first), static_cast<unsigned char>(second)};
+        std::uint16_t index;
+        std::memcpy(&index, pair, 2);
+        values[index] = static_cast<std::int16_t>((high | low) < 0 ? -1 : (high << 4) | low);
+      }
+    }
+    return values;
+  }();
+  return table.get();
 }
 
 // The members of one record already given, for the refusal of repeats and
@@ -74,7 +66,324 @@ class GivenMembers {
   std::vector<bool> m_more;  // records of more than 64 members
 };
 
+// ---- where the values go ---------------------------------------------------------------
+// A sink receives the values the grammar reads. `Slot` is what it knows of
+// the value about to be read; records and lists are opened, given their
+// members or elements, and closed.
+
+// Into a value: each slot is the value itself.
+class ValueSink {
+ public:
+  using Slot = AsnType*;
+  using Record = void*;
+  using List = AsnListBase*;
+
+  explicit ValueSink(std::string& octets) : m_octets(octets) {}
+
+  Record OpenRecord(Slot slot) { return slot; }
+  Slot Member(Record record, std::size_t, const AsnMemberStep& member) { return member.ValueOrCreateIn(record); }
+  void Absent(Record record, const AsnMemberStep& member) { member.ResetIn(record); }
+  void CloseRecord(Record) {}
+
+  List OpenList(Slot slot) { return static_cast<AsnListBase*>(slot); }
+  Slot Element(List list, const AsnJsonShape&) { return &list->AppendElement(); }
+  void CloseList(List) {}
+
+  void Octets(Slot slot, std::string_view content) { static_cast<AsnOcts*>(slot)->Set(content.data(), content.size()); }
+  // Room for `size` octets of content, then the content written there.
+  unsigned char* OctetsRoom(Slot, std::size_t size) {
+    m_octets.resize(size);
+    return reinterpret_cast<unsigned char*>(&m_octets[0]);
+  }
+  void OctetsWritten(Slot slot) { static_cast<AsnOcts*>(slot)->Set(m_octets.data(), m_octets.size()); }
+  // Where the sink is, and a return there (forgetting what came after).
+  std::size_t Mark() const { return 0; }
+  void Rewind(std::size_t) {}
+  void TinyInt(Slot slot, int value) { static_cast<AsnTinyInt*>(slot)->Set(value); }
+  void Int(Slot slot, long long value) { static_cast<AsnInt*>(slot)->Set(value); }
+  void Bool(Slot slot, bool value) { static_cast<AsnBool*>(slot)->Set(value); }
+
+ private:
+  std::string& m_octets;
+};
+
+// Thrown by the BER sink when a record's members come out of declaration
+// order, which an encoding written as the text is read cannot follow.
+struct MembersOutOfOrder {};
+
+// Into BER octets, written front to back as the text is read, appended to a
+// string: each slot is the tag the value is encoded with. The encoder's
+// writers code tags, lengths and contents; a constructed value's length is
+// written when it is closed, its content moved up when the length takes
+// more than one octet.
+class BerSink {
+ public:
+  using Slot = AsnTag;
+  struct Record {
+    std::size_t place;  // of the length octets
+    std::size_t next;   // the index the next member must reach
+  };
+  using List = std::size_t;
+
+  explicit BerSink(std::string& out) : m_out(out), m_length(out.size()) { Map(); }
+  // Cuts the string to what was written.
+  void Done() { m_out.resize(m_length); }
+
+  Record OpenRecord(Slot tag) { return {Open(tag), 0}; }
+  Slot Member(Record& record, std::size_t index, const AsnMemberStep& member) {
+    if (index < record.next) throw MembersOutOfOrder();
+    record.next = index + 1;
+    return member.tag;
+  }
+  void Absent(Record&, const AsnMemberStep&) {}
+  void CloseRecord(const Record& record) { Close(record.place); }
+
+  List OpenList(Slot tag) { return Open(tag); }
+  Slot Element(List, const AsnJsonShape& list) { return list.elementTag; }
+  void CloseList(List place) { Close(place); }
+
+  void Octets(Slot tag, std::string_view content) {
+    AsnCopyOctets(OctetsRoom(tag, content.size()), reinterpret_cast<const unsigned char*>(content.data()),
+                  content.size());
+  }
+  unsigned char* OctetsRoom(Slot tag, std::size_t size) { return AsnWriteHeader(Room(AsnEncodedSize(tag, size)), tag, size); }
+  void OctetsWritten(Slot) {}
+  std::size_t Mark() const { return m_length; }
+  void Rewind(std::size_t mark) { m_length = mark; }
+  void TinyInt(Slot tag, int value) { Primitive(tag, AsnTinyInt(value)); }
+  void Int(Slot tag, long long value) { Primitive(tag, AsnInt(value)); }
+  void Bool(Slot tag, bool value) { Primitive(tag, AsnBool(value)); }
+
+ private:
+  template <class Value>
+  void Primitive(AsnTag tag, const Value& value) {
+    const unsigned long length = AsnContentLength(value, m_sizes);
+    AsnWriteValue(Room(AsnEncodedSize(tag, length)), tag, value, m_sizes);
+  }
+  // Writes the tag and keeps one octet for the length; returns its place.
+  std::size_t Open(AsnTag tag) {
+    AsnWriteTag(Room(AsnIdentifierOctets(tag) + 1), tag);
+    return m_length - 1;
+  }
+  void Close(std::size_t place) {
+    const unsigned long length = m_length - place - 1;
+    const unsigned octets = AsnLengthOctets(length);
+    if (octets > 1) {
+      Room(octets - 1);
+      std::memmove(m_data + place + octets, m_data + place + 1, length);
+    }
+    AsnWriteLength(m_data + place, length);
+  }
+  // Room for `count` more octets. The string grows ahead of what is written
+  // and is cut back by Done(), so writing never zero-fills octet by octet.
+  unsigned char* Room(std::size_t count) {
+    if (m_length + count > m_size) {
+      m_out.resize(std::max(2 * m_out.size(), m_length + count + 256));
+      Map();
+    }
+    unsigned char* const at = m_data + m_length;
+    m_length += count;
+    return at;
+  }
+  void Map() {
+    m_data = reinterpret_cast<unsigned char*>(&m_out[0]);
+    m_size = m_out.size();
+  }
+
+  std::string& m_out;
+  std::size_t m_length;  // octets written to m_out
+  unsigned char* m_data = nullptr;
+  std::size_t m_size = 0;
+  AsnEncodeSizes m_sizes;  // the encoder's, unused by primitive values
+};
+
+// ---- the grammar -----------------------------------------------------------------------
+// Values by their types' shapes: the one place that knows how each kind of
+// value is written in JSON, in both forms.
+
+template <class Sink>
+class AsnJsonGrammar : public JsonText {
+ public:
+  using Slot = typename Sink::Slot;
+
+  AsnJsonGrammar(const JsonText& text, Sink& sink) : JsonText(text), m_sink(sink), m_pairs(HexPairValues()) {}
+
+  void Read(const AsnJsonShape& shape, Slot slot) {
+    switch (shape.kind) {
+      case AsnMemberKind::kOcts:
+        return ReadOcts(slot);
+      case AsnMemberKind::kTinyInt:
+        return m_sink.TinyInt(slot, static_cast<int>(ReadInteger(std::numeric_limits<std::int32_t>::min(),
+                                                                   std::numeric_limits<std::int32_t>::max())));
+      case AsnMemberKind::kInt:
+        return m_sink.Int(slot, ReadInteger(std::numeric_limits<long long>::min(), std::numeric_limits<long long>::max()));
+      case AsnMemberKind::kBool:
+        return m_sink.Bool(slot, ReadBool());
+      case AsnMemberKind::kList:
+        return ReadList(shape, slot);
+      case AsnMemberKind::kRecord:
+        return ReadRecord(shape, slot);
+    }
+  }
+
+ private:
+  void ReadRecord(const AsnJsonShape& shape, Slot slot) {
+    const std::vector<AsnMemberStep>& members = shape.plan->members;
+    const std::size_t count = members.size();
+    const char* const start = (SkipBlanks(), m_at);
+    if (Peek() != '{') FailExpected("an object");
+    Enter(start);
+    typename Sink::Record record = m_sink.OpenRecord(slot);
+    GivenMembers given(count);
+    std::size_t next = 0;  // members mostly come in order: the next one is tried first
+    if (Peek() != '}') {
+      for (;;) {
+        if (Peek() != '"') FailExpected("a member name");
+        const char* const keyAt = m_at;
+        std::size_t index = next;
+        if (index < count && KeyIs(shape.names[index])) {
+          SkipKey(shape.names[index]);
+        } else {
+          const std::string_view key = ReadKey();
+          index = 0;
+          while (index < count && key != shape.names[index]) ++index;
+          if (index == count) {
+            Consume(':', "':'");
+            if (m_jer || key.substr(0, 2) != "//") {
+              FailAt(keyAt, std::string(shape.plan->className) + " has no member \"" + std::string(key) + "\"");
+            }
+            SkipValue(m_depth);  // a comment
+            if (!NextMember()) break;
+            continue;
+          }
+        }
+        Consume(':', "':'");
+        const AsnMemberStep& member = members[index];
+        try {
+          if (!given.Mark(index)) FailAt(keyAt, "given twice");
+          if (Peek() == 'n') {
+            if (m_jer) Fail("null is no value in JER (leave an absent member out)");
+            if (!member.optional) Fail("missing (a mandatory member)");
+            ExpectLiteral("null");
+            m_sink.Absent(record, member);
+          } else {
+            Read(*shape.members[index], m_sink.Member(record, index, member));
+          }
+        } catch (AsnDecodeError* error) {
+          error->AddMember(member.name);
+          throw;
+        }
+        next = index + 1;
+        if (!NextMember()) break;
+      }
+    }
+    Leave();
+    for (std::size_t index = 0; index < count; ++index) {
+      if (given.Has(index) || members[index].optional) continue;
+      auto* error = new AsnDecodeError(m_base + static_cast<std::size_t>(start - m_begin), "missing (a mandatory member)");
+      error->AddMember(members[index].name);
+      throw error;
+    }
+    m_sink.CloseRecord(record);
+  }
+
+  // After a member: true at ',' (consumed), false at '}'.
+  bool NextMember() {
+    const char c = Peek();
+    if (c == '}') return false;
+    if (c != ',') FailExpected("',' or '}'");
+    ++m_at;
+    return true;
+  }
+
+  void ReadList(const AsnJsonShape& shape, Slot slot) {
+    const char* const start = (SkipBlanks(), m_at);
+    if (Peek() != '[') FailExpected("an array");
+    Enter(start);
+    typename Sink::List list = m_sink.OpenList(slot);
+    if (Peek() != ']') {
+      for (unsigned long index = 0;; ++index) {
+        try {
+          Read(*shape.element, m_sink.Element(list, shape));
+        } catch (AsnDecodeError* error) {
+          error->AddIndex(index);
+          throw;
+        }
+        const char c = Peek();
+        if (c == ']') break;
+        if (c != ',') FailExpected("',' or ']'");
+        ++m_at;
+      }
+    }
+    Leave();
+    m_sink.CloseList(list);
+  }
+
+  void ReadOcts(Slot slot) {
+    const char c = Peek();
+    if (m_jer) {
+      if (c != '"') FailExpected("a string of hex digits");
+      ReadHex(slot);
+    } else if (c == '"') {
+      m_sink.Octets(slot, ReadStringContent());
+    } else if (c == '{') {
+      // {"hex": "..."}: the readable form of octets that are not text.
+      const char* const start = m_at;
+      ++m_at;
+      if (Peek() != '"' || ReadKey() != "hex") FailAt(start, "expected a string or {\"hex\": \"...\"}");
+      Consume(':', "':'");
+      if (Peek() != '"') FailExpected("a string of hex digits");
+      ReadHex(slot);
+      if (Peek() != '}') FailAt(start, "expected a string or {\"hex\": \"...\"}");
+      ++m_at;
+    } else {
+      FailExpected("a string or {\"hex\": \"...\"}");
+    }
+  }
+
+  // A hex string: the common one (digits up to the closing quote) decoded
+  // two digits a lookup straight into the sink's room; anything else (an
+  // escape, a fault) by the checking reader.
+  void ReadHex(Slot slot) {
+    const char* const digits = m_at + 1;
+    const char* const close =
+        static_cast<const char*>(std::memchr(digits, '"', static_cast<std::size_t>(m_end - digits)));
+    if (close != nullptr && (close - digits) % 2 == 0) {
+      const std::size_t size = static_cast<std::size_t>(close - digits) / 2;
+      const std::size_t mark = m_sink.Mark();
+      unsigned char* out = m_sink.OctetsRoom(slot, size);
+      int bad = 0;
+      for (std::size_t i = 0; i < size; ++i) {
+        std::uint16_t pair;
+        std::memcpy(&pair, digits + 2 * i, 2);
+        const int octet = m_pairs[pair];
+        bad |= octet;
+        out[i] = static_cast<unsigned char>(octet);
+      }
+      if (bad >= 0) {
+        m_at = close + 1;
+        m_sink.OctetsWritten(slot);
+        return;
+      }
+      m_sink.Rewind(mark);  // an escape or a fault: read again, checked
+    }
+    const std::string_view checked = ReadHexDigits();
+    const std::size_t size = checked.size() / 2;
+    unsigned char* out = m_sink.OctetsRoom(slot, size);
+    for (std::size_t i = 0; i < size; ++i) {
+      out[i] = static_cast<unsigned char>((kHexValues.values[static_cast<unsigned char>(checked[2 * i])] << 4) |
+                                          kHexValues.values[static_cast<unsigned char>(checked[2 * i + 1])]);
+    }
+    m_sink.OctetsWritten(slot);
+  }
+
+  Sink& m_sink;
+  const std::int16_t* const m_pairs;
+};
+
 }  // namespace
+
+// ---- the reader --------------------------------------------------------------------------
 
 AsnJsonReader::AsnJsonReader(std::string_view text, AsnJsonForm form, std::size_t base)
     : m_begin(text.data()),
@@ -83,449 +392,105 @@ AsnJsonReader::AsnJsonReader(std::string_view text, AsnJsonForm form, std::size_
       m_base(base),
       m_jer(form == AsnJsonForm::kJer) {}
 
+namespace {
+
+JsonText TextOf(const char* begin, const char* at, const char* end, std::size_t base, bool jer, unsigned depth,
+                bool& endedEarly, std::string& scratch, std::string& key) {
+  return JsonText(begin, at, end, base, jer, depth, endedEarly, scratch, key);
+}
+
+}  // namespace
+
+void AsnJsonReader::ReadValue(AsnType& value) {
+  const JsonText text = TextOf(m_begin, m_at, m_end, m_base, m_jer, m_depth, m_endedEarly, m_scratch, m_key);
+  ValueSink sink(m_scratch);
+  AsnJsonGrammar<ValueSink> grammar(text, sink);
+  grammar.Read(AsnJsonShapeOf(value), &value);
+  m_at = grammar.At();
+}
+
+void AsnJsonReader::ReadEncoded(const AsnType& prototype, std::string& ber) {
+  const AsnJsonShape& shape = AsnJsonShapeOf(prototype);
+  const std::size_t had = ber.size();
+  try {
+    const JsonText text = TextOf(m_begin, m_at, m_end, m_base, m_jer, m_depth, m_endedEarly, m_scratch, m_key);
+    BerSink sink(ber);
+    AsnJsonGrammar<BerSink> grammar(text, sink);
+    grammar.Read(shape, AsnMemberTag(shape.kind, false, -1));
+    sink.Done();
+    m_at = grammar.At();
+    return;
+  } catch (MembersOutOfOrder) {
+    ber.resize(had);
+  } catch (...) {
+    ber.resize(had);
+    throw;
+  }
+  // Members out of declaration order: read into a value, then encoded.
+  const std::unique_ptr<AsnType> value(prototype.Clone());
+  ReadValue(*value);
+  AsnBuf buf;
+  ber += AsnEncodeInto(*value, buf);
+}
+
+char AsnJsonReader::Peek() {
+  while (m_at != m_end && IsBlank(*m_at)) ++m_at;
+  return m_at == m_end ? '\0' : *m_at;
+}
+
+void AsnJsonReader::Fail(const std::string& what) {
+  TextOf(m_begin, m_at, m_end, m_base, m_jer, m_depth, m_endedEarly, m_scratch, m_key).Fail(what);
+}
+
+// ---- whole texts ----------------------------------------------------------------------------
+
+namespace {
+
+// Refuses a text that holds no value, or starts with a byte-order mark.
+void CheckStart(std::string_view text) {
+  if (text.substr(0, 3) == kByteOrderMark) {
+    AsnThrowDecodeError(0, "JSON text starts with a byte-order mark (save it as UTF-8 without one)");
+  }
+  if (text.find_first_not_of(" \t\r\n") == std::string_view::npos) {
+    AsnThrowDecodeError(0, text.empty() ? "empty input" : "empty input (only blanks)");
+  }
+}
+
+void CheckEnd(AsnJsonReader& reader, std::string_view text) {
+  if (reader.Peek() != '\0' || reader.Offset() != text.size()) reader.Fail("content after the value");
+}
+
+}  // namespace
+
 void AsnReadJson(AsnType& value, std::string_view text, AsnJsonForm form) {
   AsnJsonReader reader(text, form);
   try {
+    CheckStart(text);
     reader.ReadValue(value);
-    if (reader.Peek() != '\0' || reader.Offset() != text.size()) reader.Fail("content after the value");
+    CheckEnd(reader, text);
   } catch (AsnDecodeError* error) {
     error->AddTypeName(value.typeName());
     throw;
   }
 }
 
-// ---- errors ------------------------------------------------------------------
-
-void AsnJsonReader::FailAt(const char* at, const std::string& what) {
-  if (at >= m_end) {
-    m_endedEarly = true;
-    throw new AsnDecodeError(m_base + static_cast<std::size_t>(m_end - m_begin), "the text ends inside the value");
-  }
-  throw new AsnDecodeError(m_base + static_cast<std::size_t>(at - m_begin), what);
-}
-
-void AsnJsonReader::Fail(const std::string& what) { FailAt(m_at, what); }
-
-// What stands at the current place, for messages ("an array").
-std::string AsnJsonReader::FoundText() {
-  switch (Peek()) {
-    case '{': return "an object";
-    case '[': return "an array";
-    case '"': return "a string";
-    case 't':
-    case 'f': return "a boolean";
-    case 'n': return "null";
-    case '\0': return "the end of the text";
-    default: break;
-  }
-  if (*m_at == '-' || IsDigit(*m_at)) return "a number";
-  return "'" + std::string(1, *m_at) + "'";
-}
-
-void AsnJsonReader::FailExpected(const char* expected) {
-  if (m_at >= m_end) FailAt(m_at, "");
-  Fail(std::string("expected ") + expected + ", found " + FoundText());
-}
-
-// ---- structure -----------------------------------------------------------------
-
-void AsnJsonReader::SkipBlanks() {
-  while (m_at != m_end && IsBlank(*m_at)) ++m_at;
-}
-
-char AsnJsonReader::Peek() {
-  SkipBlanks();
-  return m_at == m_end ? '\0' : *m_at;
-}
-
-void AsnJsonReader::Consume(char expected, const char* what) {
-  if (Peek() != expected) FailExpected(what);
-  ++m_at;
-}
-
-void AsnJsonReader::ExpectLiteral(const char* literal) {
-  const std::size_t length = std::strlen(literal);
-  for (std::size_t i = 0; i < length; ++i) {
-    if (m_at + i >= m_end) FailAt(m_end, "");
-    if (m_at[i] != literal[i]) Fail("malformed literal (expected " + std::string(literal) + ")");
-  }
-  m_at += length;
-}
-
-void AsnJsonReader::ReadValue(AsnType& value) { Read(AsnKindOf(value), value); }
-
-void AsnJsonReader::Read(AsnMemberKind kind, AsnType& value) {
-  switch (kind) {
-    case AsnMemberKind::kOcts:
-      ReadOcts(static_cast<AsnOcts&>(value));
-      break;
-    case AsnMemberKind::kTinyInt:
-      static_cast<AsnTinyInt&>(value).Set(static_cast<int>(
-          ReadInteger(std::numeric_limits<std::int32_t>::min(), std::numeric_limits<std::int32_t>::max())));
-      break;
-    case AsnMemberKind::kInt:
-      static_cast<AsnInt&>(value).Set(
-          ReadInteger(std::numeric_limits<long long>::min(), std::numeric_limits<long long>::max()));
-      break;
-    case AsnMemberKind::kBool:
-      static_cast<AsnBool&>(value).Set(ReadBool());
-      break;
-    case AsnMemberKind::kList:
-      ReadList(static_cast<AsnListBase&>(value));
-      break;
-    case AsnMemberKind::kRecord:
-      ReadRecord(static_cast<AsnSequence&>(value));
-      break;
+void AsnJsonToBerInto(const AsnType& prototype, std::string_view text, AsnJsonForm form, std::string& ber) {
+  ber.clear();
+  AsnJsonReader reader(text, form);
+  try {
+    CheckStart(text);
+    reader.ReadEncoded(prototype, ber);
+    CheckEnd(reader, text);
+  } catch (AsnDecodeError* error) {
+    ber.clear();
+    error->AddTypeName(prototype.typeName());
+    throw;
   }
 }
 
-void AsnJsonReader::ReadRecord(AsnSequence& record) {
-  const AsnRecordPlan& plan = record.Plan();
-  const std::vector<AsnMemberStep>& members = plan.members;
-  void* const base = &record;
-  const char* const start = (SkipBlanks(), m_at);
-  if (Peek() != '{') FailExpected("an object");
-  ++m_at;
-  if (++m_depth > kMaxJsonDepth) FailAt(start, "nested too deeply");
-  GivenMembers given(members.size());
-  std::size_t next = 0;  // members mostly come in order: the next one is tried first
-  if (Peek() != '}') {
-    for (;;) {
-      if (Peek() != '"') FailExpected("a member name");
-      const char* const keyAt = m_at;
-      const std::string_view key = ReadKey();
-      Consume(':', "':'");
-      std::size_t index = next;
-      if (index >= members.size() || key != members[index].name) {
-        index = 0;
-        while (index < members.size() && key != members[index].name) ++index;
-      }
-      if (index == members.size()) {
-        if (!m_jer && key.substr(0, 2) == "//") {  // a comment
-          SkipValue(m_depth);
-        } else {
-          FailAt(keyAt, std::string(plan.className) + " has no member \"" + std::string(key) + "\"");
-        }
-      } else {
-        const AsnMemberStep& member = members[index];
-        try {
-          if (!given.Mark(index)) FailAt(keyAt, "given twice");
-          if (Peek() == 'n') {
-            if (m_jer) Fail("null is no value in JER (leave an absent member out)");
-            if (!member.optional) Fail("missing (a mandatory member)");
-            ExpectLiteral("null");
-            member.ResetIn(base);
-          } else {
-            Read(member.kind, *member.ValueOrCreateIn(base));
-          }
-        } catch (AsnDecodeError* error) {
-          error->AddMember(member.name);
-          throw;
-        }
-        next = index + 1;
-      }
-      const char c = Peek();
-      if (c == '}') break;
-      if (c != ',') FailExpected("',' or '}'");
-      ++m_at;
-    }
-  }
-  ++m_at;
-  --m_depth;
-  for (std::size_t index = 0; index < members.size(); ++index) {
-    if (given.Has(index)) continue;
-    const AsnMemberStep& member = members[index];
-    if (member.optional) {
-      member.ResetIn(base);
-      continue;
-    }
-    auto* error = new AsnDecodeError(m_base + static_cast<std::size_t>(start - m_begin), "missing (a mandatory member)");
-    error->AddMember(member.name);
-    throw error;
-  }
-}
-
-void AsnJsonReader::ReadList(AsnListBase& list) {
-  const char* const start = (SkipBlanks(), m_at);
-  if (Peek() != '[') FailExpected("an array");
-  ++m_at;
-  if (++m_depth > kMaxJsonDepth) FailAt(start, "nested too deeply");
-  if (Peek() == ']') {
-    ++m_at;
-    --m_depth;
-    return;
-  }
-  AsnMemberKind kind = AsnMemberKind::kRecord;
-  for (unsigned long index = 0;; ++index) {
-    try {
-      AsnType& element = list.AppendElement();
-      if (index == 0) kind = AsnKindOf(element);  // every element is of one type
-      Read(kind, element);
-    } catch (AsnDecodeError* error) {
-      error->AddIndex(index);
-      throw;
-    }
-    const char c = Peek();
-    if (c == ']') break;
-    if (c != ',') FailExpected("',' or ']'");
-    ++m_at;
-  }
-  ++m_at;
-  --m_depth;
-}
-
-// ---- values ------------------------------------------------------------------------
-
-bool AsnJsonReader::ReadBool() {
-  const char c = Peek();
-  if (c == 't') {
-    ExpectLiteral("true");
-    return true;
-  }
-  if (c == 'f') {
-    ExpectLiteral("false");
-    return false;
-  }
-  FailExpected("true or false");
-}
-
-long long AsnJsonReader::ReadInteger(long long min, long long max) {
-  // A JSON number (or, readable, a string holding one) without fraction or
-  // exponent, read exactly: the magnitude in 64 bits, overflow noted.
-  const char quote = Peek();
-  const bool quoted = quote == '"' && !m_jer;
-  const char* const start = m_at;
-  if (quoted) ++m_at;
-  const char* const numberStart = m_at;
-  const bool negative = m_at != m_end && *m_at == '-';
-  if (negative) ++m_at;
-  if (m_at == m_end) FailAt(m_at, "");
-  if (!IsDigit(*m_at)) {
-    m_at = start;
-    if (quoted) Fail("expected an integer, found the string " + std::string(start, std::min<std::size_t>(m_end - start, 24)));
-    FailExpected("an integer");
-  }
-  std::uint64_t magnitude = 0;
-  bool overflow = false;
-  if (*m_at == '0') {
-    ++m_at;
-    if (m_at != m_end && IsDigit(*m_at)) Fail("a number does not start with 0");
-  } else {
-    while (m_at != m_end && IsDigit(*m_at)) {
-      const unsigned digit = static_cast<unsigned>(*m_at - '0');
-      if (magnitude > (std::numeric_limits<std::uint64_t>::max() - digit) / 10) overflow = true;
-      magnitude = magnitude * 10 + digit;
-      ++m_at;
-    }
-  }
-  if (m_at != m_end && (*m_at == '.' || *m_at == 'e' || *m_at == 'E')) {
-    FailAt(start, "expected an integer, found a number with a fraction or exponent");
-  }
-  const std::string text(numberStart, m_at);
-  if (quoted) {
-    if (m_at == m_end) FailAt(m_at, "");
-    if (*m_at != '"') FailAt(start, "expected an integer, found a string that is no integer");
-    ++m_at;
-  }
-  const std::uint64_t limit = negative ? static_cast<std::uint64_t>(-(min + 1)) + 1 : static_cast<std::uint64_t>(max);
-  if (overflow || magnitude > limit) {
-    FailAt(start, "integer " + text + " out of range (" + std::to_string(min) + " to " + std::to_string(max) + ")");
-  }
-  return negative ? static_cast<long long>(0 - magnitude) : static_cast<long long>(magnitude);
-}
-
-void AsnJsonReader::ReadOcts(AsnOcts& octets) {
-  const char c = Peek();
-  if (m_jer) {
-    if (c != '"') FailExpected("a string of hex digits");
-    ReadHexString(m_scratch);
-  } else if (c == '"') {
-    ReadString(m_scratch);
-  } else if (c == '{') {
-    // {"hex": "..."}: the readable form of octets that are not text.
-    const char* const start = m_at;
-    ++m_at;
-    if (Peek() != '"' || ReadKey() != "hex") FailAt(start, "expected a string or {\"hex\": \"...\"}");
-    Consume(':', "':'");
-    if (Peek() != '"') FailExpected("a string of hex digits");
-    ReadHexString(m_scratch);
-    if (Peek() != '}') FailAt(start, "expected a string or {\"hex\": \"...\"}");
-    ++m_at;
-  } else {
-    FailExpected("a string or {\"hex\": \"...\"}");
-  }
-  octets.Set(m_scratch.data(), m_scratch.size());
-}
-
-void AsnJsonReader::ReadHexString(std::string& octets) {
-  const char* const start = m_at;
-  ++m_at;  // the opening quote
-  octets.clear();
-  const char* run = m_at;
-  while (run != m_end && *run != '"' && *run != '\\') ++run;
-  if (run == m_end) FailAt(run, "");
-  std::string_view digits(m_at, static_cast<std::size_t>(run - m_at));
-  if (*run == '\\') {  // escaped digits are still digits
-    m_at = start;
-    ReadString(m_key);
-    digits = m_key;
-  } else {
-    m_at = run + 1;
-  }
-  const bool escaped = digits.data() == m_key.data();
-  for (std::size_t i = 0; i < digits.size(); ++i) {
-    if (kHexValues.values[static_cast<unsigned char>(digits[i])] < 0) {
-      const char* at = escaped ? start : start + 1 + i;
-      FailAt(at, "'" + std::string(1, digits[i]) + "' is not a hex digit");
-    }
-  }
-  if (digits.size() % 2 != 0) FailAt(start, "odd number of hex digits");
-  octets.resize(digits.size() / 2);
-  char* write = octets.data();
-  for (std::size_t i = 0; i < digits.size(); i += 2) {
-    *write++ = static_cast<char>((kHexValues.values[static_cast<unsigned char>(digits[i])] << 4) |
-                                 kHexValues.values[static_cast<unsigned char>(digits[i + 1])]);
-  }
-}
-
-void AsnJsonReader::ReadString(std::string& text) {
-  ++m_at;  // the opening quote
-  text.clear();
-  for (;;) {
-    const char* run = m_at;
-    while (run != m_end) {
-      const unsigned char c = static_cast<unsigned char>(*run);
-      if (c == '"' || c == '\\' || c < 0x20 || c >= 0x80) break;
-      ++run;
-    }
-    text.append(m_at, run);
-    m_at = run;
-    if (m_at == m_end) FailAt(m_at, "");
-    const unsigned char c = static_cast<unsigned char>(*m_at);
-    if (c == '"') {
-      ++m_at;
-      return;
-    }
-    if (c < 0x20) Fail("control character in a string (write it as an escape)");
-    if (c >= 0x80) {
-      const std::size_t length = Utf8Length(m_at, m_end);
-      if (length == 0) Fail("invalid UTF-8 in a string");
-      text.append(m_at, length);
-      m_at += length;
-      continue;
-    }
-    // An escape.
-    if (m_at + 1 >= m_end) FailAt(m_end, "");
-    const char kind = m_at[1];
-    const char* const escape = m_at;
-    m_at += 2;
-    switch (kind) {
-      case '"': text.push_back('"'); break;
-      case '\\': text.push_back('\\'); break;
-      case '/': text.push_back('/'); break;
-      case 'b': text.push_back('\b'); break;
-      case 'f': text.push_back('\f'); break;
-      case 'n': text.push_back('\n'); break;
-      case 'r': text.push_back('\r'); break;
-      case 't': text.push_back('\t'); break;
-      case 'u': {
-        const auto unit = [&]() {
-          unsigned value = 0;
-          for (int i = 0; i < 4; ++i) {
-            if (m_at == m_end) FailAt(m_at, "");
-            const int digit = kHexValues.values[static_cast<unsigned char>(*m_at)];
-            if (digit < 0) FailAt(escape, "malformed \\u escape");
-            value = (value << 4) | static_cast<unsigned>(digit);
-            ++m_at;
-          }
-          return value;
-        };
-        unsigned code = unit();
-        if (code >= 0xDC00 && code <= 0xDFFF) FailAt(escape, "lone surrogate in a \\u escape");
-        if (code >= 0xD800 && code <= 0xDBFF) {
-          if (m_end - m_at < 2) FailAt(m_end, "");
-          if (m_at[0] != '\\' || m_at[1] != 'u') FailAt(escape, "lone surrogate in a \\u escape");
-          m_at += 2;
-          const unsigned low = unit();
-          if (low < 0xDC00 || low > 0xDFFF) FailAt(escape, "lone surrogate in a \\u escape");
-          code = 0x10000 + ((code - 0xD800) << 10) + (low - 0xDC00);
-        }
-        AppendUtf8(text, code);
-        break;
-      }
-      default:
-        FailAt(escape, "malformed escape in a string");
-    }
-  }
-}
-
-std::string_view AsnJsonReader::ReadKey() {
-  // Keys are member names: plain text, read in place unless escaped.
-  const char* const start = m_at + 1;
-  const char* run = start;
-  while (run != m_end && *run != '"' && *run != '\\' && static_cast<unsigned char>(*run) >= 0x20 &&
-         static_cast<unsigned char>(*run) < 0x80)
-    ++run;
-  if (run != m_end && *run == '"') {
-    m_at = run + 1;
-    return std::string_view(start, static_cast<std::size_t>(run - start));
-  }
-  ReadString(m_key);
-  return m_key;
-}
-
-void AsnJsonReader::SkipValue(unsigned depth) {
-  const char c = Peek();
-  if (depth >= kMaxJsonDepth) Fail("nested too deeply");
-  if (c == '"') {
-    ReadString(m_key);
-  } else if (c == '{' || c == '[') {
-    const char close = c == '{' ? '}' : ']';
-    ++m_at;
-    if (Peek() == close) {
-      ++m_at;
-      return;
-    }
-    for (;;) {
-      if (c == '{') {
-        if (Peek() != '"') FailExpected("a member name");
-        ReadString(m_key);
-        Consume(':', "':'");
-      }
-      SkipValue(depth + 1);
-      const char after = Peek();
-      if (after == close) break;
-      if (after != ',') FailExpected(c == '{' ? "',' or '}'" : "',' or ']'");
-      ++m_at;
-    }
-    ++m_at;
-  } else if (c == 't') {
-    ExpectLiteral("true");
-  } else if (c == 'f') {
-    ExpectLiteral("false");
-  } else if (c == 'n') {
-    ExpectLiteral("null");
-  } else if (c == '-' || IsDigit(c)) {
-    // Any JSON number.
-    if (*m_at == '-') ++m_at;
-    if (m_at == m_end || !IsDigit(*m_at)) FailExpected("a digit");
-    if (*m_at == '0') {
-      ++m_at;
-    } else {
-      while (m_at != m_end && IsDigit(*m_at)) ++m_at;
-    }
-    if (m_at != m_end && *m_at == '.') {
-      ++m_at;
-      if (m_at == m_end || !IsDigit(*m_at)) FailExpected("a digit");
-      while (m_at != m_end && IsDigit(*m_at)) ++m_at;
-    }
-    if (m_at != m_end && (*m_at == 'e' || *m_at == 'E')) {
-      ++m_at;
-      if (m_at != m_end && (*m_at == '+' || *m_at == '-')) ++m_at;
-      if (m_at == m_end || !IsDigit(*m_at)) FailExpected("a digit");
-      while (m_at != m_end && IsDigit(*m_at)) ++m_at;
-    }
-  } else {
-    FailExpected("a JSON value");
-  }
+std::string AsnJsonToBer(const AsnType& prototype, std::string_view text, AsnJsonForm form) {
+  std::string ber;
+  ber.reserve(text.size() / 2 + 64);  // JER's hex takes two characters an octet
+  AsnJsonToBerInto(prototype, text, form, ber);
+  return ber;
 }

@@ -1,10 +1,15 @@
-// A strict reader of JSON text into ASN.1 values, in either form of
+// The one reader of JSON text of ASN.1 values, in either form of
 // asn_json_form.h, driven by the records' member plans and the lists' element
-// access: no document tree, one pass over the text.
+// types: no document tree, one pass over the text. What it reads goes to one
+// of two places: into a value (AsnReadJson), or straight to BER octets
+// through the encoder's tag, length and content writers (AsnJsonToBer), with
+// the same refusals in the same words either way.
 //
 // Refused, with an AsnDecodeError* (see asn_decode_error.h) whose path names
 // the member ("QAsnErrInfoReturn.errInfoList[1].objID[0]") and whose offset is
 // the octet of the text where the fault is:
+//   - an empty text, a text that starts with a UTF-8 byte-order mark, a text
+//     that ends inside the value ("the text ends inside the value");
 //   - malformed JSON, invalid UTF-8 in a string, a lone surrogate escape;
 //   - a JSON value of the wrong kind for the member;
 //   - an unknown member, a member given twice, a missing mandatory member;
@@ -21,17 +26,24 @@
 #include <string_view>
 
 #include "tn_platform/asn/asn_json_form.h"
-#include "tn_platform/asn/asn_record_plan.h"
 #include "tn_platform/asn/asn_type.h"
-
-class AsnListBase;
-class AsnOcts;
-class AsnSequence;
 
 // Reads `text`, exactly one JSON value with nothing but blanks around it,
 // into `value`, a new default value (a list's elements are appended). The
 // error path starts with the value's type name.
 void AsnReadJson(AsnType& value, std::string_view text, AsnJsonForm form);
+
+// The BER encoding of the JSON text of one value of the type of
+// `prototype`, a new default value (left as it is), written as the text is
+// read, without building the value (a record whose members come out of
+// declaration order is read into a copy of `prototype` first). Throws as
+// AsnReadJson.
+std::string AsnJsonToBer(const AsnType& prototype, std::string_view text, AsnJsonForm form);
+
+// The same into `ber`, replacing what it held but keeping its memory. Once a
+// type has been read once, a string kept across calls makes the conversion
+// of text whose members come in declaration order allocation-free.
+void AsnJsonToBerInto(const AsnType& prototype, std::string_view text, AsnJsonForm form, std::string& ber);
 
 // The reader itself, for readers of several values from one text (an array
 // read element by element, JSON Lines).
@@ -44,11 +56,12 @@ class AsnJsonReader {
   // Reads one JSON value at the current place into `value` (as AsnReadJson;
   // the error path is left for the caller to start).
   void ReadValue(AsnType& value);
+  // Reads one JSON value at the current place, a value of the type of
+  // `prototype` (a new default value, left as it is), and appends its BER
+  // encoding to `ber`; on an error `ber` is as it was.
+  void ReadEncoded(const AsnType& prototype, std::string& ber);
   // Skips blanks; the next character, or '\0' when the text is used up.
   char Peek();
-  // Skips blanks and consumes `expected` (one of "[],"), else throws "expected
-  // `what`".
-  void Consume(char expected, const char* what);
   // Where the reader is, counted from the base.
   std::size_t Offset() const { return m_base + static_cast<std::size_t>(m_at - m_begin); }
   // Throws an AsnDecodeError about the current place.
@@ -58,21 +71,8 @@ class AsnJsonReader {
   bool EndedEarly() const { return m_endedEarly; }
 
  private:
-  void Read(AsnMemberKind kind, AsnType& value);
-  void ReadRecord(AsnSequence& record);
-  void ReadList(AsnListBase& list);
-  void ReadOcts(AsnOcts& octets);
-  long long ReadInteger(long long min, long long max);
-  bool ReadBool();
-  void ReadHexString(std::string& octets);
-  void ReadString(std::string& text);
-  std::string_view ReadKey();
-  void SkipValue(unsigned depth);
-  void SkipBlanks();
-  void ExpectLiteral(const char* literal);
-  std::string FoundText();
-  [[noreturn]] void FailAt(const char* at, const std::string& what);
-  [[noreturn]] void FailExpected(const char* expected);
+  template <class Sink>
+  friend class AsnJsonGrammar;
 
   const char* m_begin;
   const char* m_at;
@@ -81,7 +81,7 @@ class AsnJsonReader {
   bool m_jer;
   bool m_endedEarly = false;
   unsigned m_depth = 0;
-  std::string m_scratch;  // a string's content, reused
+  std::string m_scratch;  // a string's content with escapes decoded, reused
   std::string m_key;      // a key with escapes, decoded
 };
 #pragma GCC visibility pop

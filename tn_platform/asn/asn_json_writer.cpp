@@ -140,8 +140,11 @@ bool IsPlainText(std::string_view octets) {
 
 class Writer {
  public:
-  Writer(std::string& out, AsnJsonForm form, AsnJsonLayout layout)
-      : m_text(out), m_jer(form == AsnJsonForm::kJer), m_indented(layout == AsnJsonLayout::kIndented) {}
+  Writer(std::string& out, AsnJsonForm form, AsnJsonLayout layout, bool comments = false)
+      : m_text(out),
+        m_jer(form == AsnJsonForm::kJer),
+        m_indented(layout == AsnJsonLayout::kIndented),
+        m_comments(comments && !m_jer) {}
 
   void Value(AsnMemberKind kind, const AsnType& value, unsigned level) {
     switch (kind) {
@@ -222,6 +225,10 @@ class Writer {
     m_text.Reserve(1);
     m_text.Put('{');
     const AsnRecordPlan& plan = record.Plan();
+    if (m_comments && plan.hasOptional) {
+      Comment(plan, level);
+      first = false;
+    }
     const KeyTexts& keys = KeysOf(plan);
     for (std::size_t index = 0; index < plan.members.size(); ++index) {
       const AsnMemberStep& member = plan.members[index];
@@ -247,6 +254,19 @@ class Writer {
     if (!first) NewLine(level);
     m_text.Reserve(1);
     m_text.Put('}');
+  }
+
+  // A "//" member naming the record's optional members.
+  void Comment(const AsnRecordPlan& plan, unsigned level) {
+    std::string names;
+    for (const AsnMemberStep& member : plan.members) {
+      if (member.optional) names += (names.empty() ? "" : ", ") + std::string(member.name);
+    }
+    std::string text(m_indented ? "\"//\": " : "\"//\":");
+    AsnWriteJsonString(text, "optional: " + names + " (leave out or null for absent)");
+    NewLine(level + 1);
+    m_text.Reserve(text.size());
+    m_text.Put(text.data(), text.size());
   }
 
   void List(const AsnListBase& list, unsigned level) {
@@ -310,7 +330,25 @@ class Writer {
   Text m_text;
   const bool m_jer;
   const bool m_indented;
+  const bool m_comments;  // a "//" member naming the optional ones
 };
+
+// Gives `value` every member and a list one element, down to `depth` levels
+// (a type that holds itself through an optional member stops there).
+void FillEveryMember(AsnType& value, unsigned depth) {
+  if (depth == 0) return;
+  const AsnMemberKind kind = AsnKindOf(value);
+  if (kind == AsnMemberKind::kRecord) {
+    auto& record = static_cast<AsnSequence&>(value);
+    for (const AsnMemberStep& member : record.Plan().members) {
+      if (member.optional && depth == 1) continue;
+      FillEveryMember(*member.ValueOrCreateIn(&record), depth - 1);
+    }
+  } else if (kind == AsnMemberKind::kList) {
+    auto& list = static_cast<AsnListBase&>(value);
+    if (list.Count() == 0) FillEveryMember(list.AppendElement(), depth - 1);
+  }
+}
 
 }  // namespace
 
@@ -347,5 +385,13 @@ void AsnWriteJson(std::string& out, const AsnType& value, AsnJsonForm form, AsnJ
 std::string AsnToJson(const AsnType& value, AsnJsonForm form, AsnJsonLayout layout) {
   std::string out;
   AsnWriteJson(out, value, form, layout);
+  return out;
+}
+
+std::string AsnJsonTemplate(AsnType& value, AsnJsonForm form, AsnJsonLayout layout) {
+  constexpr unsigned kTemplateDepth = 16;
+  FillEveryMember(value, kTemplateDepth);
+  std::string out;
+  Writer(out, form, layout, true).Value(AsnKindOf(value), value, 0);
   return out;
 }

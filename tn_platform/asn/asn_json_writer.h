@@ -25,6 +25,13 @@ void AsnWriteJson(std::string& out, const AsnType& value, AsnJsonForm form, AsnJ
 // The JSON of `value`, without a final line break.
 std::string AsnToJson(const AsnType& value, AsnJsonForm form, AsnJsonLayout layout = AsnJsonLayout::kOneLine);
 
+// A template to start a document of `value`'s type from: `value` (a new
+// default value) is first given every member, an optional one made with its
+// defaults and a list one default element, then written. In the readable
+// form each record with optional members starts with a "//" member naming
+// them, a comment the reader skips, so the template reads as it is.
+std::string AsnJsonTemplate(AsnType& value, AsnJsonForm form, AsnJsonLayout layout);
+
 // Appends `text` (UTF-8) as a JSON string: quotes, \" \\ \b \f \n \r \t, and
 // \u00XX for the other control characters; everything else as it is.
 void AsnWriteJsonString(std::string& out, std::string_view text);

@@ -23,22 +23,17 @@ namespace {
 // Appends the segments of a constructed OCTET STRING of content `length`
 // (or indefinite) to `out`.
 void DecodeSegments(AsnBuf& buf, unsigned long length, unsigned long& bytesDecoded, std::string& out) {
-  // The guard keeps the nesting count right when a segment throws.
-  const AsnNestingGuard nesting(buf);
+  // The value stays open while its segments are read, so that a segment
+  // running past it is refused where its header is read.
+  const AsnOpenValueGuard open(buf, AsnHolder::kSegments, length);
   const bool indefinite = length == kIndefiniteLength;
   const std::size_t end = indefinite ? 0 : buf.Offset() + length;
-  // A value that lies whole in the input blames a segment that runs past its
-  // end, also when the input ends inside that segment.
-  const bool whole = !indefinite && end <= buf.End();
-  const auto runsPast = [](std::size_t segmentStart) {
-    AsnThrowDecodeError(segmentStart, "OCTET STRING segment runs past its enclosing value");
-  };
   unsigned long consumed = 0;
   while (indefinite ? !AtEoc(buf) : buf.Offset() < end) {
     if (buf.Remaining() == 0) {
-      AsnThrowInputEnds(buf.End(), indefinite ? std::string("input ends before the end-of-contents octets")
-                                              : "input ends " + AsnOctetCount(end - buf.Offset()) +
-                                                    " short of the value");
+      buf.ThrowInputEnds(buf.Offset(), indefinite ? std::string("input ends before the end-of-contents octets")
+                                                  : "input ends " + AsnOctetCount(end - buf.Offset()) +
+                                                        " short of the value");
     }
     const AsnHeader header = BDecHeader(
         buf, consumed, [](AsnTag tag) { return tag == kTagOctetString || tag == kTagOctetStringConstructed; },
@@ -46,28 +41,19 @@ void DecodeSegments(AsnBuf& buf, unsigned long length, unsigned long& bytesDecod
     if (header.status == AsnHeader::kWrongTag) {
       AsnThrowDecodeError(header.start, "OCTET STRING segment with tag " + TagDescription(header.tag));
     }
-    if (header.status != AsnHeader::kComplete) {
-      if (whole) runsPast(header.start);
-      AsnThrowHeaderError(header, kTagOctetString, buf);
-    }
+    if (header.status != AsnHeader::kComplete) AsnThrowHeaderError(header, kTagOctetString, buf);
     const unsigned long segmentLength = header.length;
-    const bool definite = segmentLength != kIndefiniteLength;
-    if (!indefinite && (buf.Offset() > end || (definite && segmentLength > end - buf.Offset()))) {
-      runsPast(header.start);
-    }
     if (TagIsConstructed(header.tag)) {
       try {
         DecodeSegments(buf, segmentLength, consumed, out);
       } catch (AsnDecodeError* error) {
-        if (!indefinite && AsnItemRunsPast(buf, header.start, end, *error)) {
-          error->Reassign(header.start, "OCTET STRING segment runs past its enclosing value");
-        }
         error->PlaceAt(header.start);
         throw;
       }
-      if (!indefinite && buf.Offset() > end) runsPast(header.start);
     } else {
-      if (!definite) AsnThrowDecodeError(header.start, "indefinite length on a primitive OCTET STRING");
+      if (segmentLength == kIndefiniteLength) {
+        AsnThrowDecodeError(header.start, "indefinite length on a primitive OCTET STRING");
+      }
       const unsigned char* octets = buf.GetSeg(segmentLength);
       if (octets == nullptr) BDecLenPastInput(buf, segmentLength);
       out.append(reinterpret_cast<const char*>(octets), segmentLength);

@@ -17,9 +17,25 @@
 // What a member's value is, as the codec sees it.
 enum class AsnMemberKind { kOcts, kTinyInt, kInt, kBool, kList, kRecord };
 
-// The tag a member of `kind` travels with: [number] IMPLICIT of the context
-// class when optional, else the universal tag of its type.
-AsnTag AsnMemberTag(AsnMemberKind kind, bool optional, short number);
+// The universal tag a value of `kind` carries on its own (a list element, a
+// mandatory member, a whole value).
+constexpr AsnTag AsnUniversalTag(AsnMemberKind kind) {
+  switch (kind) {
+    case AsnMemberKind::kOcts:
+      return kTagOctetString;
+    case AsnMemberKind::kTinyInt:
+    case AsnMemberKind::kInt:
+      return kTagInteger;
+    case AsnMemberKind::kBool:
+      return kTagBoolean;
+    default:
+      return kTagSequence;
+  }
+}
+// The tag a member of `kind` travels with (ber.h's AsnMemberTag).
+constexpr AsnTag AsnMemberTag(AsnMemberKind kind, bool optional, short number) {
+  return AsnMemberTag(AsnUniversalTag(kind), optional, number);
+}
 
 // One member of a record class.
 struct AsnMemberStep {
@@ -66,8 +82,6 @@ struct AsnRecordPlan {
     members.push_back(step);
     hasOptional = hasOptional || step.optional;
   }
-  // The member of that name, or null.
-  const AsnMemberStep* Find(const char* name) const;
 
   const char* className;  // the registered class name
   std::vector<AsnMemberStep> members;  // in declaration order

@@ -109,8 +109,9 @@ std::size_t FindMember(const AsnRecordPlan& plan, std::size_t next, AsnTag tag, 
                                                              std::size_t memberStart, bool indefinite,
                                                              std::size_t end) {
   if (memberStart == buf.End()) {
-    AsnThrowInputEnds(buf.End(), indefinite ? std::string("input ends before the end-of-contents octets")
-                                            : "input ends " + AsnOctetCount(end - memberStart) + " short of the value");
+    buf.ThrowInputEnds(memberStart, indefinite ? std::string("input ends before the end-of-contents octets")
+                                               : "input ends " + AsnOctetCount(end - memberStart) +
+                                                     " short of the value");
   }
   AsnHeader header;
   header.status = status;
@@ -155,20 +156,15 @@ void AsnSequence::DecodeMembers(const AsnRecordPlan& plan, AsnBuf& buf, unsigned
   // A definite length may run past the input: the members are decoded as far
   // as the input goes, so the error names the first item that breaks.
   const std::size_t end = indefinite ? 0 : start + length;
-  // Before the first member's header is read no member can be at fault (an
-  // empty record missing a mandatory member is).
-  constexpr std::size_t kNoMemberYet = ~std::size_t{0};
-  unsigned long counted = 0;  // the octet count is the distance the buffer moved
   // The record's own errors are thrown unplaced, for the caller that read its
   // header to place, or at the end of the input when it ends; errors about a
   // member name it in `member` (null between members) and are placed at
-  // `memberStart`. A member's definite length is checked against the end of
-  // the record before the input, so that a member running past both is the
-  // one at fault.
+  // `memberStart`. A member running past the record is refused where its
+  // header is read (BDecHeader), by the record being open around it.
   const char* member = nullptr;
-  std::size_t memberStart = kNoMemberYet;
+  std::size_t memberStart = 0;
   try {
-    const AsnNestingGuard nesting(buf);
+    const AsnOpenValueGuard open(buf, AsnHolder::kRecord, length);
     // Decoding replaces the record's content: optional members start absent.
     if (plan.hasOptional) {
       for (const AsnMemberStep& step : members) {
@@ -176,7 +172,8 @@ void AsnSequence::DecodeMembers(const AsnRecordPlan& plan, AsnBuf& buf, unsigned
       }
     }
 
-    std::size_t next = 0;  // the first member that may still come
+    unsigned long counted = 0;  // the octet count is the distance the buffer moved
+    std::size_t next = 0;       // the first member that may still come
     for (;;) {
       if (indefinite ? AtEoc(buf) : buf.Offset() >= end) break;
       std::size_t index = next;
@@ -195,25 +192,13 @@ void AsnSequence::DecodeMembers(const AsnRecordPlan& plan, AsnBuf& buf, unsigned
       if (header.status != AsnHeader::kComplete) ThrowInputEndsAt(buf, header.status, memberStart, indefinite, end);
 
       const AsnMemberStep& step = members[index];
-      const unsigned long memberLength = header.length;
       const std::size_t contentStart = buf.Offset();
-      const bool definite = memberLength != kIndefiniteLength;
-      if (!indefinite && definite && contentStart + memberLength > end) {
-        AsnThrowDecodeError(memberStart, contentStart > end ? std::string("header runs past the end of the record")
-                                                            : "length " + std::to_string(memberLength) +
-                                                                  " runs past the end of the record (" +
-                                                                  AsnOctetCount(end - contentStart) + " left in it)");
-      }
       // A primitive value takes exactly its length, refusing one that runs
       // past the input; a constructed one (a list, a record, a segmented
-      // OCTET STRING) is checked here.
-      DecodeContent(buf, step.kind, step.ValueOrCreateIn(base), header.tag, memberLength, counted);
-      if (TagIsConstructed(header.tag)) {
-        if (definite && buf.Offset() != contentStart + memberLength) {
-          if (buf.LengthOverrun()) buf.ThrowLengthOverrun();
-          AsnThrowDecodeError(memberStart, "content does not match its length");
-        }
-        if (!indefinite && buf.Offset() > end) AsnThrowDecodeError(memberStart, "runs past the end of the record");
+      // OCTET STRING) reads up to its end, its items checked against it.
+      DecodeContent(buf, step.kind, step.ValueOrCreateIn(base), header.tag, header.length, counted);
+      if (header.length != kIndefiniteLength && buf.Offset() != contentStart + header.length) {
+        AsnThrowDecodeError(memberStart, "content does not match its length");
       }
       next = index + 1;
       member = nullptr;
@@ -226,12 +211,6 @@ void AsnSequence::DecodeMembers(const AsnRecordPlan& plan, AsnBuf& buf, unsigned
     }
     if (indefinite) BDecEoc(buf, counted);
   } catch (AsnDecodeError* error) {
-    // A member whose definite length fits is checked before it is decoded;
-    // the failing one may still run past the end by the input ending inside
-    // it, or by an indefinite length.
-    if (!indefinite && memberStart != kNoMemberYet && AsnItemRunsPast(buf, memberStart, end, *error)) {
-      error->Reassign(memberStart, "runs past the end of the record");
-    }
     if (member != nullptr) {
       error->PlaceAt(memberStart);
       error->AddMember(member);

@@ -63,7 +63,7 @@ template <class Value>
   if constexpr (std::is_same_v<Value, AsnOcts>) {
     return value.Len();
   } else if constexpr (std::is_same_v<Value, AsnTinyInt> || std::is_same_v<Value, AsnInt>) {
-    return asn_integer::ContentOctets(value.Value());
+    return AsnIntegerOctets(value.Value());
   } else if constexpr (std::is_same_v<Value, AsnBool>) {
     return 1;
   } else {
@@ -84,8 +84,8 @@ template <class Value>
     out = AsnWriteHeader(out, tag, octets.size());
     return AsnCopyOctets(out, reinterpret_cast<const unsigned char*>(octets.data()), octets.size());
   } else if constexpr (std::is_same_v<Value, AsnTinyInt> || std::is_same_v<Value, AsnInt>) {
-    const unsigned octets = asn_integer::ContentOctets(value.Value());
-    return asn_integer::WriteContent(AsnWriteHeader(out, tag, octets), value.Value(), octets);
+    const unsigned octets = AsnIntegerOctets(value.Value());
+    return AsnWriteInteger(AsnWriteHeader(out, tag, octets), value.Value(), octets);
   } else if constexpr (std::is_same_v<Value, AsnBool>) {
     out = AsnWriteHeader(out, tag, 1);
     *out = value.Value() ? 0xFF : 0x00;

@@ -37,9 +37,6 @@ std::size_t AsnDecodeFront(AsnType& value, std::string_view bytes, const AsnDeco
       if (outer.status != AsnHeader::kComplete) AsnThrowHeaderError(outer, kTagSequence, again);
       AsnThrowDecodeError(0, refusal->Message());
     }
-    // A list stops once its elements reach its length and leaves an overrun
-    // to the enclosing value; for the outermost value that is us.
-    if (buf.LengthOverrun()) buf.ThrowLengthOverrun();
     if (buf.ReadError()) {
       AsnBuf again(buf.Begin(), buf.End());
       const AsnHeader outer = OuterHeader(again);

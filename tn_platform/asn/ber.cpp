@@ -4,33 +4,11 @@
 
 #include "tn_platform/asn/asn_decode_error.h"
 
-namespace {
-// Subsequent identifier octets that fit below the first one in a packed tag.
-constexpr int kMaxSubsequentTagOctets = 3;
-}  // namespace
-
-AsnTag MakeTag(AsnTagClass tagClass, bool constructed, unsigned number) {
-  const unsigned first = static_cast<unsigned>(tagClass) | (constructed ? 0x20u : 0u);
-  if (number < 31) return (first | number) << 24;
-  // High-tag-number form (X.690 8.1.2.4): base-128 digits, most significant
-  // first, bit 8 set on all but the last.
-  AsnTag tag = (first | 0x1Fu) << 24;
-  int digits = 1;
-  for (unsigned rest = number >> 7; rest != 0; rest >>= 7) ++digits;
-  if (digits > kMaxSubsequentTagOctets) return 0;
-  for (int i = 0; i < digits; ++i) {
-    const unsigned digit = (number >> (7 * (digits - 1 - i))) & 0x7Fu;
-    const unsigned octet = digit | (i + 1 < digits ? 0x80u : 0u);
-    tag |= octet << (8 * (2 - i));
-  }
-  return tag;
-}
-
 unsigned TagNumber(AsnTag tag) {
   const unsigned first = TagFirstOctet(tag);
   if ((first & 0x1F) != 0x1F) return first & 0x1F;
   unsigned number = 0;
-  for (int i = 0; i < kMaxSubsequentTagOctets; ++i) {
+  for (unsigned i = 0; i < kAsnMaxSubsequentTagOctets; ++i) {
     const unsigned octet = (tag >> (8 * (2 - i))) & 0xFF;
     number = (number << 7) | (octet & 0x7F);
     if ((octet & 0x80) == 0) break;
@@ -99,7 +77,7 @@ unsigned AsnHighTagOctets(AsnTag tag) {
   // Identifier octets stand in the packed tag from bit 31 down; the last one
   // is the first octet without bit 8 set after the first identifier octet.
   unsigned count = 1;
-  for (int i = 0; i < kMaxSubsequentTagOctets; ++i) {
+  for (unsigned i = 0; i < kAsnMaxSubsequentTagOctets; ++i) {
     ++count;
     if ((((tag >> (8 * (2 - i))) & 0x80) == 0)) break;
   }
@@ -120,15 +98,9 @@ unsigned long BEncDefLenImpl(AsnBuf& buf, unsigned long length) {
   return count + 1;
 }
 
-unsigned long BEncEoc(AsnBuf& buf) {
-  buf.PutByteRvs(0);
-  buf.PutByteRvs(0);
-  return 2;
-}
-
 void BDecTag_Impl(AsnBuf& buf, unsigned long& bytesDecoded, unsigned int& tag) {
   const std::size_t start = buf.Offset() - 1;  // the first identifier octet, already read
-  for (int i = 0; i < kMaxSubsequentTagOctets; ++i) {
+  for (unsigned i = 0; i < kAsnMaxSubsequentTagOctets; ++i) {
     const unsigned octet = buf.GetByte();
     ++bytesDecoded;
     if (buf.ReadError()) return;
@@ -174,28 +146,30 @@ unsigned long BDecLen_Impl(AsnBuf& buf, unsigned long& bytesDecoded, unsigned ch
 }
 
 void BDecLenPastInput(const AsnBuf& buf, unsigned long length) {
-  AsnThrowInputEnds(buf.End(), "input ends " + AsnOctetCount(length - buf.Remaining()) + " short of the value");
+  buf.ThrowInputEnds(buf.ItemStart(), "input ends " + AsnOctetCount(length - buf.Remaining()) + " short of the value");
 }
 
 void AsnThrowHeaderError(const AsnHeader& header, AsnTag expected, const AsnBuf& buf) {
-  const std::size_t inputEnd = buf.End();
   switch (header.status) {
     case AsnHeader::kEndsBeforeTag:
-      AsnThrowInputEnds(inputEnd, header.start == inputEnd ? "input ends before the tag" : "input ends in the tag");
+      buf.ThrowInputEnds(header.start,
+                         header.start == buf.End() ? "input ends before the tag" : "input ends in the tag");
     case AsnHeader::kWrongTag:
       AsnThrowDecodeError(header.start,
                           "wrong tag " + TagDescription(header.tag) + ", expected " + TagDescription(expected));
     default:
-      AsnThrowInputEnds(inputEnd, "input ends in the length");
+      buf.ThrowInputEnds(header.start, "input ends in the length");
   }
 }
 
 void BDecEoc(AsnBuf& buf, unsigned long& bytesDecoded) {
   const std::size_t start = buf.Offset();
+  if (buf.Remaining() == 0) buf.ThrowInputEnds(start, "input ends before the end-of-contents octets");
+  if (buf.Remaining() == 1) buf.ThrowInputEnds(start, "input ends in the end-of-contents octets");
+  const std::size_t limit = buf.Limit();
+  if (limit != kAsnNoEnd && (start >= limit || limit - start < 2)) buf.ThrowRunsPast(start, AsnBuf::Overrun::kItem);
   const unsigned char first = buf.GetByte();
-  if (buf.ReadError()) AsnThrowInputEnds(buf.End(), "input ends before the end-of-contents octets");
   const unsigned char second = buf.GetByte();
-  if (buf.ReadError()) AsnThrowInputEnds(buf.End(), "input ends in the end-of-contents octets");
   if (first != 0 || second != 0) AsnThrowDecodeError(start, "end-of-contents octets are not 00 00");
   bytesDecoded += 2;
 }
@@ -204,25 +178,6 @@ bool AtEoc(const AsnBuf& buf) {
   // Tag octet 0x00 is reserved for end-of-contents (X.690 8.1.5).
   unsigned char octet = 0;
   return buf.PeekByte(octet) && octet == 0;
-}
-
-bool AsnItemRunsPast(const AsnBuf& buf, std::size_t itemStart, std::size_t end, const AsnDecodeError& error) {
-  if (error.InputEnds() && end <= buf.End()) return true;
-  if (!error.InputEnds() && error.Offset() == itemStart) return false;  // already about the item itself
-  if (itemStart >= end) return true;
-  AsnBuf item(buf.Begin() + itemStart, buf.End() - itemStart);
-  unsigned long octets = 0;
-  try {
-    BDecTag(item, octets);
-    const unsigned long length = BDecLenOctets(item, octets, 0);
-    if (item.ReadError()) return false;
-    const std::size_t contentStart = itemStart + item.Offset();
-    if (length == kIndefiniteLength) return buf.Offset() > end;
-    return contentStart > end || length > end - contentStart;
-  } catch (AsnDecodeError* malformed) {  // the element's own fault
-    delete malformed;
-    return false;
-  }
 }
 
 std::string AsnListOverrunText(unsigned long length) {

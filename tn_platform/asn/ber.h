@@ -7,6 +7,7 @@
 #pragma once
 #pragma GCC visibility push(default)
 
+#include <cstdint>
 #include <string>
 
 #include "tn_platform/asn/asn_buf.h"
@@ -21,8 +22,26 @@ constexpr unsigned long kMaxContentLength = ~0UL >> 1;
 
 enum class AsnTagClass : unsigned char { kUniversal = 0x00, kApplication = 0x40, kContext = 0x80, kPrivate = 0xC0 };
 
-// The packed tag of a class, form and number.
-AsnTag MakeTag(AsnTagClass tagClass, bool constructed, unsigned number);
+// Subsequent identifier octets that fit below the first one in a packed tag.
+constexpr unsigned kAsnMaxSubsequentTagOctets = 3;
+
+// The packed tag of a class, form and number; 0 for a number that needs more
+// than kAsnMaxSubsequentTagOctets subsequent octets.
+constexpr AsnTag MakeTag(AsnTagClass tagClass, bool constructed, unsigned number) {
+  const unsigned first = static_cast<unsigned>(tagClass) | (constructed ? 0x20u : 0u);
+  if (number < 31) return (first | number) << 24;
+  // High-tag-number form: base-128 digits, most significant first, bit 8 set
+  // on all but the last.
+  unsigned digits = 1;
+  for (unsigned rest = number >> 7; rest != 0; rest >>= 7) ++digits;
+  if (digits > kAsnMaxSubsequentTagOctets) return 0;
+  AsnTag tag = (first | 0x1Fu) << 24;
+  for (unsigned i = 0; i < digits; ++i) {
+    const unsigned digit = (number >> (7 * (digits - 1 - i))) & 0x7Fu;
+    tag |= (digit | (i + 1 < digits ? 0x80u : 0u)) << (8 * (2 - i));
+  }
+  return tag;
+}
 
 constexpr AsnTag kTagBoolean = 0x01000000u;
 constexpr AsnTag kTagInteger = 0x02000000u;
@@ -30,14 +49,24 @@ constexpr AsnTag kTagOctetString = 0x04000000u;
 constexpr AsnTag kTagOctetStringConstructed = 0x24000000u;
 constexpr AsnTag kTagSequence = 0x30000000u;
 
-inline unsigned char TagFirstOctet(AsnTag tag) { return static_cast<unsigned char>(tag >> 24); }
-inline bool TagIsConstructed(AsnTag tag) { return (TagFirstOctet(tag) & 0x20) != 0; }
+constexpr unsigned char TagFirstOctet(AsnTag tag) { return static_cast<unsigned char>(tag >> 24); }
+constexpr bool TagIsConstructed(AsnTag tag) { return (TagFirstOctet(tag) & 0x20) != 0; }
 inline AsnTagClass TagClassOf(AsnTag tag) { return static_cast<AsnTagClass>(TagFirstOctet(tag) & 0xC0); }
 // The tag number (for the low-tag form, the five low bits of the first octet).
 unsigned TagNumber(AsnTag tag);
 // The same tag in the other form (primitive <-> constructed).
 inline AsnTag TagWithForm(AsnTag tag, bool constructed) {
   return constructed ? (tag | 0x20000000u) : (tag & ~0x20000000u);
+}
+// The tag a record member travels with: an optional member, registered with
+// context number `number`, as [number] IMPLICIT in the form of its type; a
+// mandatory one as its type's own `universal` tag.
+constexpr AsnTag AsnMemberTag(AsnTag universal, bool optional, short number) {
+  if (!optional) return universal;
+  const unsigned form = TagIsConstructed(universal) ? 0x20u : 0u;
+  // The one-octet form inline: a line's number is a constant where it is used.
+  if (number >= 0 && number < 31) return (0x80u | form | static_cast<unsigned>(number)) << 24;
+  return MakeTag(AsnTagClass::kContext, form != 0, static_cast<unsigned>(number));
 }
 // "[UNIVERSAL 16] constructed", "[2] primitive", ...
 std::string TagToString(AsnTag tag);
@@ -70,8 +99,6 @@ inline unsigned long BEncDefLen(AsnBuf& buf, unsigned long length) {
   }
   return BEncDefLenImpl(buf, length);
 }
-// Writes the end-of-contents octets 00 00; returns 2.
-unsigned long BEncEoc(AsnBuf& buf);
 
 // ---- encoding front to back (into room measured beforehand) ----------------
 // How many identifier octets a high-tag-number `tag` takes.
@@ -118,12 +145,44 @@ inline unsigned char* AsnWriteLength(unsigned char* out, unsigned long length) {
   return AsnIdentifierOctets(tag) + AsnLengthOctets(length) + length;
 }
 
+// ---- INTEGER content ----------------------------------------------------------
+// Minimal two's complement, most significant octet first.
+
+// How many content octets `value` takes: its significant bits, sign bit
+// included, rounded up to octets.
+[[gnu::always_inline]] inline unsigned AsnIntegerOctets(std::int64_t value) {
+  return (71u - static_cast<unsigned>(__builtin_clrsbll(value))) / 8u;
+}
+// Writes the `octets` low octets of `value` at `out`; returns the end.
+[[gnu::always_inline]] inline unsigned char* AsnWriteInteger(unsigned char* out, std::int64_t value,
+                                                             unsigned octets) {
+  for (unsigned i = octets; i-- > 0;) *out++ = static_cast<unsigned char>(static_cast<std::uint64_t>(value) >> (8 * i));
+  return out;
+}
+// What is wrong with INTEGER content of `length` octets for a value class
+// holding at most `maxOctets`; kNone when it is acceptable.
+enum class AsnIntegerFault : unsigned char { kNone, kEmpty, kNotMinimal, kTooLong };
+[[gnu::always_inline]] inline AsnIntegerFault AsnCheckInteger(const unsigned char* content, std::size_t length,
+                                                              std::size_t maxOctets) {
+  if (length == 0) return AsnIntegerFault::kEmpty;
+  if (length > 1 && ((content[0] == 0x00 && (content[1] & 0x80) == 0) ||
+                     (content[0] == 0xFF && (content[1] & 0x80) != 0))) {
+    return AsnIntegerFault::kNotMinimal;
+  }
+  return length > maxOctets ? AsnIntegerFault::kTooLong : AsnIntegerFault::kNone;
+}
+// The value of 1 to 8 content octets.
+[[gnu::always_inline]] inline std::int64_t AsnReadInteger(const unsigned char* content, std::size_t length) {
+  std::uint64_t bits = (content[0] & 0x80) != 0 ? ~std::uint64_t{0} : 0;
+  for (std::size_t i = 0; i < length; ++i) bits = (bits << 8) | content[i];
+  return static_cast<std::int64_t>(bits);
+}
+
 // ---- decoding ---------------------------------------------------------------
 // Malformed tag and length octets throw an AsnDecodeError placed at the item
-// they start; an input that ends inside them sets the read-error flag. A
-// length that runs past the input is the input ending: the error is placed at
-// its end (AsnThrowInputEnds), for a value that lies whole in the input to
-// blame its own item that runs past its end.
+// they start; an input that ends inside them sets the read-error flag. Where
+// an item runs past the value holding it, or the input ends, the buffer's
+// one rule places the error (AsnBuf::ThrowRunsPast, ThrowInputEnds).
 
 // Completes a tag whose first octet (just read, in `tag` shifted left by 24)
 // has its five low bits all set. Throws on a leading 0x80 subsequent octet, a
@@ -136,12 +195,13 @@ void BDecTag_Impl(AsnBuf& buf, unsigned long& bytesDecoded, unsigned int& tag);
 // (leading zero octets aside) and one above kMaxContentLength throw.
 // The length is not checked against the input.
 unsigned long BDecLen_Impl(AsnBuf& buf, unsigned long& bytesDecoded, unsigned char first, std::size_t itemStart);
-// Throws: the input ends before the definite `length` of the item whose
-// content starts here.
+// Throws: the input ends before the definite `length` of the item whose tag
+// was read last, its content starting here.
 [[noreturn]] void BDecLenPastInput(const AsnBuf& buf, unsigned long length);
-// Reads a whole tag; 0 with the read-error flag set when the input is
-// exhausted. A one-octet tag is read inline.
+// Reads a whole tag, noting where its item starts; 0 with the read-error
+// flag set when the input is exhausted. A one-octet tag is read inline.
 inline AsnTag BDecTag(AsnBuf& buf, unsigned long& bytesDecoded) {
+  buf.NoteItemStart();
   const unsigned char first = buf.GetByte();
   ++bytesDecoded;
   if (buf.ReadError()) return 0;
@@ -198,13 +258,18 @@ enum class AsnLengthCheck {
 // Reads the header of one value: the tag, which `acceptTag(tag)` must accept
 // (it may also throw an error of its own), then the length. One-octet tags
 // and short-form lengths are read inline. Early ends and a refused tag are
-// reported in the status; malformed tag or length octets and a length past
-// the input (as `lengthCheck` says) throw, placed at the header's start.
+// reported in the status; malformed tag or length octets, an item that runs
+// past the definite-length value open around it and a length past the input
+// (as `lengthCheck` says) throw.
 template <class AcceptTag>
 inline AsnHeader BDecHeader(AsnBuf& buf, unsigned long& bytesDecoded, AcceptTag&& acceptTag,
                             AsnLengthCheck lengthCheck = AsnLengthCheck::kAgainstInput) {
   AsnHeader header;
   header.start = buf.Offset();
+  const std::size_t limit = buf.Limit();
+  // Inside an indefinite-length value that has reached the end of the
+  // definite one holding it, any item runs past.
+  if (header.start >= limit) buf.ThrowRunsPast(header.start, AsnBuf::Overrun::kItem);
   header.tag = BDecTag(buf, bytesDecoded);
   if (buf.ReadError()) {
     header.status = AsnHeader::kEndsBeforeTag;
@@ -217,17 +282,22 @@ inline AsnHeader BDecHeader(AsnBuf& buf, unsigned long& bytesDecoded, AcceptTag&
                           (lengthCheck == AsnLengthCheck::kPrimitiveOnly && TagIsConstructed(header.tag));
     if (buf.ReadError()) {
       header.status = AsnHeader::kEndsInLength;
-    } else if ((first & 0x80) != 0) {
-      header.length = BDecLen_Impl(buf, bytesDecoded, first, header.start);
-      if (buf.ReadError()) {
-        header.status = AsnHeader::kEndsInLength;
-      } else if (header.length != kIndefiniteLength && header.length > buf.Remaining() && !mayBeCut) {
-        BDecLenPastInput(buf, header.length);
-      }
-    } else {
-      if (first > buf.Remaining() && !mayBeCut) BDecLenPastInput(buf, first);
-      header.length = first;
+      return header;
     }
+    header.length = (first & 0x80) == 0 ? first : BDecLen_Impl(buf, bytesDecoded, first, header.start);
+    if (buf.ReadError()) {
+      header.status = AsnHeader::kEndsInLength;
+      return header;
+    }
+    const bool definite = header.length != kIndefiniteLength;
+    if (limit != kAsnNoEnd) {
+      const std::size_t contentStart = buf.Offset();
+      if (contentStart > limit) buf.ThrowRunsPast(header.start, AsnBuf::Overrun::kHeader);
+      if (definite && header.length > limit - contentStart) {
+        buf.ThrowRunsPast(header.start, AsnBuf::Overrun::kLength, header.length);
+      }
+    }
+    if (definite && header.length > buf.Remaining() && !mayBeCut) BDecLenPastInput(buf, header.length);
   }
   return header;
 }
@@ -243,24 +313,17 @@ inline AsnHeader BDecHeader(AsnBuf& buf, unsigned long& bytesDecoded, AsnTag tag
 
 // Throws for a header that did not complete: "wrong tag <found>, expected
 // <expected>" placed at its start, or "input ends before the tag", "... in the
-// tag" or "... in the length" placed at the end of the input `buf` reads.
-// Called only on the failing path, so the message is built only there.
+// tag" or "... in the length" (AsnBuf::ThrowInputEnds places it). Called only
+// on the failing path, so the message is built only there.
 [[noreturn]] void AsnThrowHeaderError(const AsnHeader& header, AsnTag expected, const AsnBuf& buf);
 
-// True when the item starting at `itemStart`, whose decoding threw `error`,
-// runs past `end`, the end of the value that holds it: by its header (also
-// when the input ends before either), by the input ending inside it when
-// that value lies whole in the input, or,
-// for an indefinite length, by having been read past `end`; not when the
-// error is already placed at the item. Reads the header again; for the
-// failing path only.
-bool AsnItemRunsPast(const AsnBuf& buf, std::size_t itemStart, std::size_t end, const AsnDecodeError& error);
 // "element runs past the end of its list (content length N)".
 std::string AsnListOverrunText(unsigned long length);
 
-// Consumes the end-of-contents octets 00 00. When the input ends before or
-// inside them, throws placed at the end of the input; when they are not
-// 00 00, placed at them.
+// Consumes the end-of-contents octets 00 00. Throws when the input ends
+// before or inside them (AsnBuf::ThrowInputEnds places it), when they run
+// past the definite-length value holding them, or, placed at them, when they
+// are not 00 00.
 void BDecEoc(AsnBuf& buf, unsigned long& bytesDecoded);
 // True when the next octet starts end-of-contents (nothing is consumed).
 bool AtEoc(const AsnBuf& buf);

@@ -227,51 +227,38 @@ void AsnList<T>::BDecContent(AsnBuf& buf, unsigned int, unsigned long length, un
                              NIClass_EncodingFormatEnum) {
   // The list's own errors (its content ends short, its end-of-contents is
   // missing) are placed at the end of the input; an element's error gains the
-  // element's index, and names the element itself when it runs past the
-  // list's end. The element's own BDec is called directly: T is the
-  // element's exact type.
-  const AsnNestingGuard nesting(buf);
+  // element's index. An element running past the list is refused where its
+  // header is read, by the list being open around it. The element's own BDec
+  // is called directly: T is the element's exact type.
+  const AsnOpenValueGuard open(buf, AsnHolder::kList, length);
   Clear();
   unsigned long consumed = 0;
-  if (length == kIndefiniteLength) {
-    try {
+  try {
+    if (length == kIndefiniteLength) {
       for (unsigned char next = 0; buf.PeekByte(next) && next != 0x00;) {
         T* element = Append();
         buf.CountListElement();
         element->T::BDec(buf, consumed, NIClass_BER);
       }
-    } catch (AsnDecodeError* error) {
-      error->AddIndex(count - 1);
-      throw;
-    }
-    if (buf.Remaining() == 0) AsnThrowInputEnds(buf.End(), "input ends before the end-of-contents octets");
-    BDecEoc(buf, consumed);
-  } else {
-    // Every element takes at least two octets, so the loop ends; an element
-    // that overruns the length is noted for the caller. The length may run
-    // past the input: the elements are decoded as far as the input goes, and
-    // a failing element is appended first.
-    const std::size_t start = buf.Offset();
-    std::size_t elementStart = start;
-    try {
+    } else {
+      // Every element takes at least two octets, so the loop ends. The length
+      // may run past the input: the elements are decoded as far as the input
+      // goes, and a failing element is appended first.
       while (consumed < length) {
-        elementStart = buf.Offset();
         T* element = Append();
         if (buf.Remaining() == 0) break;
         buf.CountListElement();
         element->T::BDec(buf, consumed, NIClass_BER);
       }
-    } catch (AsnDecodeError* error) {
-      if (AsnItemRunsPast(buf, elementStart, start + length, *error)) {
-        error->Reassign(elementStart, AsnListOverrunText(length));
-      }
-      error->AddIndex(count - 1);
-      throw;
     }
-    if (consumed < length) {
-      AsnThrowInputEnds(buf.End(), "input ends " + AsnOctetCount(length - consumed) + " short of the value");
-    }
-    if (consumed != length) buf.NoteLengthOverrun(length, elementStart, count - 1);
+  } catch (AsnDecodeError* error) {
+    error->AddIndex(count - 1);
+    throw;
+  }
+  if (length == kIndefiniteLength) {
+    BDecEoc(buf, consumed);
+  } else if (consumed < length) {
+    buf.ThrowInputEnds(buf.Offset(), "input ends " + AsnOctetCount(length - consumed) + " short of the value");
   }
   bytesDecoded += consumed;
 }

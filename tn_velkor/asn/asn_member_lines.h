@@ -21,6 +21,7 @@
 #include "tn_platform/asn/asn_octs.h"
 #include "tn_platform/asn/asn_record_plan.h"
 #include "tn_platform/asn/asn_sequence.h"
+#include "tn_platform/asn/asn_value_encoding.h"
 #include "tn_platform/refl/class_infor.h"
 #include "tn_platform/refl/may_null_pointer.h"
 #include "tn_platform/refl/object_functions.h"
@@ -54,6 +55,14 @@ constexpr AsnMemberKind AsnMemberKindFor() {
   return AsnMemberKind::kRecord;
 }
 
+// The tag a member of type `Member` registered with `number` travels with;
+// inline, so that a line's constant number gives a constant tag.
+template <class Member>
+constexpr AsnTag AsnMemberTagOf(short number) {
+  return AsnMemberTag(AsnUniversalTagOf<typename AsnMemberTraits<Member>::Value>(), AsnMemberTraits<Member>::kOptional,
+                      number);
+}
+
 template <class Value>
 constexpr const char* AsnTypeNameOf() {
   if constexpr (AsnMemberKindFor<Value>() == AsnMemberKind::kRecord) {
@@ -80,7 +89,7 @@ class AsnMemberLines {
     const unsigned short position = MemberPosition(m_probe, member);
     if (m_infor != nullptr) Describe<Member>(m_infor->AddAttribInfor(m_access, position, name, number));
     if (m_plan != nullptr) {
-      const AsnTag tag = AsnMemberTag(kind, Traits::kOptional, number);
+      const AsnTag tag = AsnMemberTagOf<Member>(number);
       const AsnTag otherForm = kind == AsnMemberKind::kOcts ? TagWithForm(tag, true) : tag;
       m_plan->Add(AsnMemberStep{name, AsnTypeNameOf<Value>(), kind, Traits::kOptional, number, tag, otherForm,
                                 position, &refl::CreateObject<Value>, &refl::DestroyObject<Value>});

@@ -28,15 +28,12 @@
 #include "tn_velkor/asn/asn_record_encoding.h"
 
 // The content of one primitive value of class `Value` that the generic
-// decoder takes as it is: an integer with content that fits and is minimal,
-// a boolean of one octet, any octet string.
+// decoder takes as it is: an integer the INTEGER rules accept for the class
+// (ber.h), a boolean of one octet, any octet string.
 template <class Value>
 [[gnu::always_inline]] inline bool AsnFastContentAcceptable(const unsigned char* content, std::size_t length) {
   if constexpr (std::is_same_v<Value, AsnTinyInt> || std::is_same_v<Value, AsnInt>) {
-    constexpr std::size_t kMaxOctets = std::is_same_v<Value, AsnTinyInt> ? 4 : 8;
-    return length != 0 && length <= kMaxOctets &&
-           !(length > 1 && ((content[0] == 0x00 && (content[1] & 0x80) == 0) ||
-                            (content[0] == 0xFF && (content[1] & 0x80) != 0)));
+    return AsnCheckInteger(content, length, std::is_same_v<Value, AsnTinyInt> ? 4 : 8) == AsnIntegerFault::kNone;
   } else if constexpr (std::is_same_v<Value, AsnBool>) {
     return length == 1;
   } else {
@@ -44,8 +41,8 @@ template <class Value>
   }
 }
 
-// The length of the short-form value with one-octet tag `tag` at [pos, end),
-// or -1 when that is not what stands there.
+// The content length of the short-form value with one-octet tag `tag` at
+// [pos, end), or -1 when that is not what stands there.
 [[gnu::always_inline]] inline long AsnFastShortValue(const unsigned char* pos, const unsigned char* end,
                                                      unsigned char tag) {
   if (end - pos < 2 || pos[0] != tag || pos[1] >= 0x80 || pos[1] > end - pos - 2) return -1;
@@ -106,8 +103,8 @@ class AsnFastDecodeLines {
     } else {
       if (!m_ok) return;
       const AsnTag tag = AsnMemberTagOf<Member>(number);
-      const long length = AsnFastShortValue(m_pos, m_end, TagFirstOctet(tag));
-      if (length < 0) {
+      const long shortLength = AsnFastShortValue(m_pos, m_end, TagFirstOctet(tag));
+      if (shortLength < 0) {
         // Not this member's short form: an absent optional member, or a case
         // for the generic decoder (which the members after it, or the end
         // test, then find).
@@ -118,6 +115,7 @@ class AsnFastDecodeLines {
         }
         return;
       }
+      const auto length = static_cast<std::size_t>(shortLength);
       const unsigned char* content = m_pos + 2;
       m_pos = content + length;
       if constexpr (kind == AsnMemberKind::kList) {
@@ -158,9 +156,7 @@ class AsnFastDecodeLines {
     } else if constexpr (std::is_same_v<Value, AsnBool>) {
       value.Set(content[0] != 0);
     } else {
-      std::uint64_t bits = (content[0] & 0x80) ? ~std::uint64_t{0} : 0;
-      for (std::size_t i = 0; i < length; ++i) bits = (bits << 8) | content[i];
-      value.Set(static_cast<decltype(value.Value())>(static_cast<std::int64_t>(bits)));
+      value.Set(static_cast<decltype(value.Value())>(AsnReadInteger(content, length)));
     }
   }
 
@@ -169,7 +165,7 @@ class AsnFastDecodeLines {
   static bool CheckElements(const unsigned char* pos, const unsigned char* end) {
     while (pos != end) {
       const long length = AsnFastShortValue(pos, end, TagFirstOctet(AsnUniversalTagOf<Element>()));
-      if (length < 0 || !AsnFastContentAcceptable<Element>(pos + 2, length)) return false;
+      if (length < 0 || !AsnFastContentAcceptable<Element>(pos + 2, static_cast<std::size_t>(length))) return false;
       pos += 2 + length;
     }
     return true;
@@ -201,15 +197,17 @@ class AsnFastDecodeLines {
 };
 
 // The fast path's view of a record's content: `length` octets at the front
-// of `buf` after `headerLength` octets of header (a definite length that the
-// input holds), for the members of `record`, whose member lines
-// `describe(lines)` runs. True when it decoded them and consumed the header
-// and the content; false when the generic decoder is to, nothing consumed.
+// of `buf` after `headerLength` octets of header, for the members of
+// `record`, whose member lines `describe(lines)` runs. It takes its bounds
+// from the buffer: the record must lie within the input and within the value
+// open around it, and nest no deeper than allowed. True when it decoded the
+// members and consumed the header and the content; false when the generic
+// decoder is to, nothing consumed.
 template <class Record, class Describe>
 bool AsnDecodeContentFast(Record& record, AsnBuf& buf, std::size_t headerLength, unsigned long length,
                           bool hasLists, unsigned long& bytesDecoded, Describe&& describe) {
   // A list member is one constructed level more.
-  if (length > buf.Remaining() - headerLength || !buf.MayEnterConstructed(hasLists ? 2 : 1)) return false;
+  if (headerLength + length > buf.Available() || !buf.MayEnterConstructed(hasLists ? 2 : 1)) return false;
   const unsigned char* start = buf.GetSeg(0);
   const unsigned char* content = start + headerLength;
   const unsigned char* end = content + length;
@@ -222,7 +220,7 @@ bool AsnDecodeContentFast(Record& record, AsnBuf& buf, std::size_t headerLength,
     AsnFastDecodeLines<Record, AsnFastPass::kCheck> check(record, content, end);
     describe(check);
     if (!check.Done()) return false;
-    const AsnNestingGuard nesting(buf);
+    const AsnOpenValueGuard open(buf, buf.Offset(), AsnHolder::kRecord, length, headerLength + length);
     AsnFastDecodeLines<Record, AsnFastPass::kStore> store(record, content, end, &buf, start);
     describe(store);
     buf.GetSeg(static_cast<std::size_t>(end - store.BufPos()));

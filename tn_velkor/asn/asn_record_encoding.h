@@ -22,22 +22,6 @@ const Value* AsnPresentValue(const refl::MayNullPointer<Value>& holder) {
   return holder.Get();
 }
 
-// The tag of a member of type `Member` registered with `number` (see
-// AsnMemberTag); inline, so that a line's constant number gives a constant tag.
-template <class Member>
-AsnTag AsnMemberTagOf(short number) {
-  using Traits = AsnMemberTraits<Member>;
-  using Value = typename Traits::Value;
-  if constexpr (!Traits::kOptional) {
-    return AsnUniversalTagOf<Value>();
-  } else {
-    constexpr AsnMemberKind kind = AsnMemberKindFor<Value>();
-    constexpr bool constructed = kind == AsnMemberKind::kList || kind == AsnMemberKind::kRecord;
-    if (number >= 0 && number < 31) return (0x80u | (constructed ? 0x20u : 0u) | static_cast<unsigned>(number)) << 24;
-    return MakeTag(AsnTagClass::kContext, constructed, static_cast<unsigned>(number));
-  }
-}
-
 // Sizing pass: adds up the complete encodings of the present members.
 template <class Record>
 class AsnMeasureLines {

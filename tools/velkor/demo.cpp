@@ -8,7 +8,8 @@
 #include "tn_velkor/ns_velkor.h"
 #include "tn_platform/trace/trace_sink.h"
 #include "tools/velkor/model_json.h"
-#include "tools/velkor/record_json.h"
+#include "tn_platform/asn/asn_json_reader.h"
+#include "tn_platform/asn/asn_json_writer.h"
 #include "tools/velkor/record_types.h"
 
 namespace velkor {
@@ -89,7 +90,7 @@ class TraceCapture {
 
 template <class Record>
 void FromSample(const char* json, Record& record) {
-  JsonToValue(ParseJson(json), record, record.typeName());
+  AsnReadJson(record, json, AsnJsonForm::kReadable);
 }
 
 std::string Indent(const std::string& text, int width = 4) {
@@ -136,6 +137,26 @@ std::string MemberLines(const Json& json) {
     }
     out += "[\n";
     for (const Json& element : member.value()) out += "  " + element.dump() + "\n";
+    out += "]\n";
+  }
+  return out;
+}
+
+// The same for a record, from the runtime's JSON of each member.
+std::string MemberLines(const AsnSequence& record) {
+  std::string out;
+  void* const base = const_cast<AsnSequence*>(&record);
+  for (const AsnMemberStep& member : record.Plan().members) {
+    const AsnType* value = member.ValueIn(base);
+    if (value == nullptr) continue;
+    out += "\"" + std::string(member.name) + "\": ";
+    const auto* list = member.kind == AsnMemberKind::kList ? static_cast<const AsnListBase*>(value) : nullptr;
+    if (list == nullptr || list->Count() == 0) {
+      out += AsnToJson(*value, AsnJsonForm::kReadable) + "\n";
+      continue;
+    }
+    out += "[\n";
+    list->ForEachElement([&](const AsnType& element) { out += "  " + AsnToJson(element, AsnJsonForm::kReadable) + "\n"; });
     out += "]\n";
   }
   return out;
@@ -199,7 +220,7 @@ std::string RunDemo() {
   std::map<unsigned long, ns_velkor::TERetInfo> codes;
   const unsigned long overall = ns_velkor::Convert2MapIDKey2RetCodeByQAsnErrInfoReturn(outcome, codes);
   os << "\n6. An error-information return arrives (QAsnErrInfoReturn, as JSON):\n"
-     << Indent(MemberLines(ValueToJson(outcome)))
+     << Indent(MemberLines(outcome))
      << "   as a return-code map (Convert2MapIDKey2RetCodeByQAsnErrInfoReturn), result " << overall << ":\n"
      << Indent(ReturnCodeMapToJson(codes).dump()) << "   traced:\n"
      << Indent(Lines(trace.Take()));

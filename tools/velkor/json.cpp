@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "tn_platform/asn/asn_octs.h"
 #include "tools/velkor/io.h"
 
 namespace velkor {
@@ -14,14 +15,6 @@ std::string ParseErrorText(const Json::exception& error) {
   const std::size_t close = what.find("] ");
   if (what.rfind("[json.exception", 0) == 0 && close != std::string::npos) what.erase(0, close + 2);
   return what;
-}
-
-bool IsJsonBlank(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; }
-
-std::string_view Trimmed(std::string_view text) {
-  while (!text.empty() && IsJsonBlank(text.front())) text.remove_prefix(1);
-  while (!text.empty() && IsJsonBlank(text.back())) text.remove_suffix(1);
-  return text;
 }
 
 }  // namespace
@@ -37,31 +30,6 @@ Json ParseJson(std::string_view text) {
     // A syntax error, or a number too large for a double ("1e400"), which
     // the parser reports as out_of_range.
     ThrowBadInput("bad JSON: " + ParseErrorText(error));
-  }
-}
-
-void ForEachJsonRecord(std::string_view text, const std::function<void(const Json&, std::size_t)>& visit) {
-  const std::string_view trimmed = Trimmed(text);
-  if (!trimmed.empty() && trimmed.front() == '[') {
-    const Json array = ParseJson(text);
-    for (std::size_t i = 0; i < array.size(); ++i) visit(array[i], i);
-    return;
-  }
-  std::size_t index = 0;
-  std::size_t lineNumber = 0;
-  while (!text.empty()) {
-    const std::size_t end = text.find('\n');
-    const std::string_view line = text.substr(0, end);
-    text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
-    ++lineNumber;
-    if (Trimmed(line).empty()) continue;
-    Json json;
-    try {
-      json = ParseJson(line);
-    } catch (const ToolError& error) {
-      ThrowBadInput(std::string(error.what()) + " (line " + std::to_string(lineNumber) + ")");
-    }
-    visit(json, index++);
   }
 }
 
@@ -103,6 +71,23 @@ Json DecimalTextToJson(const std::string& text) {
   } catch (const Json::exception&) {
     return nullptr;
   }
+}
+
+Json OctetsToJson(std::string_view octets) {
+  if (AsnOctetsAreText(octets)) return std::string(octets);
+  return Json{{"hex", EncodeHex(octets)}};
+}
+
+std::string JsonToOctets(const Json& json, const std::string& path) {
+  if (json.is_string()) return json.get<std::string>();
+  if (json.is_object() && json.size() == 1 && json.contains("hex") && json["hex"].is_string()) {
+    try {
+      return DecodeHex(json["hex"].get<std::string>());
+    } catch (const ToolError& error) {
+      ThrowJsonError(path, error.what());
+    }
+  }
+  ThrowJsonError(path, "expected a string or {\"hex\": \"...\"}, found " + JsonTypeName(json));
 }
 
 std::string JsonString(const Json& json, const std::string& path) {

@@ -1,4 +1,5 @@
-// JSON as the tool reads and writes it: nlohmann's JSON with members kept in
+// The JSON of the tool's models (records and lists have theirs in the
+// runtime, asn_json_reader.h and asn_json_writer.h): nlohmann's JSON with members kept in
 // the order they were written (records and models list their members in
 // declaration order), and readers that name the offending member's path in
 // their errors ("QAsnFiberInfo.aEndPort.level1ID: integer out of range").
@@ -6,7 +7,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <functional>
 #include <limits>
 #include <nlohmann/json.hpp>
 #include <string>
@@ -21,11 +21,6 @@ using Json = nlohmann::ordered_json;
 // it, and a NUL octet anywhere is refused. Throws ToolError(bad input)
 // "bad JSON: <what>".
 Json ParseJson(std::string_view text);
-
-// Calls `visit(record, index)` for each record of `text`: the elements of one
-// JSON array, or one document per line (JSON Lines; blank lines skipped).
-// Throws as ParseJson, naming the line for JSON Lines.
-void ForEachJsonRecord(std::string_view text, const std::function<void(const Json&, std::size_t)>& visit);
 
 enum class JsonLayout {
   kIndented,  // two blanks per level, one member or element per line
@@ -86,6 +81,12 @@ T JsonInteger(const Json& given, const std::string& path) {
   ThrowJsonError(path, "integer " + json.dump() + " out of range (" + std::to_string(std::numeric_limits<T>::min()) +
                            " to " + std::to_string(std::numeric_limits<T>::max()) + ")");
 }
+
+// An OCTET STRING's content as JSON: a string when it is UTF-8 text without
+// control characters, else {"hex": "<two hex digits per octet>"}; and the
+// content of such JSON.
+Json OctetsToJson(std::string_view octets);
+std::string JsonToOctets(const Json& json, const std::string& path);
 
 // A text from a JSON string.
 std::string JsonString(const Json& json, const std::string& path);

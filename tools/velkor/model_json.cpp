@@ -6,7 +6,7 @@
 #include <tuple>
 #include <type_traits>
 
-#include "tools/velkor/record_json.h"
+#include "tools/velkor/io.h"
 
 namespace velkor {
 

@@ -4,6 +4,7 @@
 #include <memory>
 #include <optional>
 
+#include "tn_platform/asn/asn_ber_dump.h"
 #include "tn_platform/asn/ber.h"
 #include "tn_platform/asn/csm_exception.h"
 #include "tn_platform/asn/asn_ber_list_reader.h"
@@ -12,12 +13,10 @@
 #include "tn_platform/asn/asn_json_writer.h"
 #include "tn_platform/asn/asn_value_io.h"
 #include "tn_platform/asn/indent_table.h"
-#include "tools/velkor/ber_dump.h"
 #include "tools/velkor/byte_streams.h"
 #include "tools/velkor/decode_errors.h"
 #include "tools/velkor/io.h"
 #include "tools/velkor/json.h"
-#include "tools/velkor/record_json.h"
 #include "tools/velkor/record_types.h"
 
 namespace velkor {
@@ -178,23 +177,30 @@ void RunTypes(const std::string& only, bool json, bool compact, std::ostream& ou
 
 void RunTemplate(const std::string& type, bool compact, bool jer, std::ostream& out) {
   const std::unique_ptr<AsnType> value = CreateCatalogued(type);
-  const Json skeleton = TemplateJson(*value);  // also fills the value with every member
-  if (!jer) {
-    out << JsonText(skeleton, compact ? JsonLayout::kOneLine : JsonLayout::kIndented);
-    return;
-  }
-  out << AsnToJson(*value, AsnJsonForm::kJer, compact ? AsnJsonLayout::kOneLine : AsnJsonLayout::kIndented) << '\n';
+  out << AsnJsonTemplate(*value, FormOf(jer), compact ? AsnJsonLayout::kOneLine : AsnJsonLayout::kIndented) << '\n';
 }
 
 void RunDump(const InputOutput& io, std::ostream& out) {
-  const std::string bytes = ReadBytes(io.input, io.hex, io.base64);
-  Progress progress("dump", bytes.size());
-  std::size_t values = 0;
-  const BerWalkResult result = WalkBer(bytes, [&](const BerItem& item) {
-    WriteBerItem(out, item);
-    if (item.depth == 0) progress.Update(++values, item.offset);
-  });
-  if (!result.complete) ThrowBadInput("bytes break: " + result.error + RawInputHint(io, bytes));
+  auto head = std::make_shared<std::string>();
+  std::string text;  // hex or Base64 input, read whole and decoded first
+  AsnByteSource source;
+  if (io.hex || io.base64) {
+    text = ReadBytes(io.input, io.hex, io.base64);
+    source = AsnBytesSource(text);
+    *head = text.substr(0, 4096);
+  } else {
+    source = InputSource(io.input, head);
+  }
+  Progress progress("dump", InputSize(io.input));
+  std::size_t items = 0;
+  try {
+    items = AsnDumpBer(std::move(source), out,
+                       [&progress](std::size_t values, std::size_t offset) { progress.Update(values, offset); });
+  } catch (CSM_Exception* exception) {
+    const std::unique_ptr<CSM_Exception> error(exception);
+    ThrowBadInput("bytes break: " + error->Message() + RawInputHint(io, *head));
+  }
+  if (items == 0) ThrowBadInput("empty input");
 }
 
 void RunDecode(const DecodeOptions& options, std::ostream& out) {
@@ -258,14 +264,15 @@ void RunEncode(const std::string& type, const InputOutput& io, bool all, bool je
   const AsnCatalogueEntry& entry = CatalogueEntryOf(type);
   const bool hex = BytesAsHex(io.hex, io.output);
   if (!all && entry.createElement == nullptr) {
-    const std::unique_ptr<AsnType> value(entry.create());
+    const std::unique_ptr<AsnType> prototype(entry.create());
     const std::string text = ReadInput(io.input);
+    std::string bytes;
     try {
-      AsnReadJson(*value, text, FormOf(jer));
+      AsnJsonToBerInto(*prototype, text, FormOf(jer), bytes);
     } catch (CSM_Exception* exception) {
       ThrowJsonRefusal(exception);
     }
-    out << FormatBytes(EncodeBytes(*value), io.hex, io.output);
+    out << FormatBytes(bytes, io.hex, io.output);
     return;
   }
   // Records of a capture (--all) or the elements of a list, one at a time:
@@ -275,7 +282,6 @@ void RunEncode(const std::string& type, const InputOutput& io, bool all, bool je
                            entry.name);
   Spill spill;
   std::string bytes;
-  AsnBuf buf;
   try {
     while (reader.NextEncoded(bytes)) {
       spill.Append(bytes);
@@ -285,11 +291,8 @@ void RunEncode(const std::string& type, const InputOutput& io, bool all, bool je
     ThrowJsonRefusal(exception);
   }
   if (!all) {
-    buf.ClearEncoded();
-    const unsigned long lengthOctets = BEncDefLen(buf, spill.Size());
-    BEncTag(buf, kTagSequence);
-    const std::string_view header(reinterpret_cast<const char*>(buf.EncodedData()), lengthOctets + 1);
-    out << (hex ? EncodeHex(header) : std::string(header));
+    const std::string header = AsnEncodedListHeader(spill.Size());
+    out << (hex ? EncodeHex(header) : header);
   }
   spill.CopyTo(out, hex);
   if (hex) out << '\n';

@@ -1,0 +1,61 @@
+// The JSON reader and writer (`velkor encode`, `decode --json`) in both
+// forms: the first octet picks a catalogue type, the rest is the text. A
+// refusal is a located AsnDecodeError of the type, in the same words when
+// read straight to BER. What is accepted is stable: straight to BER it gives
+// the octets of the value read; written back in either layout it reads to
+// the same octets and text; those octets decode to the same JSON.
+#include <cstdint>
+#include <cstdlib>
+#include <memory>
+#include <string>
+
+#include "fuzz/fuzz_catalogue.h"
+#include "fuzz/fuzz_decode.h"
+#include "tn_platform/asn/asn_json_reader.h"
+#include "tn_platform/asn/asn_json_writer.h"
+
+namespace {
+
+// The refusal's message, or "" when `read` accepts.
+template <class Read>
+std::string Refusal(const AsnCatalogueEntry& type, std::string_view text, Read&& read) {
+  try {
+    read();
+    return "";
+  } catch (CSM_Exception* raw) {
+    const std::unique_ptr<CSM_Exception> error(raw);
+    const auto* located = dynamic_cast<const AsnDecodeError*>(error.get());
+    if (!located || !located->Placed() || located->Offset() > text.size() || located->Path().rfind(type.name, 0) != 0)
+      std::abort();
+    return located->Message();
+  }
+}
+
+void ReadsStably(const AsnCatalogueEntry& type, std::string_view text, AsnJsonForm form) {
+  const std::unique_ptr<AsnType> value(type.create());
+  const std::unique_ptr<const AsnType> prototype(type.create());
+  std::string direct;
+  const std::string refused = Refusal(type, text, [&] { AsnReadJson(*value, text, form); });
+  if (Refusal(type, text, [&] { direct = AsnJsonToBer(*prototype, text, form); }) != refused) std::abort();
+  if (!refused.empty()) return;
+  const std::string ber = AsnEncodeValue(*value);
+  if (direct != ber) std::abort();
+  for (const AsnJsonLayout layout : {AsnJsonLayout::kOneLine, AsnJsonLayout::kIndented}) {
+    const std::string written = AsnToJson(*value, form, layout);
+    const std::unique_ptr<AsnType> again(type.create());
+    AsnReadJson(*again, written, form);  // an exception here escapes: a finding
+    if (AsnEncodeValue(*again) != ber || AsnToJson(*again, form, layout) != written) std::abort();
+  }
+  const std::unique_ptr<AsnType> decoded(type.create());
+  if (!FuzzDecode(*decoded, ber) || AsnToJson(*decoded, form) != AsnToJson(*value, form)) std::abort();
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  if (size == 0) return 0;
+  const std::string_view text(reinterpret_cast<const char*>(data) + 1, size - 1);
+  ReadsStably(FuzzChooseType(data[0]), text, AsnJsonForm::kJer);
+  ReadsStably(FuzzChooseType(data[0]), text, AsnJsonForm::kReadable);
+  return 0;
+}

@@ -1,0 +1,26 @@
+// What the JSON reader knows of a type without a value of it: its kind and,
+// for a record, its member plan with each member's type and measured name;
+// for a list, its element's type and the tag an element carries. Made once
+// per value class on first use (from default values made for the purpose)
+// and kept for the life of the process, so that reading needs no value to
+// find its way and allocates nothing for it. Internal to the runtime.
+#pragma once
+
+#include <string_view>
+#include <vector>
+
+#include "tn_platform/asn/asn_record_plan.h"
+#include "tn_platform/asn/asn_type.h"
+
+struct AsnJsonShape {
+  AsnMemberKind kind = AsnMemberKind::kRecord;
+  const AsnRecordPlan* plan = nullptr;              // a record's
+  std::vector<std::string_view> names;              // a record's member names
+  std::vector<const AsnJsonShape*> members;         // a record's member types
+  const AsnJsonShape* element = nullptr;            // a list's element type
+  AsnTag elementTag = 0;                            // the tag of a list's element
+};
+
+// The shape of the class of `value`. Safe to call from several threads.
+// Throws CSM_Exception* for a value class the runtime does not know.
+const AsnJsonShape& AsnJsonShapeOf(const AsnType& value);
