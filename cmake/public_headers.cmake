@@ -12,11 +12,12 @@ set(TN_PUBLIC_HEADER_ROOTS
   # Conversions, every record, whole-value encoding and decoding, the type
   # catalogue, the exception and the version.
   tn_velkor/ns_velkor.h
-  # Records as JSON, and lists streamed from BER or JSON.
+  # Records as JSON, lists streamed from BER or JSON, and a capture printed.
   tn_platform/asn/asn_json_reader.h
   tn_platform/asn/asn_json_writer.h
   tn_platform/asn/asn_ber_list_reader.h
   tn_platform/asn/asn_json_list_reader.h
+  tn_platform/asn/asn_ber_dump.h
   # A record's members and a value's kind, for code that walks values
   # without knowing their classes.
   tn_platform/asn/asn_member.h
