@@ -1,7 +1,6 @@
 // Character codes shared by the runtime's text readers and writers: the
 // values of hex digits and the length of a valid UTF-8 sequence.
 #pragma once
-#pragma GCC visibility push(default)
 
 #include <cstddef>
 
@@ -57,4 +56,3 @@ inline std::size_t Utf8Length(const char* at, const char* end, unsigned* code) {
 }
 
 }  // namespace asn_text
-#pragma GCC visibility pop
