@@ -15,6 +15,12 @@
 #pragma once
 #pragma GCC visibility push(default)
 
+// Every header of the runtime rests on this one: a consumer compiled below
+// C++17 learns it here, in one line, instead of deep inside a template.
+#if __cplusplus < 201703L
+#error "tn_velkor's headers need C++17 (-std=c++17 or later)"
+#endif
+
 #include <algorithm>
 #include <cstddef>
 #include <cstring>
