@@ -209,12 +209,14 @@ class AsnBuf {
 // values stay right on every way out of a decode, exceptions included.
 class AsnOpenValueGuard {
  public:
+  // Both inlined: every record and list decoded opens one.
   // The value whose tag was read last.
-  AsnOpenValueGuard(AsnBuf& buf, AsnHolder holder, unsigned long length) : m_buf(buf) {
+  [[gnu::always_inline]] AsnOpenValueGuard(AsnBuf& buf, AsnHolder holder, unsigned long length) : m_buf(buf) {
     m_buf.OpenValue(holder, length);
   }
   // The value starting at `start`, `rest` octets of its content ahead.
-  AsnOpenValueGuard(AsnBuf& buf, std::size_t start, AsnHolder holder, unsigned long length, unsigned long rest)
+  [[gnu::always_inline]] AsnOpenValueGuard(AsnBuf& buf, std::size_t start, AsnHolder holder, unsigned long length,
+                                           unsigned long rest)
       : m_buf(buf) {
     m_buf.OpenValueAt(start, holder, length, rest);
   }

@@ -61,7 +61,7 @@ inline AsnTag TagWithForm(AsnTag tag, bool constructed) {
 // The tag a record member travels with: an optional member, registered with
 // context number `number`, as [number] IMPLICIT in the form of its type; a
 // mandatory one as its type's own `universal` tag.
-constexpr AsnTag AsnMemberTag(AsnTag universal, bool optional, short number) {
+[[gnu::always_inline]] constexpr AsnTag AsnMemberTag(AsnTag universal, bool optional, short number) {
   if (!optional) return universal;
   const unsigned form = TagIsConstructed(universal) ? 0x20u : 0u;
   // The one-octet form inline: a line's number is a constant where it is used.

@@ -42,7 +42,7 @@ class CBinary {
   }
   ~CBinary() { Release(); }
 
-  void Assign(const void* data, std::size_t size) {
+  [[gnu::always_inline]] void Assign(const void* data, std::size_t size) {
     if (size > m_capacity) Reserve(size);  // never the case for our own content
     if (size != 0) std::memmove(m_data, data, size);
     m_size = size;

@@ -52,7 +52,8 @@ class MayNullPointer : public MayNullPointerBase {
   T& operator*() const { return *Get(); }
 
   // The held object; when none is held, a default one is created first.
-  T& GetOrCreate() {
+  // Inlined: decoding makes every present optional member here.
+  [[gnu::always_inline]] T& GetOrCreate() {
     if (m_object == nullptr) m_object = new T();
     return *Get();
   }
