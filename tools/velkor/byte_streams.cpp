@@ -113,6 +113,4 @@ void Spill::CopyTo(std::ostream& out, bool hex) {
   if (std::ferror(m_file)) ThrowBadInput(std::string("cannot read a temporary file: ") + std::strerror(errno));
 }
 
-bool BytesAsHex(bool hex, const std::string& path) { return FormatBytes("", hex, path) == "\n"; }
-
 }  // namespace velkor

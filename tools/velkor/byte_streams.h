@@ -44,8 +44,4 @@ class Spill {
   std::size_t m_size = 0;
 };
 
-// True when record bytes for `path` are to be written as hex text (see
-// FormatBytes).
-bool BytesAsHex(bool hex, const std::string& path);
-
 }  // namespace velkor
