@@ -1,26 +1,37 @@
 #!/usr/bin/env python3
-"""Writes each ```cpp block of a Markdown file as a C++ source that compiles
-the block as written: its #include lines at the top, the rest as the body of
-a function. Usage: readme_snippets.py README.md OUTDIR (prints the files)."""
+"""Writes each ```cpp block of README.md and of every docs/*.md beside it as a
+C++ source that compiles the block as written: its #include lines at the top,
+the rest as the body of a function. Usage: readme_snippets.py README.md OUTDIR
+(prints the files written, one per line)."""
+import glob
 import os
 import re
 import sys
 
 
+def snippets(markdown):
+    text = open(markdown, encoding="utf-8").read()
+    return re.findall(r"^```cpp\n(.*?)^```", text, flags=re.S | re.M)
+
+
 def main(readme, outdir):
-    text = open(readme, encoding="utf-8").read()
-    blocks = re.findall(r"^```cpp\n(.*?)^```", text, flags=re.S | re.M)
-    if not blocks:
-        sys.exit("readme_snippets: no C++ snippet in " + readme)
+    pages = [readme] + sorted(glob.glob(os.path.join(os.path.dirname(os.path.abspath(readme)), "docs", "*.md")))
     os.makedirs(outdir, exist_ok=True)
-    for index, block in enumerate(blocks):
-        lines = block.splitlines()
-        includes = [line for line in lines if line.startswith("#include")]
-        body = [line for line in lines if not line.startswith("#include")]
-        path = os.path.join(outdir, "snippet_%d.cpp" % index)
-        with open(path, "w", encoding="utf-8") as out:
-            out.write("\n".join(includes + ["", "void Snippet() {"] + body + ["}", ""]))
-        print(path)
+    written = 0
+    for page in pages:
+        stem = os.path.splitext(os.path.basename(page))[0].replace("-", "_")
+        for index, block in enumerate(snippets(page)):
+            lines = block.splitlines()
+            includes = [line for line in lines if line.startswith("#include")]
+            body = [line for line in lines if not line.startswith("#include")]
+            path = os.path.join(outdir, "snippet_%s_%d.cpp" % (stem, index))
+            with open(path, "w", encoding="utf-8") as out:
+                out.write("// %s, C++ block %d\n" % (os.path.relpath(page, os.path.dirname(os.path.abspath(readme))), index))
+                out.write("\n".join(includes + ["", "void Snippet() {"] + body + ["}", ""]))
+            print(path)
+            written += 1
+    if not written:
+        sys.exit("readme_snippets: no C++ snippet in " + ", ".join(pages))
 
 
 if __name__ == "__main__":
