@@ -40,7 +40,8 @@ def big_capture():
 def ber_tlv(tag, content):
     """One BER value with a definite, minimal length."""
     size, octets = len(content), (len(content).bit_length() + 7) // 8
-    return bytes([tag]) + (bytes([size]) if size < 128 else bytes([0x80 | octets]) + size.to_bytes(octets, "big")) + content
+    length = bytes([size]) if size < 128 else bytes([0x80 | octets]) + size.to_bytes(octets, "big")
+    return bytes([tag]) + length + content
 
 
 def capped(kib):
@@ -141,8 +142,9 @@ def conversions():
         (["fault-report-to-alarm-id", "--hex"],
          Hex("AsnOtherToSvrFaultRptStrc", record("AsnOtherToSvrFaultRptStrc", alarmGroupID=9, faultID=3)), b"3-9\n"),
         (["model-to-port-index"], json.dumps(dict(PORT, level2SubID=-1)), Ber("QAsnPortIndex", Part(PORT))),  # -1: absent
-        (["port-index-to-model", "--hex"], Hex("QAsnPortIndex", PORT),
-         dict(PORT_MODEL, level3SubID=-1, level2SubID=-1, strIndexText="")),
+        (["port-index-to-model", "--hex", "--compact"], Hex("QAsnPortIndex", PORT),  # fields in declaration order
+         b'{"level1ID":"1","level2ID":"2","level3ID":"3","level4ID":"4",'
+         b'"level3SubID":-1,"level2SubID":-1,"strIndexText":""}\n'),
         (["port-states-to-map", "--hex", "--mask", "0x0A"], states, [Part(portIndex=Part(PORT_MODEL), useState=3)]),
         (["virtual-port", "--", "-1"], "", Part(virtual=False)),
     ]
@@ -202,7 +204,8 @@ class Velkor(unittest.TestCase):
         types = [t["name"] for t in json.loads(ok(load + ["types", "--json"]))]
         self.assertGreater(len(types), 10)
         if PROBE:
-            self.assertLessEqual({"CodecProbe", "QProbeLabels", "QProbePart", "QProbePartList", "QProbeRecord"}, set(types))
+            self.assertLessEqual({"CodecProbe", "QProbeLabels", "QProbePart", "QProbePartList", "QProbeRecord"},
+                                 set(types))
         for name in types:  # the skeleton encodes; its bytes go to JSON and back, and to value notation
             with self.subTest(type=name):
                 hex_text = ok(load + ["encode", name, "--hex"], ok(load + ["template", name]))
@@ -255,14 +258,15 @@ class Velkor(unittest.TestCase):
                              (True, column_ber, 0o600))
             Path(readonly).write_bytes(b"old")  # no write permission: refused as a shell would (root too)
             os.chmod(readonly, 0o444)
-            self.assertEqual(run(["encode", "QAsnColumn", "-o", readonly], column)[::2] + (Path(readonly).read_bytes(),),
+            code, _, err = run(["encode", "QAsnColumn", "-o", readonly], column)
+            self.assertEqual((code, err, Path(readonly).read_bytes()),
                              (1, "velkor: encode: cannot write %s: Permission denied\n" % readonly, b"old"))
             os.mkfifo(fifo)
             reader = subprocess.Popen(["cat", fifo], stdout=subprocess.PIPE)
             ok(["encode", "QAsnColumn", "--hex", "-o", fifo], column)
             self.assertEqual((reader.communicate(timeout=60)[0], stat.S_ISFIFO(os.stat(fifo).st_mode)),
                              (b"3003040163\n", True))
-            self.assertEqual(sorted(os.listdir(work)), ["fifo", "link.ber", "ro.ber", "target.ber"])  # no temporary file
+            self.assertEqual(sorted(os.listdir(work)), ["fifo", "link.ber", "ro.ber", "target.ber"])  # no temporary
             self.assertEqual(run(["encode", "QAsnColumn", "-o", os.path.join(work, "no", "x")], column)[0], 1)
             # A list's elements wait in a temporary file in TMPDIR, gone at the end.
             list_json, spill = '[{"name": "a", "value": "b"}]', os.path.join(work, "spill")
@@ -295,7 +299,8 @@ class Velkor(unittest.TestCase):
         ber, jer, back = (os.path.join(WORK, "million" + suffix) for suffix in (".ber", ".jer", "_back.ber"))
         Path(ber).write_bytes(ber_tlv(0x30, b"".join(ber_tlv(0x30, ber_tlv(4, b"attr%07d" % i) + ber_tlv(
             4, b"value-%010d" % i)) for i in range(1000000))))
-        for args in (["decode", "QAsnNVSList", "--jer", ber, "-o", jer], ["encode", "QAsnNVSList", "--jer", jer, "-o", back]):
+        for args in (["decode", "QAsnNVSList", "--jer", ber, "-o", jer],
+                     ["encode", "QAsnNVSList", "--jer", jer, "-o", back]):
             result = subprocess.run(prefix + args, capture_output=True, timeout=300)
             self.assertEqual((result.returncode, result.stderr), (0, b""), args)
         self.assertEqual(Path(back).read_bytes(), Path(ber).read_bytes())
