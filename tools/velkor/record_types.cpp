@@ -126,13 +126,13 @@ Json DescribeTypesJson(std::string_view only) {
   Json types = Json::array();
   for (const AsnCatalogueEntry& entry : SelectedEntries(only)) {
     Json type = {{"name", entry.name}, {"module", entry.module}};
-    const std::unique_ptr<AsnType> value(entry.create());
-    if (dynamic_cast<const AsnListBase*>(value.get()) != nullptr) {
+    if (entry.createElement != nullptr) {
       type["kind"] = "list";
       type["element"] = entry.elementName;
     } else {
       type["kind"] = "record";
       type["members"] = Json::array();
+      const std::unique_ptr<AsnType> value(entry.create());
       if (const auto* record = dynamic_cast<const AsnSequence*>(value.get())) {
         for (const AsnMemberStep& step : record->Plan().members) {
           type["members"].push_back({{"name", step.name},
