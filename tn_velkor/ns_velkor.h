@@ -59,6 +59,14 @@ void Convert2MapKeyValue(const qcommon::QAsnNVSList& list, std::map<std::string,
 struct TERetInfo {
   std::string strObjName;  // the object's name, or empty
   unsigned long ulRetCode = 0;
+
+  // The fields in declaration order, for code that walks them (JSON): calls
+  // visit(name, member pointer) for each.
+  template <class Visitor>
+  static void DescribeFields(Visitor&& visit) {
+    visit("strObjName", &TERetInfo::strObjName);
+    visit("ulRetCode", &TERetInfo::ulRetCode);
+  }
 };
 
 // Writes `code` into `record` (nothing when it is null): retCode becomes the

@@ -10,7 +10,6 @@ MODULE_LIBRARY: the test interface module (tests/qprobe), loaded with --module.
 import atexit
 import base64
 import collections
-import itertools
 import json
 import os
 import shutil
@@ -34,17 +33,22 @@ def big_capture():
     """A capture of QAsnColumn records larger than 64 MiB, made once."""
     path = os.path.join(WORK, "big.ber")
     if not os.path.exists(path):
-        column = b"\x04\x83" + (65000).to_bytes(3, "big") + b"x" * 65000
-        Path(path).write_bytes((b"\x30\x83" + len(column).to_bytes(3, "big") + column) * 1040)
+        Path(path).write_bytes(ber_tlv(0x30, ber_tlv(4, b"x" * 65000)) * 1040)
     return path
 
 
 def ber_tlv(tag, content):
     """One BER value with a definite, minimal length."""
-    size = len(content)
-    length = bytes([size]) if size < 128 else bytes([0x80 | ((size.bit_length() + 7) // 8)]) + size.to_bytes(
-        (size.bit_length() + 7) // 8, "big")
+    size, octets = len(content), (len(content).bit_length() + 7) // 8
+    length = bytes([size]) if size < 128 else bytes([0x80 | octets]) + size.to_bytes(octets, "big")
     return bytes([tag]) + length + content
+
+
+def capped(kib):
+    """The command prefix that runs the tool with `kib` KiB of address space (skips under the sanitizers)."""
+    if b"__asan_init" in Path(VELKOR).read_bytes():
+        raise unittest.SkipTest("the sanitizers reserve more address space than the cap")
+    return ["bash", "-c", 'ulimit -v %d && exec "$0" "$@"' % kib, VELKOR]
 
 
 def run(args, stdin=b"", env=None):
@@ -62,7 +66,6 @@ def ok(args, stdin=b""):
 
 
 Hex = collections.namedtuple("Hex", "type value")  # input: a record given as JSON, encoded to hex
-Piped = collections.namedtuple("Piped", "args input")  # input: what `velkor convert ARGS` makes of another input
 Ber = collections.namedtuple("Ber", "type value")  # output: a record, compared as JSON after decoding it
 
 
@@ -70,46 +73,17 @@ class Part(dict):
     """The members a JSON object must have (others may follow)."""
 
 
-class Ordered(dict):
-    """A JSON object whose members must come in this order."""
-
-
 def stdin_of(cell):
-    if isinstance(cell, Hex):
-        return ok(["encode", cell.type, "--hex"], json.dumps(cell.value))
-    return ok(["convert"] + cell.args, stdin_of(cell.input)) if isinstance(cell, Piped) else cell
+    return ok(["encode", cell.type, "--hex"], json.dumps(cell.value)) if isinstance(cell, Hex) else cell
 
 
 def matches(actual, expected):
     if isinstance(expected, dict):
         keys_match = set(expected) <= set(actual) if isinstance(expected, Part) else set(expected) == set(actual)
-        in_order = not isinstance(expected, Ordered) or list(actual) == list(expected)
-        return keys_match and in_order and all(matches(actual[k], v) for k, v in expected.items())
+        return keys_match and all(matches(actual[k], v) for k, v in expected.items())
     if isinstance(expected, list):
         return len(actual) == len(expected) and all(map(matches, actual, expected))
     return actual == expected and isinstance(actual, bool) == isinstance(expected, bool)
-
-
-def sample_maker(types):
-    """Deterministic sample values of the catalogue's types, as `types --json` describes them."""
-    described = {t["name"]: t for t in types}
-    counter = itertools.count(1)
-
-    def value(type_name, with_optional):
-        type_name = type_name.split("::")[-1]
-        n = next(counter)
-        if type_name == "AsnOcts":  # plain text, UTF-8 text and octets that are no text, in turn
-            return ["text %d" % n, "grüße %d" % n, {"hex": "00ff%02x" % (n % 256)}][n % 3]
-        if type_name in ("AsnTinyInt", "AsnInt"):
-            small = [-5, 300, 70000, -2147483648, 2147483647][n % 5]
-            return str(small * 1000003 if n % 2 else small) if type_name == "AsnInt" else small  # 64-bit: a string
-        if type_name == "AsnBool":
-            return n % 2 == 0
-        if described[type_name]["kind"] == "list":
-            return [value(described[type_name]["element"], with_optional) for _ in range(2)]
-        return {m["name"]: value(m["type"], with_optional) for m in described[type_name]["members"]
-                if with_optional or not m["optional"]}
-    return value
 
 
 PORT = {"level1ID": 1, "level2ID": 2, "level3ID": 3, "level4ID": 4}
@@ -142,19 +116,18 @@ def conversions():
     return [
         (["fiber-to-cable", "--hex"], Hex("QAsnFiberInfo", fiber()),
          Part(doubleValue=2.5, reserve=7, fiberText5="F-5", aEnd=Part(level1ID="1001"))),
-        (["cable-to-fiber"], Piped(["fiber-to-cable", "--hex"], Hex("QAsnFiberInfo", fiber())),
-         Ber("QAsnFiberInfo", Part(fiberText5="F-5", doubleValue="2.500000"))),
+        (["cable-to-fiber"], json.dumps({"fiberText5": "F-5", "doubleValue": 2.5, "aEnd": {"level1ID": "1001"}}),
+         Ber("QAsnFiberInfo", Part(fiberText5="F-5", doubleValue="2.500000", aEndPort=Part(level1ID=1001)))),
         (["mask-to-template", "0x804", "--hex"], "", TEMPLATE.encode() + b"\n"),
         (["mask-to-template", "02052", "--hex"], "", TEMPLATE.encode() + b"\n"),  # a leading 0 is no octal
         (["template-to-mask", "--hex"], TEMPLATE, {"templateType": str(0x804)}),
         (["links-to-models", "--hex"], Hex("QAsnLinkInfoList", [link, dict(link, attrList=[])]),
          [Part(buildTime="1500000000", srcNeName="Berlin", srcPortIndex=Part(nodeID="1001")), Part(srcNeName="")]),
-        (["link-to-model", "--hex"], Hex("QAsnLinkInfo", link), Part(strText4="t4", srcNeName="Berlin")),
         (["resid-to-link-port", "--hex", "--moc", "NE", "--accept-node"],
          Hex("QAsnUniResID", {"strFDN": "NE=1001", "strMOC": "NE", "neID": 0}), Part(filled=True)),
-        (["errinfo-list-to-map", "--hex"], Hex("QAsnErrInfoList", [  # keys in numeric order
+        (["errinfo-list-to-map", "--hex"], Hex("QAsnErrInfoList", [
             {"objID": [5], "errCode": 2, "objName": "ab"}, {"objID": [5], "errCode": 3}, {"objID": [7], "errCode": 4}]),
-         {"result": "2", "map": Ordered([("5", ret(2, "ab")), ("7", ret(4)), ("1000000", ret(3))])}),
+         {"result": "2", "map": {"5": ret(2, "ab"), "7": ret(4), "1000000": ret(3)}}),
         (["errinfo-return-to-map", "--hex", "--map", OBJECTS, "--fill-all"], Hex("QAsnErrInfoReturn", {"retCode": 5}),
          {"result": "5", "map": {"1": ret(5), "2": ret(5)}}),
         (["ignore-codes", "--code", "8", "--ignore", "7"], json.dumps({"1": ret(0), "2": ret(7), "3": ret(8)}),
@@ -169,20 +142,17 @@ def conversions():
         (["fault-report-to-alarm-id", "--hex"],
          Hex("AsnOtherToSvrFaultRptStrc", record("AsnOtherToSvrFaultRptStrc", alarmGroupID=9, faultID=3)), b"3-9\n"),
         (["model-to-port-index"], json.dumps(dict(PORT, level2SubID=-1)), Ber("QAsnPortIndex", Part(PORT))),  # -1: absent
-        (["port-index-to-model", "--hex"], Hex("QAsnPortIndex", PORT),
-         dict(PORT_MODEL, level3SubID=-1, level2SubID=-1, strIndexText="")),
+        (["port-index-to-model", "--hex", "--compact"], Hex("QAsnPortIndex", PORT),  # fields in declaration order
+         b'{"level1ID":"1","level2ID":"2","level3ID":"3","level4ID":"4",'
+         b'"level3SubID":-1,"level2SubID":-1,"strIndexText":""}\n'),
         (["port-states-to-map", "--hex", "--mask", "0x0A"], states, [Part(portIndex=Part(PORT_MODEL), useState=3)]),
         (["virtual-port", "--", "-1"], "", Part(virtual=False)),
-        (["virtual-port", "0x109C41"], "", Part(virtual=True)),
     ]
 
 BAD_INPUT = [  # (arguments, input, the one stderr line's start after "velkor: ", a part of it): exit 1
     (["decode", "QAsnPortIndex", "--hex"], "300", "decode: ", "odd number"),
     (["decode", "QAsnPortIndex", "/nonexistent/file"], "", "decode: ", "/nonexistent/file"),
     (["decode", "QAsnPortIndex", "/"], "", "decode: ", "cannot read /: it is a directory"),
-    (["encode", "QAsnPortIndex"], '{"level1ID": 1}', "encode: ", "QAsnPortIndex.level2ID"),
-    (["encode", "QAsnErrInfo"], '{"objID": [99999999999], "errCode": 1}', "encode: ", "QAsnErrInfo.objID[0]"),
-    (["encode", "QAsnColumn"], '{"strCondition": {"hex": "abc"}}', "encode: ", "strCondition"),
     (["convert", "cable-to-fiber"], '{"aEnd": {"level9ID": 1}}', "convert cable-to-fiber: ", "cable.aEnd"),
 ] + [(["dump", "--hex"], hex_text, "dump: ", message) for hex_text, message in [  # where the bytes break
     ("30 03 02 02 05 00", "length 2 runs past its enclosing value (1 octet left) at offset 2"),
@@ -199,17 +169,14 @@ BAD_INPUT = [  # (arguments, input, the one stderr line's start after "velkor: "
     (["decode", "QAsnPortIndex", "--hex"], bytes.fromhex(PORT_HEX), "decode: ", "octet 0x0C at line 1, column 2"),
     (["decode", "QAsnPortIndex", "--hex"], "30 0g", "decode: ", "'g' at line 1, column 5"),
     (["decode", "QAsnPortIndex", "--base64"], "MAw*", "decode: ", "'*' at line 1, column 4"),
-    (["encode", "QAsnColumn"], b'{"strCondition": "c"}\0garbage', "encode: ", "QAsnColumn: content after the value at offset 21"),
     (["convert", "alarm-compose"], b'{"sFaultID": 1}\0garbage', "convert alarm-compose: ", "NUL octet"),
-    (["encode", "QAsnPortIndex"], "{} {}", "encode: ", "QAsnPortIndex.level1ID: missing (a mandatory member) at offset 0"),
     (["encode", "QAsnColumn", "--all"], '{"strCondition": "c"}\n{', "encode: ", "QAsnColumn[1]: the text ends inside the value at offset 23"),
     (["encode", "QAsnColumn", "--jer"], '{"strCondition": "NE=1"}', "encode: ", "QAsnColumn.strCondition: 'N' is not a hex digit at offset 18"),
-    (["encode", "QAsnColumn", "--jer"], '{"strCondition": "abc"}', "encode: ", "QAsnColumn.strCondition: odd number of hex digits at offset 17"),
-    (["encode", "QAsnColumn", "--jer"], '{"strCondition": null}', "encode: ", "QAsnColumn.strCondition: null is no value in JER"),
     (["encode", "QAsnNVSList", "--jer"], '[{"name": "", "value": ""}, {"name": ""}]', "encode: ", "QAsnNVSList[1].value: missing (a mandatory member) at offset 28")]
 USAGE_MISTAKES = [  # (arguments, the one stderr line's start after "velkor: ", a part of it): exit 2
     (["decode", "QAsnColumn", "--lines"], "decode: ", "--lines needs a list type"),
     ([], "", "a command is required"), (["--bogus"], "", 'unexpected argument "--bogus"'),
+    (["--module", "/nonexistent/module.so", "types"], "", "cannot load module /nonexistent/module.so"),
     (["dumpp"], "", 'unknown command "dumpp" (did you mean "dump"?)'),
     (["decode"], "decode: ", "missing TYPE"),
     (["decode", "QAsnPortIdx"], "decode: ", 'TYPE: unknown record type "QAsnPortIdx" (did you mean "QAsnPortIndex"?)'),
@@ -226,7 +193,6 @@ USAGE_MISTAKES = [  # (arguments, the one stderr line's start after "velkor: ", 
     (["convert", "single-return", str(2**64)], "convert single-return: ", 'CODE: "18446744073709551616" is out of'),
     (["convert", "virtual-port", str(2**31)], "convert virtual-port: ", "out of range (-2147483648 to 2147483647)"),
     (["convert", "ignore-codes"], "convert ignore-codes: ", '--code is required when the input has no "result"'),
-    (["convert", "ignore-codes", "--code", "0x"], "convert ignore-codes: ", '--code: "0x" is not a number'),
     (["convert", "ignore-codes", "--ignore", "1,2,3,4"], "convert ignore-codes: ", "--ignore: at most 3 values"),
     (["convert", "ignore-codes", "--code", "1", "--code", "2"], "convert ignore-codes: ", "given more than once"),
     (["convert", "port-states-to-map", "--mask", "70000"], "convert port-states-to-map: ",
@@ -234,19 +200,20 @@ USAGE_MISTAKES = [  # (arguments, the one stderr line's start after "velkor: ", 
 
 
 class Velkor(unittest.TestCase):
-    def test_every_type_decodes_what_it_encodes(self):
-        types = json.loads(ok(["types", "--json"]))
+    def test_every_type_from_its_template(self):
+        load = ["--module", PROBE] if PROBE else []  # with the test module's types, loaded with --module
+        types = [t["name"] for t in json.loads(ok(load + ["types", "--json"]))]
         self.assertGreater(len(types), 10)
-        value = sample_maker(types)
-        for described, with_optional in itertools.product(types, (True, False)):
-            with self.subTest(type=described["name"], optional=with_optional):
-                sample = value(described["name"], with_optional)
-                hex_text = stdin_of(Hex(described["name"], sample))
-                self.assertEqual(json.loads(ok(["decode", described["name"], "--hex", "--json"], hex_text)), sample)
-                ok(["decode", described["name"], "--hex"], hex_text)  # value notation
-                ok(["encode", described["name"]], ok(["template", described["name"]]))  # the skeleton encodes
+        if PROBE:
+            self.assertLessEqual({"CodecProbe", "QProbeLabels", "QProbePart", "QProbePartList", "QProbeRecord"},
+                                 set(types))
+        for name in types:  # the skeleton encodes; its bytes go to JSON and back, and to value notation
+            with self.subTest(type=name):
+                hex_text = ok(load + ["encode", name, "--hex"], ok(load + ["template", name]))
+                decoded = ok(load + ["decode", name, "--hex", "--json"], hex_text)
+                self.assertEqual(ok(load + ["encode", name, "--hex"], decoded), hex_text)
+                ok(load + ["decode", name, "--hex"], hex_text)
         long_form = "3089000000000000000003040141"  # nine length octets, eight of them leading zeros
-        self.assertEqual(json.loads(ok(["decode", "QAsnColumn", "--hex", "--json"], long_form)), {"strCondition": "A"})
         self.assertIn(b"(SEQUENCE), length 3\n", ok(["dump", "--hex"], long_form))
         self.assertEqual(ok(["dump", "--hex"], "0450" + "61" * 80 + "0241" + "ff" * 65),  # long content is cut
                          b'     0   2  [UNIVERSAL 4] primitive (OCTET STRING), length 80: "' + b"a" * 64 + b'"...\n'
@@ -283,7 +250,7 @@ class Velkor(unittest.TestCase):
     def test_output_files(self):
         column, column_ber = '{"strCondition": "c"}', bytes.fromhex("3003040163")
         with tempfile.TemporaryDirectory() as work:
-            target, link, fifo = (os.path.join(work, name) for name in ("target.ber", "link.ber", "fifo"))
+            target, link, fifo, readonly = (os.path.join(work, n) for n in ("target.ber", "link.ber", "fifo", "ro.ber"))
             self.assertEqual((run(["encode", "QAsnColumn", "-o", target], "{")[0], os.listdir(work)), (1, []))
             Path(target).write_bytes(b"old")
             os.chmod(target, 0o600)
@@ -293,13 +260,28 @@ class Velkor(unittest.TestCase):
             ok(["encode", "QAsnColumn", "-o", link], column)  # through the link, keeping it and the mode
             self.assertEqual((os.path.islink(link), Path(target).read_bytes(), os.stat(target).st_mode & 0o777),
                              (True, column_ber, 0o600))
+            Path(readonly).write_bytes(b"old")  # no write permission: refused as a shell would (root too)
+            os.chmod(readonly, 0o444)
+            code, _, err = run(["encode", "QAsnColumn", "-o", readonly], column)
+            self.assertEqual((code, err, Path(readonly).read_bytes()),
+                             (1, "velkor: encode: cannot write %s: Permission denied\n" % readonly, b"old"))
             os.mkfifo(fifo)
             reader = subprocess.Popen(["cat", fifo], stdout=subprocess.PIPE)
             ok(["encode", "QAsnColumn", "--hex", "-o", fifo], column)
             self.assertEqual((reader.communicate(timeout=60)[0], stat.S_ISFIFO(os.stat(fifo).st_mode)),
                              (b"3003040163\n", True))
-            self.assertEqual(sorted(os.listdir(work)), ["fifo", "link.ber", "target.ber"])  # no temporary file
+            self.assertEqual(sorted(os.listdir(work)), ["fifo", "link.ber", "ro.ber", "target.ber"])  # no temporary
             self.assertEqual(run(["encode", "QAsnColumn", "-o", os.path.join(work, "no", "x")], column)[0], 1)
+            # A list's elements wait in a temporary file in TMPDIR, gone at the end.
+            list_json, spill = '[{"name": "a", "value": "b"}]', os.path.join(work, "spill")
+            os.mkdir(spill)
+            self.assertEqual(run(["encode", "QAsnNVSList", "--hex"], list_json, dict(os.environ, TMPDIR=spill))[:2]
+                             + (os.listdir(spill),), (0, b"30083006040161040162\n", []))
+            missing = os.path.join(work, "missing")
+            self.assertEqual(run(["encode", "QAsnNVSList", "-o", target], list_json, dict(os.environ, TMPDIR=missing)),
+                             (1, b"", "velkor: encode: cannot make a temporary file in %s: No such file or directory\n"
+                              % missing))
+            self.assertEqual(Path(target).read_bytes(), column_ber)
         ok(["encode", "QAsnColumn", "-o", "/dev/null"], column)
         self.assertTrue(stat.S_ISCHR(os.stat("/dev/null").st_mode))
 
@@ -317,27 +299,20 @@ class Velkor(unittest.TestCase):
                 self.assertEqual((os.listdir(work), Path(target).read_bytes()), (["out.txt"], b"old"))
 
     def test_a_million_element_list_streams_in_64_mib(self):
-        if b"__asan_init" in Path(VELKOR).read_bytes():
-            self.skipTest("the sanitizers reserve more address space than the cap")
-        elements = b"".join(ber_tlv(0x30, ber_tlv(4, b"attr%07d" % i) + ber_tlv(4, b"value-%010d" % i))
-                            for i in range(1000000))
-        ber = os.path.join(WORK, "million.ber")
-        Path(ber).write_bytes(ber_tlv(0x30, elements))
-        del elements
-        capped = ["bash", "-c", 'ulimit -v %d && exec "$0" "$@"' % (64 * 1024), VELKOR]  # 64 MiB of address space
-        jer, back = os.path.join(WORK, "million.jer"), os.path.join(WORK, "million_back.ber")
+        prefix = capped(64 * 1024)
+        ber, jer, back = (os.path.join(WORK, "million" + suffix) for suffix in (".ber", ".jer", "_back.ber"))
+        Path(ber).write_bytes(ber_tlv(0x30, b"".join(ber_tlv(0x30, ber_tlv(4, b"attr%07d" % i) + ber_tlv(
+            4, b"value-%010d" % i)) for i in range(1000000))))
         for args in (["decode", "QAsnNVSList", "--jer", ber, "-o", jer],
                      ["encode", "QAsnNVSList", "--jer", jer, "-o", back]):
-            with self.subTest(args=args):
-                result = subprocess.run(capped + args, capture_output=True, timeout=300)
-                self.assertEqual((result.returncode, result.stderr), (0, b""))
+            result = subprocess.run(prefix + args, capture_output=True, timeout=300)
+            self.assertEqual((result.returncode, result.stderr), (0, b""), args)
         self.assertEqual(Path(back).read_bytes(), Path(ber).read_bytes())
         start = b'[\n  {\n    "name": "6174747230303030303030",\n    "value": "76616c75652d30303030303030303030"\n'
-        with open(jer, "rb") as text:
-            self.assertEqual(text.read(len(start)), start)
+        self.assertEqual(Path(jer).read_bytes()[:len(start)], start)
         # One refused element, the very last: nothing is written.
         Path(jer).write_bytes(Path(jer).read_bytes()[:-3] + b',\n  {"name": "0"}\n]\n')
-        result = subprocess.run(capped + ["encode", "QAsnNVSList", "--jer", jer, "-o", back + ".new"],
+        result = subprocess.run(prefix + ["encode", "QAsnNVSList", "--jer", jer, "-o", back + ".new"],
                                 capture_output=True, timeout=300)
         self.assertEqual(result.returncode, 1)
         self.assertIn(b"QAsnNVSList[1000000].name: odd number of hex digits", result.stderr)
@@ -346,18 +321,14 @@ class Velkor(unittest.TestCase):
         self.assertEqual((result.returncode, result.stdout), (1, b""))
 
     def test_big_capture_streams_in_bounded_memory(self):
-        if b"__asan_init" in Path(VELKOR).read_bytes():
-            self.skipTest("the sanitizers reserve more address space than the cap")
         capture = big_capture()
         size = os.path.getsize(capture)
-        one_record = os.path.join(WORK, "one_record.ber")  # the capture as the content of a single record
-        Path(one_record).write_bytes(b"\x30\x84" + size.to_bytes(4, "big") + Path(capture).read_bytes())
-        capped = ["bash", "-c", 'ulimit -v %d && exec "$0" "$@"' % ((size >> 10) + 64 * 1024), VELKOR]  # input + 64 MiB
+        prefix = capped((size >> 10) + 64 * 1024)  # input + 64 MiB
         for args in (["decode", "QAsnColumn", "--all", capture], ["decode", "QAsnColumn", "--all", "--json", capture]):
-            with self.subTest(args=args):
-                with subprocess.Popen(capped + args, stdout=subprocess.PIPE, stderr=subprocess.PIPE) as process:
-                    lines = sum(1 for _ in process.stdout)
-                    self.assertEqual((process.wait(timeout=300), process.stderr.read()), (0, b""))
+            with self.subTest(args=args), subprocess.Popen(prefix + args, stdout=subprocess.PIPE,
+                                                           stderr=subprocess.PIPE) as process:
+                lines = sum(1 for _ in process.stdout)
+                self.assertEqual((process.wait(timeout=300), process.stderr.read()), (0, b""))
                 self.assertGreater(lines, 1)
 
     def test_dump_streams_in_64_mib(self):
@@ -375,14 +346,14 @@ class Velkor(unittest.TestCase):
         one_record = os.path.join(WORK, "one_record.ber")  # a capture as the content of a single record
         Path(one_record).write_bytes(b"\x30\x84" + os.path.getsize(capture).to_bytes(4, "big") +
                                      Path(capture).read_bytes())
-        capped = ["bash", "-c", 'ulimit -v %d && exec "$0" "$@"' % (64 * 1024), VELKOR]  # 64 MiB of address space
+        prefix = capped(64 * 1024)  # 64 MiB of address space
         for args, lines in ((["dump", big_list], 3 * count + 1), (["dump", capture], 2 * 1040),
                             (["dump", one_record], 2 * 1040 + 1)):
             with self.subTest(args=args):
-                with subprocess.Popen(capped + args, stdout=subprocess.PIPE, stderr=subprocess.PIPE) as process:
+                with subprocess.Popen(prefix + args, stdout=subprocess.PIPE, stderr=subprocess.PIPE) as process:
                     counted = sum(1 for _ in process.stdout)
                     self.assertEqual((process.wait(timeout=300), process.stderr.read(), counted), (0, b"", lines))
-        process = subprocess.Popen(capped + ["dump", capture], stdout=subprocess.PIPE)
+        process = subprocess.Popen(prefix + ["dump", capture], stdout=subprocess.PIPE)
         first = process.stdout.readline()  # as `velkor dump | head -1`
         process.stdout.close()
         self.assertEqual((first, process.wait(timeout=120)),
@@ -394,20 +365,20 @@ class Velkor(unittest.TestCase):
 
         def dump(line):  # one line per 16 octets, as the dump tools write them
             return "".join(line(at, octets[at:at + 16]) for at in range(0, len(octets), 16))
-        forms = [" ".join(pairs), ":".join(pairs), ", ".join(pairs), " ".join("0x" + p for p in pairs),
-                 ",".join("0x%x" % octet for octet in octets), PORT_HEX.upper(), "\r\n".join(pairs),
-                 dump(lambda at, row: "%08x: %s  %s\n" % (at, row.hex(" ", -2), row.decode("latin-1"))),  # xxd
-                 dump(lambda at, row: "%07o %s\n" % (at, row.hex(" "))) + "%07o\n" % len(octets),  # od -t x1
-                 dump(lambda at, row: "%08x  %s  |%s|\n" % (at, row.hex(" "), row.decode("latin-1")))]  # hexdump -C
         encoded = base64.b64encode(octets).decode()
+        forms = [("--hex", text) for text in (
+            " ".join(pairs), ":".join(pairs), ", ".join(pairs), " ".join("0x" + p for p in pairs),
+            ",".join("0x%x" % octet for octet in octets), PORT_HEX.upper(), "\r\n".join(pairs),
+            dump(lambda at, row: "%08x: %s  %s\n" % (at, row.hex(" ", -2), row.decode("latin-1"))),  # xxd
+            dump(lambda at, row: "%07o %s\n" % (at, row.hex(" "))) + "%07o\n" % len(octets),  # od -t x1
+            dump(lambda at, row: "%08x  %s  |%s|\n" % (at, row.hex(" "), row.decode("latin-1"))))]  # hexdump -C
         forms += [("--base64", text) for text in (encoded, encoded.rstrip("="),
                                                   "-----BEGIN X-----\n%s\n-----END X-----\n" % encoded)]
-        for form in forms:
-            flag, text = form if isinstance(form, tuple) else ("--hex", form)
+        for flag, text in forms:
             with self.subTest(text=text):
                 self.assertEqual(json.loads(ok(["decode", "QAsnPortIndex", flag, "--json"], text)), PORT)
 
-    def test_json_lines_round_trip_and_keep_going(self):
+    def test_json_lines_64_bit_integers_and_keep_going(self):
         records = [{"strFDN": "NE=%d" % n, "strMOC": "NE", "neID": n} for n in range(3)]
         lines = "".join(json.dumps(r, separators=(",", ":")) + "\n" for r in records)
         path = os.path.join(WORK, "ids.ber")
@@ -422,52 +393,32 @@ class Velkor(unittest.TestCase):
         self.assertIn("1 of 3 records could not be decoded", err)
         self.assertEqual([json.loads(line) for line in ok(["types", "--compact"]).splitlines()],
                          json.loads(ok(["types", "--json"])))
-        self.assertEqual(ok(["template", "QAsnPortIndex", "--compact"]).count(b"\n"), 1)
-
-    def test_64_bit_integers_are_strings_and_survive_jq(self):
-        big = 2**53 + 1  # a double would round it to 2**53
+        big = 2**53 + 1  # 64-bit integers are strings: a double (jq) would round this one to 2**53
         record = ok(["encode", "AsnSingleReturn"], json.dumps({"success": True, "retCode": big}))
-        self.assertEqual(ok(["encode", "AsnSingleReturn"], json.dumps({"success": True, "retCode": str(big)})), record)
         written = ok(["decode", "AsnSingleReturn", "--compact"], record)
         self.assertEqual(json.loads(written)["retCode"], str(big))
-        if shutil.which("jq") is None:
-            self.skipTest("jq is not installed")
-        through_jq = subprocess.run(["jq", "-c", "."], input=written, capture_output=True, check=True).stdout
-        self.assertEqual(ok(["encode", "AsnSingleReturn"], through_jq), record)
+        if shutil.which("jq"):
+            through_jq = subprocess.run(["jq", "-c", "."], input=written, capture_output=True, check=True).stdout
+            self.assertEqual(ok(["encode", "AsnSingleReturn"], through_jq), record)
 
     def test_errors_name_the_item_the_dump_shows(self):
         cut = bytes.fromhex(PORT_HEX * 2)[:-3]  # a cut capture: every item before the cut is shown
         code, out, err = run(["dump"], cut)
         self.assertEqual((code, out.decode().count("INTEGER"), err.count("\n")), (1, 7, 1), err)
         self.assertIn("input ends 3 octets short of the value at offset %d" % len(cut), err)
-        # (decode arguments, input, the message: path, what, offset of the item at fault as dump shows it)
+        # (decode arguments, input, the message: path, what, offset of the item at fault as dump shows it): the
+        # tool's own paths (a list streamed, records of a capture, a value with octets after it)
         for args, hex_text, message, offset in [
                 (["QAsnTinyIntList"], "300402010502", "QAsnTinyIntList[1]: element runs past the end of its list "
                  "(content length 4)", 5),
                 (["QAsnTinyIntList"], "30030201", "QAsnTinyIntList[0]: input ends 1 octet short of the value", 4),
-                (["QAsnTinyIntList"], "30050000020105", "QAsnTinyIntList[0]: wrong tag [UNIVERSAL 0] primitive "
-                 "(end-of-contents), expected [UNIVERSAL 2] primitive (INTEGER)", 2),
-                (["QAsnColumn"], "30050401410402", "QAsnColumn: member strCondition out of order or repeated", 5),
-                (["QAsnErrInfoReturn"], "301d020100a01830083003020107020101300c300702010802020005020102",
-                 "QAsnErrInfoReturn.errInfoList[1].objID[1]: INTEGER content is not minimal", 24),
-                (["QAsnPortIndex"], "300d02010102010202010302020004", "QAsnPortIndex.level4ID: INTEGER content is not minimal", 11),
-                (["QAsnPortIndex"], "300c02010102010202010302010400", "QAsnPortIndex: 1 octet left over after the value", 14),
-                (["QAsnPortIndex"], "300c04010102010202010302010400", "QAsnPortIndex.level1ID: wrong tag [UNIVERSAL 4] "
-                 "primitive (OCTET STRING), expected [UNIVERSAL 2] primitive (INTEGER)", 2),
-                (["QAsnUniResID"], PORT_HEX, "QAsnUniResID.strFDN: wrong tag [UNIVERSAL 2] primitive (INTEGER), "
-                 "expected [UNIVERSAL 4] primitive (OCTET STRING)", 2),
-                (["QAsnPortIndex", "--all"], PORT_HEX + "300c0201010201020201030202",
-                 "record 2: QAsnPortIndex.level4ID: length 2 runs past the end of the record (1 octet left in it)", 25),
-                (["QAsnPortIndex", "--all"], PORT_HEX + "300c02010102010202010302",
-                 "record 2: QAsnPortIndex.level4ID: input ends in the length", 26),
-                (["QAsnPortIndex", "--all"], PORT_HEX * 2 + "300d02010102010202010302020004",
-                 "record 3: QAsnPortIndex.level4ID: INTEGER content is not minimal", 39),
-                (["QAsnUniResID"], "3008040004001f020100",
-                 "QAsnUniResID: high tag number form used for tag number 2 (below 31)", 6),
                 (["QAsnNVSList"], "3100", "QAsnNVSList: wrong tag [UNIVERSAL 17] constructed (SET), "
                  "expected [UNIVERSAL 16] constructed (SEQUENCE)", 0),
-                (["QAsnNVSList"], "300a30040400040030020400", "QAsnNVSList[1]: mandatory member value missing", 8),
-                (["QAsnErrInfoList"], "300c30083003020107020101", "QAsnErrInfoList: input ends 2 octets short of the value", 12)]:
+                (["QAsnPortIndex"], "300c02010102010202010302010400", "QAsnPortIndex: 1 octet left over after the value", 14),
+                (["QAsnPortIndex", "--all"], PORT_HEX + "300c0201010201020201030202",
+                 "record 2: QAsnPortIndex.level4ID: length 2 runs past the end of the record (1 octet left in it)", 25),
+                (["QAsnPortIndex", "--all"], PORT_HEX * 2 + "300d02010102010202010302020004",
+                 "record 3: QAsnPortIndex.level4ID: INTEGER content is not minimal", 39)]:
             with self.subTest(hex=hex_text):
                 code, _, err = run(["decode"] + args + ["--hex"], hex_text)
                 self.assertEqual((code, err), (1, "velkor: decode: %s at offset %d\n" % (message, offset)))
@@ -478,39 +429,18 @@ class Velkor(unittest.TestCase):
                 self.assertTrue(("\n%6d " % offset) in "\n" + out.decode() or
                                 err.rstrip().endswith("at offset %d" % offset), (out, err))
 
-    def test_help_man_page_and_completion(self):
-        decode_help = ok(["decode", "--help"]).decode()
-        for form in ("colons", "0x before each octet", "xxd", "Base64", "--compact", "JSON Lines", "--keep-going"):
-            self.assertIn(form, decode_help)
+    def test_man_page_and_completion(self):
         prefix = os.path.dirname(os.path.dirname(VELKOR))
         man = Path(prefix, "share", "man", "man1", "velkor.1").read_text()
-        for command in ("types", "dump", "decode", "encode", "template", "demo", "convert fiber\\-to\\-cable"):
-            self.assertIn('.SS "velkor ' + command, man)
-        self.assertIn("\\-\\-keep\\-going", man)
+        for text in ('.SS "velkor decode', '.SS "velkor convert fiber\\-to\\-cable', "\\-\\-keep\\-going"):
+            self.assertIn(text, man)  # commands, subcommands and their options
         completion = os.path.join(prefix, "share", "bash-completion", "completions", "velkor")
-        for words, expected in [("velkor de", "decode demo"), ("velkor decode QAsnPortI", "QAsnPortIndex"),
-                                ("velkor convert fiber-to-c", "fiber-to-cable"), ("velkor dump --he", "--help --hex")]:
+        for words, expected in [("velkor de", "decode demo"), ("velkor decode QAsnPortI", "QAsnPortIndex")]:
             script = 'source %s; COMP_WORDS=(%s); COMP_CWORD=%d; _velkor; echo "${COMPREPLY[*]}"' % (
                 completion, words, len(words.split()) - 1)
             result = subprocess.run(["bash", "-c", script], capture_output=True, text=True,
                                     env=dict(os.environ, PATH=os.path.dirname(VELKOR) + ":" + os.environ["PATH"]))
             self.assertEqual(result.stdout.strip(), expected, result.stderr)
-
-    @unittest.skipUnless(PROBE or len(sys.argv) > 4, "no module library given")
-    def test_a_module_of_your_own_with_module(self):
-        load = ["--module", PROBE]
-        every = json.loads(ok(load + ["types", "--json"]))
-        own = [t["name"] for t in every if t["module"] == "qprobe"]
-        self.assertEqual(sorted(own), ["CodecProbe", "QProbeLabels", "QProbePart", "QProbePartList", "QProbeRecord"])
-        value = sample_maker(every)
-        for name in own:
-            with self.subTest(type=name):
-                sample = value(name, True)
-                encoded = ok(load + ["encode", name, "--hex"], json.dumps(sample))
-                self.assertEqual(json.loads(ok(load + ["decode", name, "--hex", "--json"], encoded)), sample)
-        code, _, err = run(["--module", os.path.join(WORK, "missing.so"), "types"])
-        self.assertEqual((code, err.count("\n")), (2, 1))
-        self.assertIn("velkor: cannot load module", err)
 
     def test_demo_types_and_trace(self):
         self.assertIn("[Convert2FiberCable]FixInvalidFiberParam", ok(["demo"]).decode())

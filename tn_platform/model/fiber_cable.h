@@ -53,6 +53,45 @@ class TEFiberCable {
   std::string strCustomInfo;        // not used by the conversion library
   std::int64_t lastModifyTime = 0;  // not used by the conversion library
 
+  // The fields in declaration order, for code that walks a model's fields
+  // (comparisons, JSON): calls visit(name, member pointer) for each.
+  template <class Visitor>
+  static void DescribeFields(Visitor&& visit) {
+    visit("fiberValue1", &TEFiberCable::fiberValue1);
+    visit("aEnd", &TEFiberCable::aEnd);
+    visit("zEnd", &TEFiberCable::zEnd);
+    visit("hybridMaxCapacity", &TEFiberCable::hybridMaxCapacity);
+    visit("cableType", &TEFiberCable::cableType);
+    visit("resetValue1", &TEFiberCable::resetValue1);
+    visit("fiberValue3", &TEFiberCable::fiberValue3);
+    visit("doubleValue", &TEFiberCable::doubleValue);
+    visit("floatValue", &TEFiberCable::floatValue);
+    visit("fiberValue2", &TEFiberCable::fiberValue2);
+    visit("fiberValue6", &TEFiberCable::fiberValue6);
+    visit("fiberText8", &TEFiberCable::fiberText8);
+    visit("fiberText2", &TEFiberCable::fiberText2);
+    visit("fiberText3", &TEFiberCable::fiberText3);
+    visit("fiberText4", &TEFiberCable::fiberText4);
+    visit("strUserLabel", &TEFiberCable::strUserLabel);
+    visit("buildTime", &TEFiberCable::buildTime);
+    visit("fiberValue5", &TEFiberCable::fiberValue5);
+    visit("memo", &TEFiberCable::memo);
+    visit("fiberText6", &TEFiberCable::fiberText6);
+    visit("fiberText7", &TEFiberCable::fiberText7);
+    visit("fiberText5", &TEFiberCable::fiberText5);
+    visit("resetValue2", &TEFiberCable::resetValue2);
+    visit("reserve", &TEFiberCable::reserve);
+    visit("srcPortFDN", &TEFiberCable::srcPortFDN);
+    visit("dstPortFDN", &TEFiberCable::dstPortFDN);
+    visit("modifyFlag", &TEFiberCable::modifyFlag);
+    visit("fiberText9", &TEFiberCable::fiberText9);
+    visit("fiberValue7", &TEFiberCable::fiberValue7);
+    visit("maintenanceState", &TEFiberCable::maintenanceState);
+    visit("delayTime", &TEFiberCable::delayTime);
+    visit("strCustomInfo", &TEFiberCable::strCustomInfo);
+    visit("lastModifyTime", &TEFiberCable::lastModifyTime);
+  }
+
   // Puts the cable back to its defaults.
   void Init() { *this = TEFiberCable(); }
 

@@ -20,6 +20,19 @@ class TEFiberEnd {
   std::uint64_t level4ID = 0;     // fourth level
   std::string strIndexText;       // text of the port index
 
+  // The fields in declaration order, for code that walks a model's fields
+  // (comparisons, JSON): calls visit(name, member pointer) for each.
+  template <class Visitor>
+  static void DescribeFields(Visitor&& visit) {
+    visit("level2ID", &TEFiberEnd::level2ID);
+    visit("level1ID", &TEFiberEnd::level1ID);
+    visit("level2SubID", &TEFiberEnd::level2SubID);
+    visit("level3ID", &TEFiberEnd::level3ID);
+    visit("level3SubID", &TEFiberEnd::level3SubID);
+    visit("level4ID", &TEFiberEnd::level4ID);
+    visit("strIndexText", &TEFiberEnd::strIndexText);
+  }
+
   // Puts the end back to its initial state (levels 0, sub-levels -1, no text).
   void Init() { *this = TEFiberEnd(); }
 };

@@ -62,6 +62,55 @@ class CLinkMgrModel {
   std::int32_t optTinyValue = 0;
   std::string strRemark;
 
+  // The fields in declaration order, for code that walks a model's fields
+  // (comparisons, JSON): calls visit(name, member pointer) for each.
+  template <class Visitor>
+  static void DescribeFields(Visitor&& visit) {
+    visit("linkID", &CLinkMgrModel::linkID);
+    visit("strText4", &CLinkMgrModel::strText4);
+    visit("srcPortIndex", &CLinkMgrModel::srcPortIndex);
+    visit("dstPortIndex", &CLinkMgrModel::dstPortIndex);
+    visit("tinyValue1", &CLinkMgrModel::tinyValue1);
+    visit("tinyValue2", &CLinkMgrModel::tinyValue2);
+    visit("p2mpLabel", &CLinkMgrModel::p2mpLabel);
+    visit("linkRate", &CLinkMgrModel::linkRate);
+    visit("strText2", &CLinkMgrModel::strText2);
+    visit("strText1", &CLinkMgrModel::strText1);
+    visit("strText3", &CLinkMgrModel::strText3);
+    visit("tinyValue4", &CLinkMgrModel::tinyValue4);
+    visit("tinyValue5", &CLinkMgrModel::tinyValue5);
+    visit("tinyValue3", &CLinkMgrModel::tinyValue3);
+    visit("buildTime", &CLinkMgrModel::buildTime);
+    visit("modifyTime", &CLinkMgrModel::modifyTime);
+    visit("strText7", &CLinkMgrModel::strText7);
+    visit("midNe", &CLinkMgrModel::midNe);
+    visit("strLinkFDN", &CLinkMgrModel::strLinkFDN);
+    visit("strUserLabel", &CLinkMgrModel::strUserLabel);
+    visit("srcNeName", &CLinkMgrModel::srcNeName);
+    visit("srcCpName", &CLinkMgrModel::srcCpName);
+    visit("srcSubCardName", &CLinkMgrModel::srcSubCardName);
+    visit("srcPortName", &CLinkMgrModel::srcPortName);
+    visit("dstNeName", &CLinkMgrModel::dstNeName);
+    visit("dstCpName", &CLinkMgrModel::dstCpName);
+    visit("dstSubCardName", &CLinkMgrModel::dstSubCardName);
+    visit("dstPortName", &CLinkMgrModel::dstPortName);
+    visit("srcPortInfoType", &CLinkMgrModel::srcPortInfoType);
+    visit("dstPortInfoType", &CLinkMgrModel::dstPortInfoType);
+    visit("protectGroupID", &CLinkMgrModel::protectGroupID);
+    visit("strText5", &CLinkMgrModel::strText5);
+    visit("strText6", &CLinkMgrModel::strText6);
+    visit("srcPortIpAddr", &CLinkMgrModel::srcPortIpAddr);
+    visit("dstPortIpAddr", &CLinkMgrModel::dstPortIpAddr);
+    visit("srcPortAlias", &CLinkMgrModel::srcPortAlias);
+    visit("dstPortAlias", &CLinkMgrModel::dstPortAlias);
+    visit("intValue2", &CLinkMgrModel::intValue2);
+    visit("intValue3", &CLinkMgrModel::intValue3);
+    visit("intValue1", &CLinkMgrModel::intValue1);
+    visit("tinyValue5Mirror", &CLinkMgrModel::tinyValue5Mirror);
+    visit("optTinyValue", &CLinkMgrModel::optTinyValue);
+    visit("strRemark", &CLinkMgrModel::strRemark);
+  }
+
   CLinkMgrModel() = default;
   CLinkMgrModel(const CLinkMgrModel&) = default;
   CLinkMgrModel& operator=(const CLinkMgrModel&) = default;

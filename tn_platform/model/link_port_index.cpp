@@ -1,7 +1,6 @@
 #include "tn_platform/model/link_port_index.h"
 
-#include <tuple>
-
+#include "tn_platform/model/described_fields.h"
 #include "tn_platform/uid/str_uid_parser.h"
 
 namespace ns_utilmib {
@@ -13,11 +12,6 @@ std::int32_t ReadField(const FrameUtil::StrUIDParser& parser, const char* key, s
   std::uint64_t value = 0;
   if (!parser.GetValue(value, key, 0)) return fallback;
   return static_cast<std::int32_t>(static_cast<std::uint32_t>(value));
-}
-
-auto Fields(const CLinkPortIndex& index) {
-  return std::tie(index.nodeID, index.oneID, index.shelfNo, index.slotNo, index.groupNo, index.portID, index.subGroupNo,
-                  index.portKind, index.strPortFDN, index.strPortMOC);
 }
 
 }  // namespace
@@ -52,6 +46,6 @@ bool CLinkPortIndex::FromSubIfUni(const FrameUtil::StrUIDParser& parser) {
   return FillFrom(parser, "SUBIF", LinkPortKind::kSubInterface);
 }
 
-bool CLinkPortIndex::operator==(const CLinkPortIndex& other) const { return Fields(*this) == Fields(other); }
+bool CLinkPortIndex::operator==(const CLinkPortIndex& other) const { return FieldsEqual(*this, other); }
 
 }  // namespace ns_utilmib

@@ -37,6 +37,18 @@ namespace ns_utilmib {
 
 enum class LinkPortKind : std::int32_t { kNone = 0, kPhysical = 1, kLogical = 2, kSerial = 3, kSubInterface = 4 };
 
+// The kinds by name, for code that reads or writes them as text: calls
+// visit(name, kind) for each. Found by argument-dependent lookup, so generic
+// code calls DescribeEnumerators(kind, visit) for any described enum.
+template <class Visitor>
+void DescribeEnumerators(LinkPortKind, Visitor&& visit) {
+  visit("kNone", LinkPortKind::kNone);
+  visit("kPhysical", LinkPortKind::kPhysical);
+  visit("kLogical", LinkPortKind::kLogical);
+  visit("kSerial", LinkPortKind::kSerial);
+  visit("kSubInterface", LinkPortKind::kSubInterface);
+}
+
 class CLinkPortIndex {
  public:
   std::uint64_t nodeID = 0;
@@ -49,6 +61,22 @@ class CLinkPortIndex {
   LinkPortKind portKind = LinkPortKind::kNone;
   std::string strPortFDN;
   std::string strPortMOC;
+
+  // The fields in declaration order, for code that walks a model's fields
+  // (comparisons, JSON): calls visit(name, member pointer) for each.
+  template <class Visitor>
+  static void DescribeFields(Visitor&& visit) {
+    visit("nodeID", &CLinkPortIndex::nodeID);
+    visit("oneID", &CLinkPortIndex::oneID);
+    visit("shelfNo", &CLinkPortIndex::shelfNo);
+    visit("slotNo", &CLinkPortIndex::slotNo);
+    visit("groupNo", &CLinkPortIndex::groupNo);
+    visit("portID", &CLinkPortIndex::portID);
+    visit("subGroupNo", &CLinkPortIndex::subGroupNo);
+    visit("portKind", &CLinkPortIndex::portKind);
+    visit("strPortFDN", &CLinkPortIndex::strPortFDN);
+    visit("strPortMOC", &CLinkPortIndex::strPortMOC);
+  }
 
   CLinkPortIndex() = default;
   CLinkPortIndex(const CLinkPortIndex&) = default;

@@ -1,21 +1,13 @@
 #include "tn_platform/model/tncp_port_index.h"
 
-#include <tuple>
+#include "tn_platform/model/described_fields.h"
 
 namespace ns_utilmib {
-namespace {
-
-auto Fields(const TNCPPortIndex& index) {
-  return std::tie(index.level1ID, index.level2ID, index.level3ID, index.level4ID, index.level3SubID, index.level2SubID,
-                  index.strIndexText);
-}
-
-}  // namespace
 
 void TNCPPortIndex::Init() { *this = TNCPPortIndex(); }
 
-bool TNCPPortIndex::operator<(const TNCPPortIndex& other) const { return Fields(*this) < Fields(other); }
+bool TNCPPortIndex::operator<(const TNCPPortIndex& other) const { return FieldsLess(*this, other); }
 
-bool TNCPPortIndex::operator==(const TNCPPortIndex& other) const { return Fields(*this) == Fields(other); }
+bool TNCPPortIndex::operator==(const TNCPPortIndex& other) const { return FieldsEqual(*this, other); }
 
 }  // namespace ns_utilmib

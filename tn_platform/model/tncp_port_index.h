@@ -21,6 +21,19 @@ struct TNCPPortIndex {
   std::int32_t level2SubID = -1;  // -1: no sub-level
   std::string strIndexText;
 
+  // The fields in declaration order, for code that walks a model's fields
+  // (comparisons, JSON): calls visit(name, member pointer) for each.
+  template <class Visitor>
+  static void DescribeFields(Visitor&& visit) {
+    visit("level1ID", &TNCPPortIndex::level1ID);
+    visit("level2ID", &TNCPPortIndex::level2ID);
+    visit("level3ID", &TNCPPortIndex::level3ID);
+    visit("level4ID", &TNCPPortIndex::level4ID);
+    visit("level3SubID", &TNCPPortIndex::level3SubID);
+    visit("level2SubID", &TNCPPortIndex::level2SubID);
+    visit("strIndexText", &TNCPPortIndex::strIndexText);
+  }
+
   // Puts the index back to the state of a new one.
   void Init();
 

@@ -5,6 +5,8 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <csignal>
+#include <cstdlib>
 #include <cstring>
 #include <vector>
 
@@ -62,8 +64,26 @@ std::size_t InputSize(const std::string& path) {
   return static_cast<std::size_t>(status.st_size);
 }
 
-Spill::Spill() : m_file(std::tmpfile()) {
-  if (m_file == nullptr) ThrowBadInput(std::string("cannot make a temporary file: ") + std::strerror(errno));
+Spill::Spill() {
+  const char* const tmpdir = std::getenv("TMPDIR");
+  const std::string directory = tmpdir != nullptr && *tmpdir != '\0' ? tmpdir : "/tmp";
+  std::string pattern = directory + "/velkor-spill-XXXXXX";
+  // Unlinked as soon as it exists, with every signal held in between, so that
+  // nothing can leave it behind.
+  sigset_t all;
+  sigset_t previous;
+  sigfillset(&all);
+  ::sigprocmask(SIG_BLOCK, &all, &previous);
+  const int fd = ::mkstemp(pattern.data());
+  const int error = errno;
+  if (fd >= 0) ::unlink(pattern.c_str());
+  ::sigprocmask(SIG_SETMASK, &previous, nullptr);
+  m_file = fd >= 0 ? ::fdopen(fd, "w+b") : nullptr;
+  if (m_file == nullptr) {
+    const int why = fd >= 0 ? errno : error;
+    if (fd >= 0) ::close(fd);
+    ThrowBadInput("cannot make a temporary file in " + directory + ": " + std::strerror(why));
+  }
 }
 
 Spill::~Spill() { std::fclose(m_file); }
@@ -92,7 +112,5 @@ void Spill::CopyTo(std::ostream& out, bool hex) {
   }
   if (std::ferror(m_file)) ThrowBadInput(std::string("cannot read a temporary file: ") + std::strerror(errno));
 }
-
-bool BytesAsHex(bool hex, const std::string& path) { return FormatBytes("", hex, path) == "\n"; }
 
 }  // namespace velkor

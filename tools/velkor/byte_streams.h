@@ -22,8 +22,10 @@ AsnByteSource InputSource(const std::string& path, std::shared_ptr<std::string> 
 // The size of the file `path`, 0 for standard input or anything else.
 std::size_t InputSize(const std::string& path);
 
-// Octets appended in pieces to an unnamed temporary file (gone when the
-// object or the process ends), then copied out in one go.
+// Octets appended in pieces to an unnamed temporary file in $TMPDIR (/tmp
+// when TMPDIR is unset or empty), gone when the object or the process ends,
+// then copied out in one go. Throws ToolError(bad input) naming the directory
+// when the file cannot be made there.
 class Spill {
  public:
   Spill();
@@ -41,9 +43,5 @@ class Spill {
   std::FILE* m_file;
   std::size_t m_size = 0;
 };
-
-// True when record bytes for `path` are to be written as hex text (see
-// FormatBytes).
-bool BytesAsHex(bool hex, const std::string& path);
 
 }  // namespace velkor

@@ -80,9 +80,12 @@ std::string ReadBytes(const std::string& path, bool hex, bool base64) {
   return input;
 }
 
+bool BytesAsHex(bool hex, const std::string& path) {
+  return hex || (IsStandardStream(path) && ::isatty(STDOUT_FILENO));
+}
+
 std::string FormatBytes(std::string_view bytes, bool hex, const std::string& path) {
-  if (hex || (IsStandardStream(path) && ::isatty(STDOUT_FILENO))) return EncodeHex(bytes) + "\n";
-  return std::string(bytes);
+  return BytesAsHex(hex, path) ? EncodeHex(bytes) + "\n" : std::string(bytes);
 }
 
 Progress::Progress(std::string command, std::size_t totalBytes)

@@ -37,9 +37,13 @@ std::string ReadInput(const std::string& path);
 // (`hex`) or Base64 text (`base64`) stands for.
 std::string ReadBytes(const std::string& path, bool hex, bool base64 = false);
 
-// Record bytes as output: hex text with a final line break when `hex` is set,
-// or when they would go raw to a terminal (`path` empty and standard output is
-// a terminal); else the bytes themselves.
+// True when record bytes for `path` are written as hex text: when `hex` is
+// set, or when they would go raw to a terminal (`path` empty and standard
+// output a terminal).
+bool BytesAsHex(bool hex, const std::string& path);
+
+// Record bytes as output: hex text with a final line break when BytesAsHex,
+// else the bytes themselves.
 std::string FormatBytes(std::string_view bytes, bool hex, const std::string& path);
 
 // A progress line on standard error ("velkor: decode: 1200 records, 48%"),

@@ -3,7 +3,6 @@
 #include <charconv>
 #include <cstdlib>
 #include <limits>
-#include <tuple>
 #include <type_traits>
 
 #include "tools/velkor/io.h"
@@ -13,85 +12,6 @@ namespace velkor {
 namespace {
 
 using namespace ns_utilmib;
-
-// Each model's fields, once, in declaration order: the JSON readers and
-// writers below walk these tables.
-template <class Model, class T>
-struct Field {
-  const char* name;
-  T Model::*member;
-};
-template <class Model, class T>
-constexpr Field<Model, T> F(const char* name, T Model::*member) {
-  return {name, member};
-}
-template <class Model>
-struct Tag {};
-
-auto FieldsOf(Tag<TNCPPortIndex>) {
-  using M = TNCPPortIndex;
-  return std::make_tuple(F("level1ID", &M::level1ID), F("level2ID", &M::level2ID), F("level3ID", &M::level3ID),
-                         F("level4ID", &M::level4ID), F("level3SubID", &M::level3SubID),
-                         F("level2SubID", &M::level2SubID), F("strIndexText", &M::strIndexText));
-}
-
-auto FieldsOf(Tag<TEFiberEnd>) {
-  using M = TEFiberEnd;
-  return std::make_tuple(F("level2ID", &M::level2ID), F("level1ID", &M::level1ID), F("level2SubID", &M::level2SubID),
-                         F("level3ID", &M::level3ID), F("level3SubID", &M::level3SubID), F("level4ID", &M::level4ID),
-                         F("strIndexText", &M::strIndexText));
-}
-
-auto FieldsOf(Tag<TEFiberCable>) {
-  using M = TEFiberCable;
-  return std::make_tuple(
-      F("fiberValue1", &M::fiberValue1), F("aEnd", &M::aEnd), F("zEnd", &M::zEnd),
-      F("hybridMaxCapacity", &M::hybridMaxCapacity), F("cableType", &M::cableType), F("resetValue1", &M::resetValue1),
-      F("fiberValue3", &M::fiberValue3), F("doubleValue", &M::doubleValue), F("floatValue", &M::floatValue),
-      F("fiberValue2", &M::fiberValue2), F("fiberValue6", &M::fiberValue6), F("fiberText8", &M::fiberText8),
-      F("fiberText2", &M::fiberText2), F("fiberText3", &M::fiberText3), F("fiberText4", &M::fiberText4),
-      F("strUserLabel", &M::strUserLabel), F("buildTime", &M::buildTime), F("fiberValue5", &M::fiberValue5),
-      F("memo", &M::memo), F("fiberText6", &M::fiberText6), F("fiberText7", &M::fiberText7),
-      F("fiberText5", &M::fiberText5), F("resetValue2", &M::resetValue2), F("reserve", &M::reserve),
-      F("srcPortFDN", &M::srcPortFDN), F("dstPortFDN", &M::dstPortFDN), F("modifyFlag", &M::modifyFlag),
-      F("fiberText9", &M::fiberText9), F("fiberValue7", &M::fiberValue7), F("maintenanceState", &M::maintenanceState),
-      F("delayTime", &M::delayTime), F("strCustomInfo", &M::strCustomInfo), F("lastModifyTime", &M::lastModifyTime));
-}
-
-auto FieldsOf(Tag<CLinkPortIndex>) {
-  using M = CLinkPortIndex;
-  return std::make_tuple(F("nodeID", &M::nodeID), F("oneID", &M::oneID), F("shelfNo", &M::shelfNo),
-                         F("slotNo", &M::slotNo), F("groupNo", &M::groupNo), F("portID", &M::portID),
-                         F("subGroupNo", &M::subGroupNo), F("portKind", &M::portKind), F("strPortFDN", &M::strPortFDN),
-                         F("strPortMOC", &M::strPortMOC));
-}
-
-auto FieldsOf(Tag<CLinkMgrModel>) {
-  using M = CLinkMgrModel;
-  return std::make_tuple(
-      F("linkID", &M::linkID), F("strText4", &M::strText4), F("srcPortIndex", &M::srcPortIndex),
-      F("dstPortIndex", &M::dstPortIndex), F("tinyValue1", &M::tinyValue1), F("tinyValue2", &M::tinyValue2),
-      F("p2mpLabel", &M::p2mpLabel), F("linkRate", &M::linkRate), F("strText2", &M::strText2),
-      F("strText1", &M::strText1), F("strText3", &M::strText3), F("tinyValue4", &M::tinyValue4),
-      F("tinyValue5", &M::tinyValue5), F("tinyValue3", &M::tinyValue3), F("buildTime", &M::buildTime),
-      F("modifyTime", &M::modifyTime), F("strText7", &M::strText7), F("midNe", &M::midNe),
-      F("strLinkFDN", &M::strLinkFDN), F("strUserLabel", &M::strUserLabel), F("srcNeName", &M::srcNeName),
-      F("srcCpName", &M::srcCpName), F("srcSubCardName", &M::srcSubCardName), F("srcPortName", &M::srcPortName),
-      F("dstNeName", &M::dstNeName), F("dstCpName", &M::dstCpName), F("dstSubCardName", &M::dstSubCardName),
-      F("dstPortName", &M::dstPortName), F("srcPortInfoType", &M::srcPortInfoType),
-      F("dstPortInfoType", &M::dstPortInfoType), F("protectGroupID", &M::protectGroupID), F("strText5", &M::strText5),
-      F("strText6", &M::strText6), F("srcPortIpAddr", &M::srcPortIpAddr), F("dstPortIpAddr", &M::dstPortIpAddr),
-      F("srcPortAlias", &M::srcPortAlias), F("dstPortAlias", &M::dstPortAlias), F("intValue2", &M::intValue2),
-      F("intValue3", &M::intValue3), F("intValue1", &M::intValue1), F("tinyValue5Mirror", &M::tinyValue5Mirror),
-      F("optTinyValue", &M::optTinyValue), F("strRemark", &M::strRemark));
-}
-
-auto FieldsOf(Tag<ns_velkor::TERetInfo>) {
-  using M = ns_velkor::TERetInfo;
-  return std::make_tuple(F("strObjName", &M::strObjName), F("ulRetCode", &M::ulRetCode));
-}
-
-const char* const kLinkPortKindNames[] = {"kNone", "kPhysical", "kLogical", "kSerial", "kSubInterface"};
 
 // A float as the shortest decimal that reads back as the same float, so that
 // -0.1f shows as -0.1 and not as its widened double -0.10000000149011612.
@@ -115,9 +35,12 @@ Json FieldToJson(const T& value) {
     return IntegerToJson(value);
   } else if constexpr (std::is_same_v<T, std::string>) {
     return OctetsToJson(value);
-  } else if constexpr (std::is_same_v<T, LinkPortKind>) {
-    const auto index = static_cast<std::size_t>(value);
-    return index < std::size(kLinkPortKindNames) ? Json(kLinkPortKindNames[index]) : Json(static_cast<int>(value));
+  } else if constexpr (std::is_enum_v<T>) {
+    const char* name = nullptr;
+    DescribeEnumerators(value, [&](const char* enumerator, T described) {
+      if (described == value) name = enumerator;
+    });
+    return name != nullptr ? Json(name) : Json(static_cast<std::underlying_type_t<T>>(value));
   } else {
     return ToJson(value);
   }
@@ -126,8 +49,7 @@ Json FieldToJson(const T& value) {
 template <class Model>
 Json ToJson(const Model& model) {
   Json object = Json::object();
-  std::apply([&](const auto&... field) { ((object[field.name] = FieldToJson(model.*(field.member))), ...); },
-             FieldsOf(Tag<Model>{}));
+  Model::DescribeFields([&](const char* name, auto member) { object[name] = FieldToJson(model.*member); });
   return object;
 }
 
@@ -148,15 +70,6 @@ void FieldFromJson(const Json& json, T& value, const std::string& path) {
     value = static_cast<T>(number);
   } else if constexpr (std::is_same_v<T, std::string>) {
     value = JsonToOctets(json, path);
-  } else if constexpr (std::is_same_v<T, LinkPortKind>) {
-    const std::string name = JsonString(json, path);
-    for (std::size_t i = 0; i < std::size(kLinkPortKindNames); ++i) {
-      if (name == kLinkPortKindNames[i]) {
-        value = static_cast<LinkPortKind>(i);
-        return;
-      }
-    }
-    ThrowJsonError(path, "unknown port kind \"" + name + "\"");
   } else {
     FromJson(json, value, path);
   }
@@ -165,19 +78,15 @@ void FieldFromJson(const Json& json, T& value, const std::string& path) {
 template <class Model>
 void FromJson(const Json& json, Model& model, const std::string& path) {
   if (!json.is_object()) ThrowJsonError(path, "expected an object, found " + JsonTypeName(json));
-  const auto fields = FieldsOf(Tag<Model>{});
   for (const auto& item : json.items()) {
     bool known = false;
-    std::apply([&](const auto&... field) { ((known = known || item.key() == field.name), ...); }, fields);
+    Model::DescribeFields([&](const char* name, auto) { known = known || item.key() == name; });
     if (!known) ThrowJsonError(path, "unknown field \"" + item.key() + "\"");
   }
-  std::apply(
-      [&](const auto&... field) {
-        ((json.contains(field.name) ? FieldFromJson(json[field.name], model.*(field.member), path + "." + field.name)
-                                    : void()),
-         ...);
-      },
-      fields);
+  Model::DescribeFields([&](const char* name, auto member) {
+    const auto given = json.find(name);
+    if (given != json.end()) FieldFromJson(*given, model.*member, path + "." + name);
+  });
 }
 
 }  // namespace

@@ -1,6 +1,8 @@
 // The server's model objects and the conversions' maps as JSON. Each model is
-// an object whose keys are the C++ field names, in declaration order; texts
-// are strings (or {"hex": "..."} when not UTF-8 text), numbers numbers.
+// an object whose keys are the C++ field names, in declaration order, as the
+// model's own DescribeFields lists them (nothing here names a field); texts
+// are strings (or {"hex": "..."} when not UTF-8 text), numbers numbers (64-bit
+// integers as decimal strings), an enum its enumerator's name.
 //
 // Reading a model: a field left out keeps the value a new model has; a key
 // that is no field of the model, a value of the wrong kind or out of the

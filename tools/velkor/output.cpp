@@ -98,6 +98,16 @@ std::string FollowLinks(std::string path) {
   ThrowBadInput("cannot write " + path + ": " + SystemError());
 }
 
+// Whether the user may write the existing file `path` (`status`), as a shell
+// redirection onto it would be allowed. For root, whom the kernel lets write
+// anything, the write bit of its class (owner, group, others) decides, so a
+// file made read-only is not replaced behind its owner's back.
+bool MayWrite(const std::string& path, const struct stat& status) {
+  if (::geteuid() != 0) return ::faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) == 0;
+  const mode_t bit = status.st_uid == 0 ? S_IWUSR : status.st_gid == ::getegid() ? S_IWGRP : S_IWOTH;
+  return (status.st_mode & bit) != 0;
+}
+
 // Writes all of `data` to `fd`; false on failure (errno tells why).
 bool WriteAll(int fd, const char* data, std::size_t size) {
   while (size > 0) {
@@ -184,6 +194,10 @@ Output::Output(const std::string& path) : m_path(path) {
       // Beside the target, so that rename() replaces it in one step (same file
       // system) and never exposes a partial file.
       m_target = FollowLinks(path);
+      if (exists && !MayWrite(m_target, status)) {
+        errno = EACCES;
+        ThrowBadInput("cannot write " + path + ": " + SystemError());
+      }
       const std::size_t slash = m_target.rfind('/');
       const std::string base = slash == std::string::npos ? m_target : m_target.substr(slash + 1);
       std::string pattern = DirectoryOf(m_target) + "/." + base + ".velkor-XXXXXX";

@@ -7,6 +7,10 @@
 //     mode; a symlink is followed, so its target is replaced and the link
 //     stays. Until Commit() the target is untouched, and the temporary file
 //     goes away on failure and on SIGINT, SIGTERM, SIGHUP and SIGPIPE.
+//     An existing file the user may not write is refused, as a shell
+//     redirection would be: without write permission (access(2)), and for
+//     root, whom permissions do not stop, without the write bit of root's
+//     class (owner, group or others), so a file made read-only stays as it is.
 #pragma once
 
 #include <memory>

@@ -28,17 +28,6 @@ const AsnCatalogueEntry* FindEntry(std::string_view name) {
   return nullptr;
 }
 
-// Runs a decode of a value that starts `base` octets into the input, turning
-// the runtime's exception into the tool's error.
-template <class Decode>
-auto Decoding(Decode decode, const AsnType&, std::string_view, std::size_t base = 0) {
-  try {
-    return decode();
-  } catch (CSM_Exception* exception) {
-    ThrowBadInput(DecodeErrorMessage(exception, base));
-  }
-}
-
 // A member's type as `types` shows it: a list's with its module
 // ("qcommon::QAsnNVSList"), which `types` takes as a name.
 std::string MemberTypeName(const AsnMemberStep& step) {
@@ -77,16 +66,19 @@ std::unique_ptr<AsnType> CreateCatalogued(std::string_view name) {
 }
 
 void DecodeBytes(AsnType& value, std::string_view bytes) {
-  Decoding(
-      [&] {
-        AsnDecodeValue(value, bytes);
-        return true;
-      },
-      value, bytes);
+  try {
+    AsnDecodeValue(value, bytes);
+  } catch (CSM_Exception* exception) {
+    ThrowBadInput(DecodeErrorMessage(exception, 0));
+  }
 }
 
 std::size_t DecodeFrontBytes(AsnType& value, std::string_view bytes, std::size_t base) {
-  return Decoding([&] { return AsnDecodeFront(value, bytes); }, value, bytes, base);
+  try {
+    return AsnDecodeFront(value, bytes);
+  } catch (CSM_Exception* exception) {
+    ThrowBadInput(DecodeErrorMessage(exception, base));
+  }
 }
 
 std::string EncodeBytes(const AsnType& value) { return AsnEncodeValue(value); }
@@ -134,13 +126,13 @@ Json DescribeTypesJson(std::string_view only) {
   Json types = Json::array();
   for (const AsnCatalogueEntry& entry : SelectedEntries(only)) {
     Json type = {{"name", entry.name}, {"module", entry.module}};
-    const std::unique_ptr<AsnType> value(entry.create());
-    if (dynamic_cast<const AsnListBase*>(value.get()) != nullptr) {
+    if (entry.createElement != nullptr) {
       type["kind"] = "list";
       type["element"] = entry.elementName;
     } else {
       type["kind"] = "record";
       type["members"] = Json::array();
+      const std::unique_ptr<AsnType> value(entry.create());
       if (const auto* record = dynamic_cast<const AsnSequence*>(value.get())) {
         for (const AsnMemberStep& step : record->Plan().members) {
           type["members"].push_back({{"name", step.name},
