@@ -355,7 +355,7 @@ class Velkor(unittest.TestCase):
         first = process.stdout.readline()  # as `velkor dump | head -1`
         process.stdout.close()
         self.assertEqual((first, process.wait(timeout=120)),
-                         (b"     0   5  [UNIVERSAL 16] constructed (SEQUENCE), length 65005\n", -signal.SIGPIPE))
+                         (b"     0   4  [UNIVERSAL 16] constructed (SEQUENCE), length 65004\n", -signal.SIGPIPE))
 
     def test_every_hex_form_and_base64(self):
         octets = bytes.fromhex(PORT_HEX)
