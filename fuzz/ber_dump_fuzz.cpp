@@ -1,20 +1,11 @@
-// The runtime's BER structure reader and dump on arbitrary bytes. They must
-// never read outside the input (the sanitizers watch), every item must lie
-// inside the input after the one before it, a break must be placed inside
-// the input or at its end, and bytes that the runtime decodes as a whole
-// value must read completely.
-#include <cstddef>
-#include <cstdint>
-#include <cstdlib>
-#include <memory>
+// The BER structure reader and dump on arbitrary bytes: every item lies in
+// the input after the one before it, a break is placed inside the input or at
+// its end, and bytes that decode as a whole value read completely.
 #include <ostream>
 #include <streambuf>
-#include <string_view>
 
+#include "fuzz/fuzz_common.h"
 #include "tn_platform/asn/asn_ber_dump.h"
-#include "tn_platform/asn/asn_value_io.h"
-#include "tn_platform/asn/csm_exception.h"
-#include "tn_velkor/qcommon/qcommon.h"
 
 namespace {
 
@@ -24,17 +15,6 @@ class NullBuffer : public std::streambuf {
   int overflow(int c) override { return c; }
   std::streamsize xsputn(const char*, std::streamsize count) override { return count; }
 };
-
-bool RuntimeDecodes(std::string_view bytes) {
-  qcommon::QAsnNVSList list;
-  try {
-    AsnDecodeValue(list, bytes);
-    return true;
-  } catch (CSM_Exception* error) {
-    delete error;
-    return false;
-  }
-}
 
 }  // namespace
 
@@ -57,7 +37,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (error->Offset() > size || error->What().empty()) std::abort();
     complete = false;
   }
-  if (RuntimeDecodes(bytes) && !complete) std::abort();
+  qcommon::QAsnNVSList list;
+  if (FuzzDecode(list, bytes) && !complete) std::abort();
 
   NullBuffer sink;
   std::ostream os(&sink);

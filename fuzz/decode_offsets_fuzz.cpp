@@ -1,21 +1,12 @@
-// Where decoding errors point, on arbitrary bytes: the first octet picks a
-// catalogue type (fuzz_catalogue.h), the rest is decoded as one whole value.
-// Every refusal must be an AsnDecodeError placed inside the input or at its
-// end, at the start of an item the tool's structure walk (velkor dump)
-// shows, or where that walk says the bytes break; a fault that is not the
-// input ending may also be the item the walk broke in (a wrong tag on an
-// item whose length runs past the input). Octets left over after a value
-// must be placed at its end, and the value alone must walk completely.
-#include <cstddef>
-#include <cstdint>
-#include <cstdlib>
-#include <memory>
-#include <string_view>
+// Where decoding errors point: the first octet picks a catalogue type, the
+// rest is decoded as one whole value. A refusal is at the start of an item the
+// structure walk (velkor dump) shows or where that walk breaks; a fault other
+// than the input ending may also be the item the walk broke in (a wrong tag
+// on an item whose length runs past the input). Octets left over after a
+// value are placed at its end, and the value alone walks completely.
 #include <unordered_set>
 
-#include "fuzz/fuzz_catalogue.h"
-#include "tn_platform/asn/asn_decode_error.h"
-#include "tn_platform/asn/asn_value_io.h"
+#include "fuzz/fuzz_common.h"
 #include "tn_platform/asn/asn_ber_reader.h"
 
 namespace {
@@ -23,16 +14,7 @@ namespace {
 // The error of decoding `bytes` as a whole value of `type`, or null.
 std::unique_ptr<AsnDecodeError> DecodeError(const AsnCatalogueEntry& type, std::string_view bytes) {
   const std::unique_ptr<AsnType> value(type.create());
-  try {
-    AsnDecodeValue(*value, bytes);
-    return nullptr;
-  } catch (CSM_Exception* raw) {
-    std::unique_ptr<CSM_Exception> error(raw);
-    auto* located = dynamic_cast<AsnDecodeError*>(error.get());
-    if (located == nullptr) std::abort();  // every refusal is located
-    error.release();
-    return std::unique_ptr<AsnDecodeError>(located);
-  }
+  return FuzzRefusal(type.name, bytes.size(), [&] { AsnDecodeValue(*value, bytes); });
 }
 
 // Where the structure walk (AsnBerReader, behind velkor dump) of `bytes`
@@ -59,7 +41,6 @@ Walk WalkBytes(std::string_view bytes, std::unordered_set<std::size_t>* starts) 
 
 void CheckAgainstWalk(std::string_view bytes, const AsnDecodeError& error) {
   const std::size_t offset = error.Offset();
-  if (offset > bytes.size()) std::abort();
   if (bytes.empty()) return;
   std::unordered_set<std::size_t> starts;
   const Walk walk = WalkBytes(bytes, &starts);
