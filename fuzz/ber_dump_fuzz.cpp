@@ -20,25 +20,16 @@ class NullBuffer : public std::streambuf {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const std::string_view bytes(reinterpret_cast<const char*>(data), size);
-  AsnBerReader reader(AsnBytesSource(bytes), kAsnDumpContentShown + 1);
-  AsnBerItem item;
-  bool first = true;
-  std::size_t lastOffset = 0;
-  bool complete = true;
-  try {
-    while (reader.Next(item)) {
-      if (item.offset >= size || (!first && item.offset <= lastOffset)) std::abort();
-      if (item.content.size() > item.length || item.depth > AsnDecodeLimits::kMaxDepth) std::abort();
-      lastOffset = item.offset;
-      first = false;
-    }
-  } catch (AsnDecodeError* raw) {
-    const std::unique_ptr<AsnDecodeError> error(raw);
-    if (error->Offset() > size || error->What().empty()) std::abort();
-    complete = false;
-  }
+  std::size_t next = 0;  // the least offset the next item may have
+  std::size_t breakItem = 0;
+  const auto broken = FuzzWalk(bytes, kAsnDumpContentShown + 1, breakItem, [&](const AsnBerItem& item) {
+    if (item.offset >= size || item.offset < next) std::abort();
+    if (item.content.size() > item.length || item.depth > AsnDecodeLimits::kMaxDepth) std::abort();
+    next = item.offset + 1;
+  });
+  if (broken && (broken->Offset() > size || broken->What().empty())) std::abort();
   qcommon::QAsnNVSList list;
-  if (FuzzDecode(list, bytes) && !complete) std::abort();
+  if (FuzzDecode(list, bytes) && broken) std::abort();
 
   NullBuffer sink;
   std::ostream os(&sink);

@@ -4,10 +4,7 @@
 // than the input ending may also be the item the walk broke in (a wrong tag
 // on an item whose length runs past the input). Octets left over after a
 // value are placed at its end, and the value alone walks completely.
-#include <unordered_set>
-
 #include "fuzz/fuzz_common.h"
-#include "tn_platform/asn/asn_ber_reader.h"
 
 namespace {
 
@@ -17,35 +14,15 @@ std::unique_ptr<AsnDecodeError> DecodeError(const AsnCatalogueEntry& type, std::
   return FuzzRefusal(type.name, bytes.size(), [&] { AsnDecodeValue(*value, bytes); });
 }
 
-// Where the structure walk (AsnBerReader, behind velkor dump) of `bytes`
-// breaks, and the item it was reading; `starts` gets every item it shows.
-struct Walk {
-  bool complete = true;
-  std::size_t breakOffset = 0;
-  std::size_t breakItem = 0;
-};
-Walk WalkBytes(std::string_view bytes, std::unordered_set<std::size_t>* starts) {
-  AsnBerReader reader(AsnBytesSource(bytes), 0);
-  AsnBerItem item;
-  Walk walk;
-  try {
-    while (reader.Next(item)) {
-      if (starts != nullptr) starts->insert(item.offset);
-    }
-  } catch (AsnDecodeError* raw) {
-    const std::unique_ptr<AsnDecodeError> error(raw);
-    walk = Walk{false, error->Offset(), reader.ItemStart()};
-  }
-  return walk;
-}
-
 void CheckAgainstWalk(std::string_view bytes, const AsnDecodeError& error) {
   const std::size_t offset = error.Offset();
-  if (bytes.empty()) return;
-  std::unordered_set<std::size_t> starts;
-  const Walk walk = WalkBytes(bytes, &starts);
-  if (starts.count(offset) != 0) return;
-  if (!walk.complete && (walk.breakOffset == offset || (walk.breakItem == offset && !error.InputEnds()))) return;
+  bool shown = false;
+  std::size_t breakItem = 0;
+  const auto broken = FuzzWalk(bytes, 0, breakItem, [&](const AsnBerItem& item) {
+    if (item.offset == offset) shown = true;
+  });
+  if (shown || bytes.empty()) return;
+  if (broken && (broken->Offset() == offset || (breakItem == offset && !error.InputEnds()))) return;
   std::abort();
 }
 
@@ -69,8 +46,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     return 0;
   }
   const std::string_view value = bytes.substr(0, used);
-  if (error->Offset() != used || DecodeError(type, value) != nullptr || !WalkBytes(value, nullptr).complete) {
-    std::abort();
-  }
+  if (error->Offset() != used || DecodeError(type, value) != nullptr) std::abort();
+  std::size_t breakItem = 0;
+  if (FuzzWalk(value, 0, breakItem, [](const AsnBerItem&) {}) != nullptr) std::abort();
   return 0;
 }

@@ -12,6 +12,7 @@
 #include <string_view>
 #include <vector>
 
+#include "tn_platform/asn/asn_ber_reader.h"
 #include "tn_platform/asn/asn_decode_error.h"
 #include "tn_platform/asn/asn_value_io.h"
 #include "tn_qmodules/asn_catalogue.h"
@@ -69,4 +70,21 @@ inline std::unique_ptr<AsnType> FuzzReencoded(const AsnType& value) {
   std::unique_ptr<AsnType> again(type->create());
   if (!FuzzDecode(*again, once) || AsnEncodeValue(*again) != once) std::abort();
   return again;
+}
+
+// Walks `bytes` with the structure reader behind velkor dump, keeping `shown`
+// content octets, and calls `onItem` on each item. Returns the error the walk
+// breaks on (null when it is complete); `breakItem` gets the item it was in.
+template <class OnItem>
+std::unique_ptr<AsnDecodeError> FuzzWalk(std::string_view bytes, std::size_t shown, std::size_t& breakItem,
+                                         OnItem&& onItem) {
+  AsnBerReader reader(AsnBytesSource(bytes), shown);
+  AsnBerItem item;
+  try {
+    while (reader.Next(item)) onItem(item);
+    return nullptr;
+  } catch (AsnDecodeError* raw) {
+    breakItem = reader.ItemStart();
+    return std::unique_ptr<AsnDecodeError>(raw);
+  }
 }
