@@ -209,7 +209,6 @@ class Velkor(unittest.TestCase):
     def test_every_type_from_its_template(self):
         load = ["--module", PROBE] if PROBE else []  # with the test module's types, loaded with --module
         types = [t["name"] for t in json.loads(ok(load + ["types", "--json"]))]
-        self.assertGreater(len(types), 10)
         if PROBE:
             self.assertLessEqual({"CodecProbe", "QProbeLabels", "QProbePart", "QProbePartList", "QProbeRecord"},
                                  set(types))
