@@ -25,7 +25,7 @@ std::string Refusal(const AsnCatalogueEntry& type, std::string_view text, Read&&
   } catch (CSM_Exception* raw) {
     const std::unique_ptr<CSM_Exception> error(raw);
     const auto* located = dynamic_cast<const AsnDecodeError*>(error.get());
-    if (!located || !located->Placed() || located->Offset() > text.size() || located->Path().rfind(type.name, 0) != 0)
+    if (!located || located->Offset() > text.size() || located->Path().rfind(type.name, 0) != 0)
       std::abort();
     return located->Message();
   }

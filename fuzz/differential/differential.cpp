@@ -103,7 +103,7 @@ Reading OursRead(const TypePair& type, std::string_view bytes) {
   } catch (CSM_Exception* raw) {
     const std::unique_ptr<CSM_Exception> error(raw);
     const auto* located = dynamic_cast<const AsnDecodeError*>(error.get());
-    if (located == nullptr || !located->Placed() || located->Offset() > bytes.size()) {
+    if (located == nullptr || located->Offset() > bytes.size()) {
       std::fprintf(stderr, "a refusal without a place inside the input: %s\n", error->Message().c_str());
       std::abort();
     }
