@@ -105,8 +105,6 @@ TEST(AsnSeqOf, DecodesAndOnBadInputKeepsTheElementsDecodedSoFar) {
   EXPECT_EQ(std::make_tuple(ValuesOf(list), bytesDecoded, buf.ReadError()), std::make_tuple(Values{}, 2ul, true));
 }
 
-// ---- printing and names ----------------------------------------------------------------
-
 TEST(AsnList, Prints) {
   const struct {
     Values values;
@@ -127,8 +125,6 @@ TEST(AsnList, Prints) {
     EXPECT_EQ(os.str(), c.printed);
   }
 }
-
-// ---- building, copying, walking -----------------------------------------------------------
 
 TEST(AsnList, CursorRules) {
   QAsnTinyIntList list;
