@@ -1,19 +1,11 @@
 // First registration from many threads at once, and what it registers. Each
-// thread walks the whole catalogue and the runtime's value types in an order
-// of its own, using each for the first time in this process: every type
-// through an encoding and a decoding, records through their reflection hook,
-// value types through their descriptions. ThreadSanitizer (scripts/tsan.sh)
-// must see no race. Afterwards:
-// - every record class is registered exactly once, every thread saw the same
-//   classes, descriptions and encodings, and every member of a value type
-//   refers to the one description of that type;
-// - each member's description is may-null exactly when the member is optional
-//   and is of its kind: a value type's custom type, a list's (named with its
-//   namespace), a record's class; names no record has are not registered;
-// - every create function makes a default object bound by the hook to its
-//   class, and every destroy function deletes one and ignores null.
+// thread uses every catalogue type and value type for the first time in this
+// process, in an order of its own: encoding, decoding, the reflection hook, the
+// descriptions. ThreadSanitizer (scripts/tsan.sh) must see no race. Then each
+// record class is registered once, all threads saw the same, each member's
+// description is of its kind (a value type's one shared description, a list's
+// custom type, a record's class), and the create and destroy functions work.
 // A program of its own: the first use has to be the first in its process.
-// Exit status 0 when every check holds.
 #include <algorithm>
 #include <atomic>
 #include <cstdio>
