@@ -14,6 +14,7 @@ set(TN_PUBLIC_HEADER_ROOTS
   tn_velkor/ns_velkor.h
   # Records as JSON, lists streamed from BER or JSON, and a capture printed.
   tn_platform/asn/asn_json_reader.h
+  tn_platform/asn/asn_json_either_form.h
   tn_platform/asn/asn_json_writer.h
   tn_platform/asn/asn_ber_list_reader.h
   tn_platform/asn/asn_json_list_reader.h

@@ -5,6 +5,9 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <tuple>
+#include <utility>
+#include <vector>
 
 #include "test_bytes.h"
 #include "tn_platform/asn/asn_value_io.h"
@@ -89,39 +92,31 @@ TEST(CommonRecords, MixedPresenceEncodings) {
   EXPECT_EQ(Encoded(errors), "30 20 " + Encoded(info) + " 30 05 30 00 02 01 00");
 }
 
-QAsnNVSList NvsList(std::initializer_list<std::pair<std::string, std::string>> pairs) {
-  QAsnNVSList list;
-  for (const auto& pair : pairs) {
-    QAsnNameAndValueString* element = list.Append();
-    element->name.Set(pair.first.data(), pair.first.size());
-    element->value.Set(pair.second.data(), pair.second.size());
-  }
-  return list;
-}
-
 TEST(Convert2MapKeyValue, Cases) {
   using Map = std::map<std::string, std::string>;
-  struct Case {
-    const char* comment;
-    QAsnNVSList list;
-    Map before;
-    Map after;
-  };
-  const Case cases[] = {
-      {"empty list", NvsList({}), {{"A", "x"}}, {{"A", "x"}}},
+  using Pairs = std::vector<std::pair<std::string, std::string>>;
+  const std::tuple<const char*, Pairs, Map, Map> cases[] = {
+      // what, list, map before, map after
+      {"empty list", {}, {{"A", "x"}}, {{"A", "x"}}},
       {"later duplicates and the list win; the caller's other entries stay",
-       NvsList({{"A", "1"}, {"B", "2"}, {"A", "3"}}),
+       {{"A", "1"}, {"B", "2"}, {"A", "3"}},
        {{"A", "x"}, {"C", "y"}},
        {{"A", "3"}, {"B", "2"}, {"C", "y"}}},
-      {"empty name and value", NvsList({{"", ""}, {"", "v"}}), {}, {{"", "v"}}},
-      {"texts end at a zero byte", NvsList({{{"K\0a", 3}, "1"}, {{"K\0b", 3}, {"2\0z", 3}}}), {}, {{"K", "2"}}},
+      {"empty name and value", {{"", ""}, {"", "v"}}, {}, {{"", "v"}}},
+      {"texts end at a zero byte", {{{"K\0a", 3}, "1"}, {{"K\0b", 3}, {"2\0z", 3}}}, {}, {{"K", "2"}}},
   };
-  for (const Case& c : cases) {
-    SCOPED_TRACE(c.comment);
+  for (const auto& [what, pairs, before, after] : cases) {
+    SCOPED_TRACE(what);
+    QAsnNVSList list;
+    for (const auto& [name, value] : pairs) {
+      QAsnNameAndValueString* element = list.Append();
+      element->name.Set(name.data(), name.size());
+      element->value.Set(value.data(), value.size());
+    }
     for (int walk = 0; walk < 2; ++walk) {  // a second walk of the same list starts over
-      Map map = c.before;
-      ns_velkor::Convert2MapKeyValue(c.list, map);
-      EXPECT_EQ(map, c.after);
+      Map map = before;
+      ns_velkor::Convert2MapKeyValue(list, map);
+      EXPECT_EQ(map, after);
     }
   }
 }

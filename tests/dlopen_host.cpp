@@ -3,10 +3,10 @@
 //
 //   dlopen_host <path to libtn_velkor.so>
 //
-// Checks that loading registers exactly one module "tn_velkor" (id 1357,
-// state 0), that Init leaves state 1 and exactly one timing line in the trace
-// sink, and that Fini leaves state 3. Prints a short report; exits 0 when
-// every check holds, 1 otherwise.
+// Loading registers exactly one module "tn_velkor" (id 1357, state 0, reserved
+// 0); registering it again is ignored. Init and Fini may come in any order and
+// number (state 1 after Init, 3 after Fini). The module has no entries. Prints
+// a one-line report; exits 0 when every check holds.
 #include <dlfcn.h>
 
 #include <cstdio>
@@ -19,8 +19,12 @@
 namespace {
 
 std::vector<ns_utility::TraceLine> g_lines;
+int g_failures = 0;
 
-void CaptureLine(const ns_utility::TraceLine& line) { g_lines.push_back(line); }
+void Check(bool holds, const std::string& what) {
+  if (!holds) std::fprintf(stderr, "dlopen_host: FAILED: %s\n", what.c_str());
+  g_failures += !holds;
+}
 
 std::vector<ModuleObject*> ModulesNamed(const std::string& name) {
   std::vector<ModuleObject*> found;
@@ -30,10 +34,9 @@ std::vector<ModuleObject*> ModulesNamed(const std::string& name) {
   return found;
 }
 
-int Fail(const std::string& why) {
-  std::fprintf(stderr, "dlopen_host: FAILED: %s\n", why.c_str());
-  return 1;
-}
+struct ProbeEntry : ModuleEntry {
+  bool Matches(std::uint64_t, std::uint64_t) const override { return true; }
+};
 
 }  // namespace
 
@@ -42,41 +45,56 @@ int main(int argc, char** argv) {
     std::fprintf(stderr, "usage: %s <path to libtn_velkor.so>\n", argv[0]);
     return 2;
   }
-  const char* path = argv[1];
-  ns_utility::SetTraceSink(CaptureLine);
-
-  if (!ModulesNamed("tn_velkor").empty()) return Fail("a module tn_velkor is registered before loading");
+  ns_utility::SetTraceSink([](const ns_utility::TraceLine& line) { g_lines.push_back(line); });
+  Check(ModulesNamed("tn_velkor").empty(), "a module tn_velkor is registered before loading");
   // The library stays loaded until exit: the manager keeps the module's
   // address, and the registration is never withdrawn.
-  if (dlopen(path, RTLD_NOW | RTLD_LOCAL) == nullptr) return Fail(std::string("dlopen: ") + dlerror());
-
+  if (dlopen(argv[1], RTLD_NOW | RTLD_LOCAL) == nullptr) {
+    Check(false, std::string("dlopen: ") + dlerror());
+    return 1;
+  }
   const std::vector<ModuleObject*> modules = ModulesNamed("tn_velkor");
-  if (modules.size() != 1) return Fail("expected one module tn_velkor, found " + std::to_string(modules.size()));
+  Check(modules.size() == 1, "expected one module tn_velkor, found " + std::to_string(modules.size()));
+  if (modules.empty()) return 1;
   ModuleObject& module = *modules.front();
-  const int id = module.GetModuleID();
-  if (id != 1357) return Fail("module id " + std::to_string(id));
-  const int created = module.State();
-  if (created != 0) return Fail("state after loading is " + std::to_string(created));
+  const auto describe = [&module] {
+    return "id " + std::to_string(module.GetModuleID()) + ", state " + std::to_string(module.State()) + ", reserved " +
+           std::to_string(module.Reserved());
+  };
+  Check(describe() == "id 1357, state 0, reserved 0", "after loading: " + describe());
+  const std::size_t registered = ModuleMgr::Instance()->Modules().size();
+  Check(ModuleMgr::Instance()->RegisterModule(&module) == 0, "registering again does not return 0");
+  Check(ModuleMgr::Instance()->Modules().size() == registered, "registering again adds a module");
 
-  g_lines.clear();
-  if (module.Init() != 0) return Fail("Init did not return 0");
-  const int initialised = module.State();
-  if (initialised != 1) return Fail("state after Init is " + std::to_string(initialised));
-  if (g_lines.size() != 1) return Fail("Init wrote " + std::to_string(g_lines.size()) + " trace lines, expected 1");
-  const ns_utility::TraceLine timing = g_lines.front();
-  const std::string& text = timing.text;
-  if (timing.category != "TIME" || text.rfind("Init tn_velkor took ", 0) != 0 || text.size() < 24 ||
-      text.compare(text.size() - 3, 3, " us") != 0) {
-    return Fail("unexpected Init line: " + ns_utility::FormatTraceLine(timing));
+  // Fini needs no Init before it; both may be repeated. Each Init writes one
+  // timing line, Fini none.
+  std::string timing;
+  for (const bool init : {false, true, true, false, false, true, false}) {
+    g_lines.clear();
+    if (init) Check(module.Init() == 0, "Init did not return 0");
+    if (!init) module.Fini();
+    const char* step = init ? "Init" : "Fini";
+    Check(describe() == (init ? "id 1357, state 1, reserved 0" : "id 1357, state 3, reserved 0"),
+          std::string("after ") + step + ": " + describe());
+    Check(g_lines.size() == (init ? 1u : 0u), step + (" wrote " + std::to_string(g_lines.size()) + " trace lines"));
+    if (!init || g_lines.empty()) continue;
+    timing = ns_utility::FormatTraceLine(g_lines.front());
+    Check(timing.rfind("TIME [1] Init tn_velkor took ", 0) == 0 && timing.size() > 32 &&
+              timing.compare(timing.size() - 3, 3, " us") == 0,
+          "unexpected Init line: " + timing);
   }
 
-  module.Fini();
-  const int finished = module.State();
-  if (finished != 3) return Fail("state after Fini is " + std::to_string(finished));
+  for (const std::uint64_t key : {std::uint64_t{0}, std::uint64_t{1}, ~std::uint64_t{0}}) {
+    Check(module.FindEntry(key, key) == nullptr, "an entry for key " + std::to_string(key));
+  }
+  ProbeEntry a, b;
+  std::list<ModuleEntry*> entries{&a, &b};
+  module.ListEntries(entries);  // appends nothing, removes nothing
+  Check(entries == std::list<ModuleEntry*>{&a, &b}, "ListEntries changed the caller's list");
+  module.ReleaseEntries();
+  module.ReleaseEntries();  // repeatable
 
-  std::printf("loaded %s\n", path);
-  std::printf("module %s (id %d) registered, state %d -> Init -> %d -> Fini -> %d\n", module.GetModuleName().c_str(),
-              id, created, initialised, finished);
-  std::printf("Init timing: %s\n", timing.text.c_str());
-  return 0;
+  std::printf("loaded %s: module tn_velkor (id 1357), %s; %s\n", argv[1], g_failures == 0 ? "ok" : "FAILED",
+              timing.c_str());
+  return g_failures == 0 ? 0 : 1;
 }

@@ -1,4 +1,4 @@
-// Fiber cables to fiber records and back.
+// Fiber cables to fiber records and back, and fiber information templates.
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "tests/trace_capture.h"
-#include "tn_platform/asn/asn_value_io.h"
+#include "tn_platform/asn/asn_member.h"
 #include "tn_velkor/ns_velkor.h"
 
 namespace {
@@ -116,34 +116,6 @@ TEST(Convert2QAsnFiberInfo, EdgeValuesPresenceEntriesAndRefill) {
   EXPECT_EQ(AsnEncodeValue(record), AsnEncodeValue(once));
 }
 
-// What it does not map stays, on the way out and (through BER) back in.
-TEST(Convert2QAsnFiberInfo, KeepsWhatItDoesNotMap) {
-  QAsnFiberInfo record;
-  record.fiberText9.GetOrCreate().Set("kept");
-  record.fiberValue7.GetOrCreate() = 17;
-  AddEntry(record, "Earlier", "");
-  qcommon::QAsnUniResID& aRes = record.aEndResID.GetOrCreate();
-  aRes.strFDN.Set("old");
-  aRes.strMOC.Set("PP");
-  aRes.neID = 1001;
-  aRes.poSerialNum.GetOrCreate().Set("SN");
-
-  TEFiberCable source = SampleCable();
-  source.reserve = 0;
-  ns_velkor::Convert2QAsnFiberInfo(source, record);
-  const Entries entries = EntriesOf(record);
-  ASSERT_EQ(entries.size(), 6u);
-  EXPECT_EQ(entries[0].first, "Earlier");
-  EXPECT_EQ(entries[2], Entries::value_type("Reserve", "0"));
-  EXPECT_EQ(std::make_tuple(Text(aRes.strFDN), Text(aRes.strMOC), aRes.neID.Value(), Text(*aRes.poSerialNum)),
-            std::make_tuple("NE=1001,SH=1,SL=3,PP=2", "PP", 1001, "SN"));
-  QAsnFiberInfo incoming;
-  AsnDecodeValue(incoming, AsnEncodeValue(record));
-  TEFiberCable cable;
-  ns_velkor::Convert2FiberCable(incoming, cable);
-  EXPECT_EQ(std::make_tuple(cable.fiberText9, cable.fiberValue7), std::make_tuple("kept", 17));
-}
-
 TEST(Convert2FiberCable, AbsentComponentsGiveDefaults) {
   TEFiberCable cable = SampleCable();
   QAsnFiberInfo record;  // every optional component absent, no attrList
@@ -203,35 +175,44 @@ TEST(Convert2FiberCable, ReserveAndMemoEntries) {
   }
 }
 
-TEST(Convert2FiberCable, TracesOnlyWhenTheCableWasRepaired) {
-  // doubleValue text (null: absent), hybridMaxCapacity, trace lines expected
-  const std::tuple<const char*, int, std::size_t> cases[] = {
-      {nullptr, -1, 0},  // defaults: nothing to repair
-      {"-1", -2, 1},     // two repairs, one line
-  };
-  for (const auto& [doubleText, capacity, lines] : cases) {
-    SCOPED_TRACE(::testing::PrintToString(std::make_tuple(doubleText, capacity)));
-    QAsnFiberInfo record;
-    if (doubleText) record.doubleValue.GetOrCreate().Set(doubleText);
-    record.hybridMaxCapacity.GetOrCreate() = capacity;
-    TEFiberCable cable;
-    TraceCapture trace;
-    ns_velkor::Convert2FiberCable(record, cable);
-    EXPECT_EQ(std::make_tuple(cable.doubleValue, cable.hybridMaxCapacity), std::make_tuple(1.0, -1));
-    ASSERT_EQ(TraceCapture::Lines().size(), lines);
-    for (const ns_utility::TraceLine& line : TraceCapture::Lines())
-      EXPECT_EQ(std::make_tuple(line.category, line.level, line.text),
-                std::make_tuple("INFO", 1, "[Convert2FiberCable]FixInvalidFiberParam"));
-  }
+TEST(Convert2FiberCable, TracesOneLineWhenTheCableWasRepaired) {
+  QAsnFiberInfo record;
+  record.doubleValue.GetOrCreate().Set("-1");
+  record.hybridMaxCapacity.GetOrCreate() = -2;  // two repairs, one line
+  TEFiberCable cable;
+  TraceCapture trace;
+  ns_velkor::Convert2FiberCable(record, cable);
+  EXPECT_EQ(std::make_tuple(cable.doubleValue, cable.hybridMaxCapacity), std::make_tuple(1.0, -1));
+  ASSERT_EQ(TraceCapture::Lines().size(), 1u);
+  const ns_utility::TraceLine& line = TraceCapture::Lines()[0];
+  EXPECT_EQ(std::make_tuple(line.category, line.level, line.text),
+            std::make_tuple("INFO", 1, "[Convert2FiberCable]FixInvalidFiberParam"));
 }
 
+// Out through BER and back in. What the outgoing conversion does not map (and
+// the incoming one reads) was in the record before and stays.
 TEST(Convert2FiberCable, RoundTripThroughBerRestoresWhatTravels) {
   TEFiberCable source = SampleCable();
-  source.reserve = 5;
+  source.reserve = 0;
   source.doubleValue = 3.14159265;
   source.floatValue = -0.1f;
   QAsnFiberInfo outgoing;
+  outgoing.fiberText9.GetOrCreate().Set("kept");
+  outgoing.fiberValue7.GetOrCreate() = 17;
+  AddEntry(outgoing, "Earlier", "");
+  qcommon::QAsnUniResID& aRes = outgoing.aEndResID.GetOrCreate();
+  aRes.strFDN.Set("old");
+  aRes.strMOC.Set("PP");
+  aRes.neID = 1001;
+  aRes.poSerialNum.GetOrCreate().Set("SN");
   ns_velkor::Convert2QAsnFiberInfo(source, outgoing);
+  const Entries entries = EntriesOf(outgoing);
+  ASSERT_EQ(entries.size(), 6u);
+  EXPECT_EQ(std::make_tuple(entries[0].first, entries[2]),
+            std::make_tuple("Earlier", Entries::value_type("Reserve", "0")));
+  EXPECT_EQ(std::make_tuple(Text(aRes.strFDN), Text(aRes.strMOC), aRes.neID.Value(), Text(*aRes.poSerialNum)),
+            std::make_tuple(source.srcPortFDN, "PP", 1001, "SN"));
+
   QAsnFiberInfo incoming;
   AsnDecodeValue(incoming, AsnEncodeValue(outgoing));
   TEFiberCable target;  // its own values: overwritten or kept
@@ -239,16 +220,13 @@ TEST(Convert2FiberCable, RoundTripThroughBerRestoresWhatTravels) {
   target.buildTime = 42;
   target.srcPortFDN = "src";
   target.strCustomInfo = "mine";
-  target.fiberText9 = "old";
-  target.fiberValue7 = target.resetValue1 = target.resetValue2 = 5;
+  target.resetValue1 = target.resetValue2 = 5;
   const TEFiberCable before = target;
   ns_velkor::Convert2FiberCable(incoming, target);
-
   TEFiberCable expected = source;
-  expected.reserve = 1;             // reduced to a flag
   expected.doubleValue = 3.141593;  // six decimals
-  expected.fiberText9 = "";         // not carried by the outgoing record: cleared
-  expected.fiberValue7 = 0;
+  expected.fiberText9 = "kept";
+  expected.fiberValue7 = 17;
   expected.resetValue1 = expected.resetValue2 = 0;
   EXPECT_EQ(Mapped(target), Mapped(expected));
   EXPECT_EQ(Own(target), Own(before));  // maintenanceState etc. are not read back
@@ -274,6 +252,54 @@ TEST(TEFiberCable, FixInvalidFiberParam) {
     EXPECT_EQ(cable.FixInvalidFiberParam(), changed);
     EXPECT_EQ(Values(cable.doubleValue, cable.floatValue, cable.hybridMaxCapacity), fixed);
   }
+}
+
+// ---- templates ----------------------------------------------------------------
+
+using qinventoryfiber::QAsnFiberInfoTemplate;
+
+// Presence of the columns as a mask, read without the converter: member n of
+// the record stands for bit n.
+std::uint64_t PresentColumns(const QAsnFiberInfoTemplate& record) {
+  std::uint64_t mask = 0, bit = 1;
+  for (const AsnMember& column : AsnMembersOf(record)) {
+    if (column.Value() != nullptr) mask |= bit;
+    bit <<= 1;
+  }
+  return mask;
+}
+
+// Each mask onto an empty record and back (through BER, onto a stale mask).
+// Bits 12 to 63 stand for no column.
+TEST(FiberInfoTemplate, MasksOnAnEmptyRecordAndBack) {
+  const std::uint64_t cases[][2] = {{0, 0}, {0xFFF, 0xFFF}, {0x804, 0x804}, {0x1000, 0}, {~std::uint64_t{0}, 0xFFF}};
+  for (const auto& [mask, present] : cases) {
+    SCOPED_TRACE(mask);
+    QAsnFiberInfoTemplate record;
+    ns_velkor::Convert2QAsnFiberInfoTemplate(mask, record);
+    EXPECT_EQ(PresentColumns(record), present);
+    QAsnFiberInfoTemplate decoded;
+    AsnDecodeValue(decoded, AsnEncodeValue(record));
+    std::uint64_t back = 0xF000 | ~present;  // replaced, not combined
+    ns_velkor::Convert2FiberInfoTemplateType(decoded, back);
+    EXPECT_EQ(back, present);
+  }
+}
+
+// 0x1 onto a record already holding column2 gives 0x3; nothing is removed and
+// a selected column that is present keeps its condition.
+TEST(FiberInfoTemplate, AddsAndNeverRemoves) {
+  QAsnFiberInfoTemplate record;
+  record.column2.GetOrCreate().strCondition.Set("length > 10");
+  ns_velkor::Convert2QAsnFiberInfoTemplate(0x1, record);
+  std::uint64_t mask = 0;
+  ns_velkor::Convert2FiberInfoTemplateType(record, mask);
+  EXPECT_EQ(mask, 0x3u);
+  ns_velkor::Convert2QAsnFiberInfoTemplate(0x2, record);
+  ns_velkor::Convert2QAsnFiberInfoTemplate(0, record);
+  EXPECT_EQ(PresentColumns(record), 0x3u);
+  EXPECT_EQ(record.column1->strCondition.Len(), 0u);
+  EXPECT_EQ(record.column2->strCondition.view(), "length > 10");
 }
 
 }  // namespace

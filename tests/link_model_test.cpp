@@ -158,24 +158,6 @@ TEST(Convert2LinkMgrModel, LinkEnds) {
   }
 }
 
-TEST(Convert2LinkMgrModelList, AppendsInOrderFromInitModels) {
-  qinventorylinkexterior::QAsnLinkInfoList list;
-  for (const char* fdn : {"LINK=1", "LINK=2", "LINK=3"}) list.Append()->linkResID.strFDN.Set(fdn);
-  SetAttributes(*list.First(), {{"srcNeName", "A"}, {"MidNe", "5"}, {"BuildTime_t", "1"}});
-  std::list<CLinkMgrModel> models(2);
-  models.front().strLinkFDN = "old-1";
-  models.back().strLinkFDN = "old-2";
-  ns_velkor::Convert2LinkMgrModelList(list, models);
-  std::vector<std::string> fdns;
-  for (const CLinkMgrModel& model : models) fdns.push_back(model.strLinkFDN);
-  ASSERT_EQ(fdns, (std::vector<std::string>{"old-1", "old-2", "LINK=1", "LINK=2", "LINK=3"}));
-  const CLinkMgrModel& first = *std::next(models.begin(), 2);
-  const CLinkMgrModel& second = *std::next(models.begin(), 3);
-  EXPECT_EQ(std::make_tuple(first.srcNeName, first.midNe), std::make_tuple("A", 5));
-  EXPECT_EQ(std::make_tuple(second.srcNeName, second.midNe), std::make_tuple("", 0)) << "reset between records";
-  EXPECT_EQ(list.Current(), nullptr) << "cursor at the end of the walk";
-}
-
 // ---- a list from an independent encoder ---------------------------------------
 
 // Every field in declaration order, link ends nested.
@@ -230,16 +212,21 @@ constexpr const char* kExpectedModels[] = {
     R"("", "", "", "", "", "", 0, 0, 0, 5, 0, ""))",
 };
 
+// The list appends to the models already there, each from an Init() model, and
+// leaves the list's cursor at its end.
 TEST(Convert2LinkMgrModelList, DecodesIndependentEncoding) {
   qinventorylinkexterior::QAsnLinkInfoList list;
   AsnDecodeValue(list, test_bytes::Hex(kPyasn1LinkList));
   ASSERT_EQ(list.Count(), 2u);
   ASSERT_NE(list.First()->spareValue.data(), nullptr);
   EXPECT_EQ(test_bytes::ToHex(list.First()->spareValue.view()), "00 FF");
-  std::list<CLinkMgrModel> models;
+  std::list<CLinkMgrModel> models(1);
+  models.front().strLinkFDN = "old";
   ns_velkor::Convert2LinkMgrModelList(list, models);
-  ASSERT_EQ(models.size(), 2u);
+  EXPECT_EQ(list.Current(), nullptr);
+  ASSERT_EQ(models.size(), 3u);
   auto model = models.begin();
+  EXPECT_EQ((model++)->strLinkFDN, "old");
   for (const char* expected : kExpectedModels) EXPECT_EQ(Describe(*model++), expected);
   // Our encoder gives the same octets back.
   EXPECT_EQ(test_bytes::ToHex(AsnEncodeValue(list)), test_bytes::ToHex(test_bytes::Hex(kPyasn1LinkList)));

@@ -117,10 +117,9 @@ TEST(ErrInfoReturnToMap, FilesTheListAndTracesFailures) {
       }
       // The code at INFO level 3, then the whole record at ASN.
       ASSERT_EQ(lines.size(), 2u);
-      EXPECT_EQ(std::make_tuple(lines[0].module, lines[0].category, lines[0].level, lines[0].text, lines[0].file),
-                std::make_tuple(
-                    "tn_velkor", "INFO", 3,
-                    "QAsnErrInfoReturn failed " + std::to_string(c.code) + ", error snapshot:", "tn_velkor_unity"));
+      EXPECT_EQ(ns_utility::FormatTraceLine(lines[0]),
+                "tn_velkor INFO tn_velkor_unity:" + std::to_string(lines[0].line) + " [3] QAsnErrInfoReturn failed " +
+                    std::to_string(c.code) + ", error snapshot:");
       std::ostringstream printed;
       record.Print(printed, 0, false);
       EXPECT_EQ(std::make_tuple(lines[1].module, lines[1].category, lines[1].text, lines[1].file),
@@ -139,8 +138,10 @@ TEST(IgnoreMapRetCode, RemovesToleratedCodesAndDecidesResult) {
     unsigned long result;
   };
   const Case cases[] = {
-      {"real failure stays", 8, {0, 7, 8}, "3:=8", 8},       {"every failure tolerated", 8, {0, 7}, "", 0},
-      {"empty map does not clear the result", 8, {}, "", 8}, {"tolerated overall code", 7, {0, 7, 8}, "3:=8", 0},
+      {"real failure stays", 8, {0, 7, 8}, "3:=8", 8},
+      {"every failure tolerated", 8, {0, 7}, "", 0},
+      {"empty map does not clear the result", 8, {}, "", 8},
+      {"tolerated overall code", 7, {0, 7, 8}, "3:=8", 0},
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(c.what);
@@ -162,30 +163,22 @@ TEST(IgnoreMapRetCode, RemovesToleratedCodesAndDecidesResult) {
 }
 
 TEST(SingleReturn, WritesCodeAndSuccess) {
-  struct Case {
-    unsigned long code;
-    bool retCodePresent;  // before the call
-    bool success;
-    long long retCode;
+  // code, retCode present before the call, success, retCode
+  const std::tuple<unsigned long, bool, bool, long long> cases[] = {
+      {0, true, true, 0},            // success
+      {5, false, false, 5},          // failure makes retCode present
+      {1UL << 32, false, false, 0},  // narrows to 0, yet a failure
+      {ULONG_MAX, true, false, -1},  // low 32 bits, signed
   };
-  const Case cases[] = {
-      {0, true, true, 0},                       // success, retCode assigned in place
-      {5, false, false, 5},                     // failure makes retCode present
-      {1UL << 32, false, false, 0},             // narrows to 0, yet a failure
-      {ULONG_MAX, true, false, -1},             // low 32 bits, signed
-  };
-  for (const Case& c : cases) {
-    SCOPED_TRACE(c.code);
+  for (const auto& [code, present, success, retCode] : cases) {
+    SCOPED_TRACE(code);
     AsnSingleReturn record;
-    record.success = !c.success;
-    const AsnInt* held = c.retCodePresent ? &(record.retCode.GetOrCreate() = 99) : nullptr;
-    ns_velkor::Convert2AsnSingleReturn(c.code, &record);
-    EXPECT_EQ(record.success.Value(), c.success);
+    record.success = !success;
+    if (present) record.retCode.GetOrCreate() = 99;
+    ns_velkor::Convert2AsnSingleReturn(code, &record);
+    EXPECT_EQ(record.success.Value(), success);
     ASSERT_FALSE(record.retCode.IsNull());
-    EXPECT_EQ(record.retCode->Value(), c.retCode);
-    if (held != nullptr) {
-      EXPECT_EQ(record.retCode.Get(), held);  // assigned in place
-    }
+    EXPECT_EQ(record.retCode->Value(), retCode);
   }
   ns_velkor::Convert2AsnSingleReturn(3, nullptr);  // a null record is ignored
 }

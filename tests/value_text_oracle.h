@@ -1,9 +1,8 @@
 // The reference formulation of the number <-> text conversions: one
 // read/write string stream in the classic locale with fixed notation and the
-// default six decimals. Slow (the stream is built for every call) but
-// obviously right; the library's fast path must give the same text, byte for
-// byte, and the same value, bit for bit. Shared by the tests, the fuzz target
-// and the benchmarks.
+// default six decimals. Slow but obviously right; the library's fast path must
+// give the same text, byte for byte, and the same value, bit for bit. Shared by
+// the tests, the fuzz target and the benchmarks.
 #pragma once
 
 #include <locale>
@@ -13,38 +12,33 @@
 
 namespace value_text_oracle {
 
-inline void PrepareStream(std::stringstream& stream) {
+inline std::stringstream NewStream() {
+  std::stringstream stream;
   stream.imbue(std::locale::classic());
-  stream.unsetf(std::ios::scientific);
-  stream.setf(std::ios::fixed);
+  stream.setf(std::ios::fixed, std::ios::floatfield);
+  return stream;
 }
 
 template <class T>
 std::string StreamConvert2Str(T value) {
-  std::stringstream stream;
-  PrepareStream(stream);
+  std::stringstream stream = NewStream();
   if constexpr (std::is_same_v<T, float>) {
     stream << static_cast<double>(value);
   } else {
     stream << value;
   }
-  if (stream.fail()) return std::string();
   std::string token;
   stream >> token;
-  if (stream.fail()) return std::string();
-  return token;
+  return stream.fail() ? std::string() : token;
 }
 
 template <class T>
 T StreamConvert2Num(const std::string& text) {
   T result{};
-  std::stringstream stream;
-  PrepareStream(stream);
+  std::stringstream stream = NewStream();
   stream.write(text.data(), static_cast<std::streamsize>(text.size()));
-  if (stream.fail()) return T{};
   stream >> result;
-  if (stream.fail()) return T{};
-  return result;
+  return stream.fail() ? T{} : result;
 }
 
 }  // namespace value_text_oracle

@@ -81,7 +81,7 @@ class Part(dict):
 
 
 def stdin_of(cell):
-    return ok(["encode", cell.type, "--hex"], json.dumps(cell.value)) if isinstance(cell, Hex) else cell
+    return ok(["encode", cell.type, "--hex", "--readable"], json.dumps(cell.value)) if isinstance(cell, Hex) else cell
 
 
 def matches(actual, expected):
@@ -214,9 +214,9 @@ class Velkor(unittest.TestCase):
                                  set(types))
         for name in types:  # the skeleton encodes; its bytes go to JSON and back, and to value notation
             with self.subTest(type=name):
-                hex_text = ok(load + ["encode", name, "--hex"], ok(load + ["template", name]))
+                hex_text = ok(load + ["encode", name, "--hex", "--readable"], ok(load + ["template", name]))
                 decoded = ok(load + ["decode", name, "--hex", "--json"], hex_text)
-                self.assertEqual(ok(load + ["encode", name, "--hex"], decoded), hex_text)
+                self.assertEqual(ok(load + ["encode", name, "--hex", "--readable"], decoded), hex_text)
                 ok(load + ["decode", name, "--hex"], hex_text)
         long_form = "3089000000000000000003040141"  # nine length octets, eight of them leading zeros
         self.assertIn(b"(SEQUENCE), length 3\n", ok(["dump", "--hex"], long_form))

@@ -1,14 +1,11 @@
-// First registration from many threads at once. Each thread walks the whole
-// catalogue and the runtime's value types in an order of its own, using each
-// for the first time in this process: every type through an encoding and a
-// decoding, records through their reflection hook, value types through their
-// descriptions. Afterwards every record class must be registered exactly
-// once, every thread must have seen the same classes, descriptions and
-// encodings, and every member must refer to the one description of its value
-// type. ThreadSanitizer (scripts/tsan.sh) must see no race.
-//
+// First registration from many threads at once, and what it registers. Each
+// thread uses every catalogue type and value type for the first time in this
+// process, in an order of its own: encoding, decoding, the reflection hook, the
+// descriptions. ThreadSanitizer (scripts/tsan.sh) must see no race. Then each
+// record class is registered once, all threads saw the same, each member's
+// description is of its kind (a value type's one shared description, a list's
+// custom type, a record's class), and the create and destroy functions work.
 // A program of its own: the first use has to be the first in its process.
-// Exit status 0 when every check holds.
 #include <algorithm>
 #include <atomic>
 #include <cstdio>
@@ -18,6 +15,7 @@
 #include <random>
 #include <string>
 #include <thread>
+#include <tuple>
 #include <vector>
 
 #include "tn_platform/asn/asn_list_base.h"
@@ -29,6 +27,12 @@
 namespace {
 
 constexpr int kThreads = 16;
+int g_failures = 0;
+
+void Fail(const std::string& what) {
+  std::fprintf(stderr, "%s\n", what.c_str());
+  ++g_failures;
+}
 
 struct Seen {
   std::map<std::string, const refl::CClassInfor*> classes;           // record name -> its class
@@ -74,36 +78,103 @@ void Walk(int index, const std::vector<AsnCatalogueEntry>& catalogue, Seen& seen
   for (const auto& step : steps) step();
 }
 
-int Check(const std::vector<Seen>& seen) {
-  int failures = 0;
-  auto fail = [&failures](const std::string& what) {
-    std::fprintf(stderr, "%s\n", what.c_str());
-    ++failures;
-  };
+void CheckOnceAndShared(const std::vector<Seen>& seen) {
   for (int i = 1; i < kThreads; ++i) {
     if (seen[i].classes != seen[0].classes || seen[i].values != seen[0].values ||
         seen[i].encodings != seen[0].encodings)
-      fail("thread " + std::to_string(i) + " saw other classes, descriptions or encodings than thread 0");
+      Fail("thread " + std::to_string(i) + " saw other classes, descriptions or encodings than thread 0");
   }
   const auto& values = seen[0].values;
   for (const char* name : {"AsnOcts", "AsnTinyInt", "AsnInt"}) {
     if (values.at(name) == nullptr || values.at(name) != values.at(std::string(name) + "?"))
-      fail(std::string(name) + ": no description, or one of its own for the optional form");
+      Fail(std::string(name) + ": no description, or one of its own for the optional form");
   }
   std::map<std::string, int> registered;
   for (const refl::CClassInfor* infor : refl::CClassInfor::Registered()) ++registered[infor->Name()];
   for (const auto& [name, infor] : seen[0].classes) {
     if (infor == nullptr || infor != refl::CClassInfor::Find(name) || registered[name] != 1) {
-      fail(name + ": registered " + std::to_string(registered[name]) + " times, or not as the class bound");
+      Fail(name + ": registered " + std::to_string(registered[name]) + " times, or not as the class bound");
       continue;
     }
     for (const refl::CAttribInfor& attribute : infor->Attributes()) {
       const auto value = values.find(attribute.type.TypeName());
       if (value != values.end() && attribute.type.CustomBasic() != value->second)
-        fail(name + "." + attribute.name + ": a description of its own");
+        Fail(name + "." + attribute.name + ": a description of its own");
     }
   }
-  return failures;
+  for (const char* name : {"qcommon::QAsnErrInfo", "QAsnNoSuchRecord", ""}) {
+    if (refl::CClassInfor::Find(name) != nullptr) Fail(std::string("a class named \"") + name + "\"");
+  }
+  // name, size, underlying kind code of the value types' descriptions
+  const std::tuple<const char*, unsigned long, unsigned> basics[] = {{"AsnOcts", sizeof(AsnOcts), 45},
+                                                                     {"AsnTinyInt", sizeof(AsnTinyInt), 14}};
+  for (const auto& [name, size, kindCode] : basics) {
+    const refl::CCustomBasicTypeInfor* basic = values.at(name);
+    if (std::make_tuple(basic->Name(), basic->Size(), basic->Underlying().KindCode(),
+                        basic->Underlying().IsMayNull()) != std::make_tuple(std::string(name), size, kindCode, false))
+      Fail(std::string(name) + ": its description has another name, size or underlying kind");
+  }
+}
+
+// A member's description as "[optional ]custom <id> <type>" or "[optional ]class <name>"; a
+// list's type (custom id 41) without its namespace.
+std::string Described(const refl::CGnlTypeInfor& type) {
+  const std::string optional = type.IsMayNull() ? "optional " : "";
+  if (type.Class() != nullptr) return optional + "class " + type.Class()->Name();
+  const std::string name =
+      type.CustomId() == 41 ? type.TypeName().substr(type.TypeName().rfind(':') + 1) : type.TypeName();
+  return optional + "custom " + std::to_string(type.CustomId()) + " " + name;
+}
+
+void CheckMembers(const std::vector<AsnCatalogueEntry>& catalogue) {
+  // kind -> custom id and type name ("": a list, named by the member's type)
+  const std::map<AsnMemberKind, std::pair<unsigned, std::string>> kinds = {
+      {AsnMemberKind::kOcts, {4, "AsnOcts"}},
+      {AsnMemberKind::kTinyInt, {40, "AsnTinyInt"}},
+      {AsnMemberKind::kInt, {42, "AsnInt"}},
+      {AsnMemberKind::kBool, {43, "AsnBool"}},
+      {AsnMemberKind::kList, {41, ""}}};
+  for (const AsnCatalogueEntry& entry : catalogue) {
+    const std::unique_ptr<AsnType> value(entry.create());
+    const auto* record = dynamic_cast<const AsnSequence*>(value.get());
+    if (record == nullptr) continue;
+    const refl::CClassInfor& infor = record->ClassInfor();
+    const std::vector<AsnMemberStep>& members = record->Plan().members;
+    if (infor.Attributes().size() != members.size()) Fail(entry.name + ": not one attribute per member");
+    for (std::size_t i = 0; i < std::min(members.size(), infor.Attributes().size()); ++i) {
+      const AsnMemberStep& member = members[i];
+      std::string expected = member.optional ? "optional " : "";
+      if (member.kind == AsnMemberKind::kRecord) {
+        expected += std::string("class ") + member.typeName;
+      } else {
+        const auto& [customId, typeName] = kinds.at(member.kind);
+        expected +=
+            "custom " + std::to_string(customId) + " " + (typeName.empty() ? std::string(member.typeName) : typeName);
+      }
+      const std::string actual = Described(infor.Attributes()[i].type);
+      if (actual != expected) Fail(entry.name + "." + member.name + ": " + actual + ", expected " + expected);
+      if (infor.Attributes()[i].position >= infor.Size()) Fail(entry.name + "." + member.name + ": outside the object");
+    }
+  }
+}
+
+void CheckCreateAndDestroy(const std::map<std::string, const refl::CClassInfor*>& classes) {
+  for (const auto& [name, infor] : classes) {
+    infor->Destroyer()(nullptr);
+    auto* record = static_cast<AsnSequence*>(infor->Creator()());
+    refl::CRefrence reference;
+    if (!record->BindReflection(reference) || reference.ClassInfor() != infor || reference.Object() != record)
+      Fail(name + ": a created object is not bound to its class");
+    infor->Destroyer()(record);
+    for (const refl::CAttribInfor& attribute : infor->Attributes()) {
+      attribute.type.Destroyer()(nullptr);
+      attribute.type.Destroyer()(attribute.type.Creator()());
+    }
+  }
+  const refl::CGnlTypeInfor& objID = qcommon::QAsnErrInfo::GetClassInfor().Attributes()[0].type;
+  const std::unique_ptr<AsnType> list(static_cast<qcommon::QAsnTinyIntList*>(objID.Creator()()));
+  if (std::string(list->typeName()) != "QAsnTinyIntList" || objID.TypeSize() != sizeof(qcommon::QAsnTinyIntList))
+    Fail("QAsnErrInfo.objID: its create function makes no QAsnTinyIntList");
 }
 
 }  // namespace
@@ -127,8 +198,10 @@ int main() {
     });
   }
   for (std::thread& thread : threads) thread.join();
-  const int failures = Check(seen);
+  CheckOnceAndShared(seen);
+  CheckMembers(catalogue);
+  CheckCreateAndDestroy(seen[0].classes);
   std::printf("%d threads registered %zu record classes once: %s\n", kThreads, seen[0].classes.size(),
-              failures == 0 ? "ok" : "FAILED");
-  return failures == 0 ? 0 : 1;
+              g_failures == 0 ? "ok" : "FAILED");
+  return g_failures == 0 ? 0 : 1;
 }

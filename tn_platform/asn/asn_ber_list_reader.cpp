@@ -113,7 +113,7 @@ AsnType* AsnBerListReader::DecodeElement() {
       const AsnOpenValueGuard list(buf, 0, AsnHolder::kList, m_indefinite ? kIndefiniteLength : m_length,
                                    m_length - m_consumed);
       m_element->BDec(buf, octets, NIClass_BER);
-      if (buf.ReadError()) AsnThrowInputEnds(buf.End(), "input ends early");
+      if (buf.ReadError()) AsnThrowInputEnds(buf.End(), "input ends in the length");  // a list element's
     } catch (AsnDecodeError* error) {
       // The element may go on past the window, and an error about the input
       // ending must see where it really ends: read more and decode again.
@@ -121,11 +121,7 @@ AsnType* AsnBerListReader::DecodeElement() {
         delete error;
         continue;
       }
-      if (error->Placed()) {
-        error->MoveBy(elementStart);
-      } else {
-        error->PlaceAt(m_headerStart);
-      }
+      error->MoveBy(elementStart);
       error->AddIndex(m_index);
       Throw(error);
     } catch (CSM_Exception* error) {

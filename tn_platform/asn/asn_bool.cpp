@@ -2,7 +2,7 @@
 
 namespace {
 // The content octet of a BOOLEAN of `length` octets; errors are placed at
-// `itemStart` (or left to the caller).
+// `itemStart`.
 bool DecodeBoolean(AsnBuf& buf, unsigned long length, std::size_t itemStart) {
   if (length != 1) AsnThrowDecodeError(itemStart, "BOOLEAN content is not one octet");
   const bool value = buf.GetByte() != 0;
@@ -12,7 +12,7 @@ bool DecodeBoolean(AsnBuf& buf, unsigned long length, std::size_t itemStart) {
 }  // namespace
 
 void AsnBool::BDecContent(AsnBuf& buf, AsnTag, unsigned long length, unsigned long& bytesDecoded) {
-  m_value = DecodeBoolean(buf, length, AsnDecodeError::kUnplaced);
+  m_value = DecodeBoolean(buf, length, buf.ItemStart());
   bytesDecoded += 1;
 }
 

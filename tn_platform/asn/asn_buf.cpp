@@ -24,10 +24,9 @@ std::string AsnBuf::EncodedBytes() const {
   return std::string(reinterpret_cast<const char*>(EncodedData()), EncodedLength());
 }
 
-void AsnBuf::ThrowTooDeep() {
-  // About the value being entered, whose start its decoder's caller knows.
-  AsnThrowContentError("constructed values nested deeper than " + std::to_string(AsnDecodeLimits::kMaxDepth) +
-                       " levels");
+void AsnBuf::ThrowTooDeep(std::size_t start) {
+  AsnThrowDecodeError(start, "constructed values nested deeper than " + std::to_string(AsnDecodeLimits::kMaxDepth) +
+                                 " levels");
 }
 
 void AsnBuf::ThrowTooManyElements() const {

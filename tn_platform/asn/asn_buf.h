@@ -135,11 +135,11 @@ class AsnBuf {
   // Opens the constructed value whose tag was read last (or the one starting
   // at `start`), its content of `length` octets (kIndefiniteLength) starting
   // here, or of which `rest` octets are still ahead. One level more than
-  // AsnDecodeLimits::kMaxDepth throws a CSM_Exception for the caller to place.
+  // AsnDecodeLimits::kMaxDepth throws an AsnDecodeError about that value.
   void OpenValue(AsnHolder holder, unsigned long length) { OpenValueAt(m_itemStart, holder, length, length); }
   [[gnu::always_inline]] void OpenValueAt(std::size_t start, AsnHolder holder, unsigned long length,
                                           unsigned long rest) {
-    if (!m_open.MayOpen(1)) ThrowTooDeep();
+    if (!m_open.MayOpen(1)) ThrowTooDeep(start);
     const bool indefinite = length == ~0UL;  // kIndefiniteLength (ber.h)
     m_open.Push(AsnOpenValue{start, indefinite ? kAsnNoEnd : Offset() + rest, indefinite ? 0 : length, holder, 0});
   }
@@ -185,7 +185,7 @@ class AsnBuf {
   }
 
  private:
-  [[noreturn]] static void ThrowTooDeep();
+  [[noreturn]] static void ThrowTooDeep(std::size_t start);
   [[noreturn]] void ThrowTooManyElements() const;
 
   // Encoding block: the written octets are [m_front, m_block + m_blockSize).

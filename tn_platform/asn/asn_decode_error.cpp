@@ -10,12 +10,6 @@ AsnDecodeError::AsnDecodeError(std::size_t offset, std::string what, bool inputE
   Compose();
 }
 
-void AsnDecodeError::PlaceAt(std::size_t offset) {
-  if (Placed()) return;
-  m_offset = offset;
-  Compose();
-}
-
 void AsnDecodeError::AddMember(const char* name) {
   m_path.insert(0, std::string(".") + name);
   Compose();
@@ -32,22 +26,19 @@ void AsnDecodeError::AddTypeName(const char* name) {
 }
 
 void AsnDecodeError::MoveBy(std::size_t base) {
-  if (!Placed()) return;
   m_offset += base;
   Compose();
 }
 
 void AsnDecodeError::Compose() {
   std::string message = m_path.empty() ? m_what : m_path + ": " + m_what;
-  if (Placed()) message += " at offset " + std::to_string(m_offset);
+  message += " at offset " + std::to_string(m_offset);
   SetMessage(std::move(message));
 }
 
 std::string AsnOctetCount(std::size_t count) { return std::to_string(count) + (count == 1 ? " octet" : " octets"); }
 
 void AsnThrowDecodeError(std::size_t offset, const std::string& what) { throw new AsnDecodeError(offset, what); }
-
-void AsnThrowContentError(const std::string& what) { throw new AsnDecodeError(AsnDecodeError::kUnplaced, what); }
 
 void AsnThrowInputEnds(std::size_t inputEnd, const std::string& what) {
   throw new AsnDecodeError(inputEnd, what, true);

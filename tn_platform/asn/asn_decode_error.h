@@ -20,10 +20,10 @@
 //
 // The path grows as the error unwinds: the innermost codec throws with the
 // fault alone, each record adds its member, each list its element index and
-// the whole-value decode the type name. A codec that decodes content without
-// knowing where its item starts throws the error unplaced; the first caller
-// that read the item's header places it. Nothing of this is formatted unless
-// an error is thrown.
+// the whole-value decode the type name. Every error is thrown placed: a
+// codec decoding content places it at the item whose tag the buffer read last
+// (AsnBuf::ItemStart()). Nothing of this is formatted unless an error is
+// thrown.
 #pragma once
 #pragma GCC visibility push(default)
 
@@ -34,22 +34,16 @@
 
 class AsnDecodeError : public CSM_Exception {
  public:
-  // The offset of an error whose item's start is not known yet.
-  static constexpr std::size_t kUnplaced = ~std::size_t{0};
-
   // `inputEnds`: the error is about the input ending (see InputEnds()).
   AsnDecodeError(std::size_t offset, std::string what, bool inputEnds = false);
 
   std::size_t Offset() const { return m_offset; }
-  bool Placed() const { return m_offset != kUnplaced; }
   const std::string& Path() const { return m_path; }
   const std::string& What() const { return m_what; }
 
   // True for an input that ends before the values that hold the fault do.
   bool InputEnds() const { return m_inputEnds; }
 
-  // Sets the offset of an unplaced error; a placed one keeps its own.
-  void PlaceAt(std::size_t offset);
   // Adds, in front of the path, ".name" (a record member), "[index]" (a list
   // element) or the type name of the outermost value.
   void AddMember(const char* name);
@@ -73,9 +67,6 @@ std::string AsnOctetCount(std::size_t count);
 
 // Throws a new AsnDecodeError about the item starting at `offset`.
 [[noreturn]] void AsnThrowDecodeError(std::size_t offset, const std::string& what);
-// Throws a new unplaced AsnDecodeError: the fault lies in the content of a
-// value whose start the caller knows.
-[[noreturn]] void AsnThrowContentError(const std::string& what);
 // Throws a new AsnDecodeError about an input that ends, placed at its end,
 // `inputEnd` (AsnBuf::End()).
 [[noreturn]] void AsnThrowInputEnds(std::size_t inputEnd, const std::string& what);

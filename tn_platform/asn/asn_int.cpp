@@ -56,7 +56,7 @@ unsigned long EncodeInteger(AsnBuf& buf, std::int64_t value) {
 }  // namespace
 
 void AsnTinyInt::BDecContent(AsnBuf& buf, AsnTag, unsigned long length, unsigned long& bytesDecoded) {
-  m_value = static_cast<int>(asn_integer::DecodeContent(buf, length, 4, AsnDecodeError::kUnplaced));
+  m_value = static_cast<int>(asn_integer::DecodeContent(buf, length, 4, buf.ItemStart()));
   bytesDecoded += length;
 }
 
@@ -71,7 +71,7 @@ unsigned long AsnTinyInt::BEnc(AsnBuf& buf, NIClass_EncodingFormatEnum) { return
 void AsnTinyInt::Print(std::ostream& os, unsigned long, bool) const { os << m_value; }
 
 void AsnInt::BDecContent(AsnBuf& buf, AsnTag, unsigned long length, unsigned long& bytesDecoded) {
-  m_value = asn_integer::DecodeContent(buf, length, 8, AsnDecodeError::kUnplaced);
+  m_value = asn_integer::DecodeContent(buf, length, 8, buf.ItemStart());
   bytesDecoded += length;
 }
 

@@ -13,8 +13,7 @@
 // Content decoding shared by the integer classes.
 namespace asn_integer {
 // Reads `length` content octets of an INTEGER that must fit in `maxOctets`
-// octets; errors are placed at `itemStart` (AsnDecodeError::kUnplaced when
-// the caller places them).
+// octets; errors are placed at `itemStart`.
 std::int64_t DecodeContent(AsnBuf& buf, unsigned long length, unsigned maxOctets, std::size_t itemStart);
 }  // namespace asn_integer
 

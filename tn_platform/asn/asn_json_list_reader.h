@@ -34,6 +34,8 @@ class AsnJsonListReader {
   // is read (AsnJsonReader::ReadEncoded). False after the last one. Throws as
   // Next(), leaving `ber` as it was.
   bool NextEncoded(std::string& ber);
+  // Refuses ambiguous octets as AsnJsonReader::RefuseAmbiguousOctets does.
+  void RefuseAmbiguousOctets() { m_refuseAmbiguous = true; }
   // Elements returned so far.
   unsigned long Count() const { return m_index; }
 
@@ -51,6 +53,7 @@ class AsnJsonListReader {
 
   AsnSourceWindow m_window;
   AsnJsonForm m_form;
+  bool m_refuseAmbiguous = false;
   AsnType* (*m_createElement)();
   std::string m_typeName;
   std::unique_ptr<AsnType> m_prototype;  // an element, for NextEncoded

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "tn_platform/asn/asn_decode_error.h"
+#include "tn_platform/asn/asn_json_either_form.h"
 #include "tn_platform/asn/asn_json_shape.h"
 #include "tn_platform/asn/asn_json_text.h"
 #include "tn_platform/asn/asn_text_codes.h"
@@ -206,7 +207,8 @@ class AsnJsonGrammar : public JsonText {
  public:
   using Slot = typename Sink::Slot;
 
-  AsnJsonGrammar(const JsonText& text, Sink& sink) : JsonText(text), m_sink(sink), m_pairs(HexPairValues()) {}
+  AsnJsonGrammar(const JsonText& text, Sink& sink, bool refuseAmbiguous)
+      : JsonText(text), m_sink(sink), m_pairs(HexPairValues()), m_refuseAmbiguous(refuseAmbiguous) {}
 
   void Read(const AsnJsonShape& shape, Slot slot) {
     switch (shape.kind) {
@@ -323,6 +325,10 @@ class AsnJsonGrammar : public JsonText {
     const char c = Peek();
     if (m_jer) {
       if (c != '"') FailExpected("a string of hex digits");
+      if (m_refuseAmbiguous && m_at + 1 != m_end && m_at[1] != '"') {
+        throw new AsnJsonAmbiguity(m_base + static_cast<std::size_t>(m_at - m_begin),
+                                   "a string that reads as hex digits in JER and as text in the readable form");
+      }
       ReadHex(slot);
     } else if (c == '"') {
       m_sink.Octets(slot, ReadStringContent());
@@ -379,6 +385,7 @@ class AsnJsonGrammar : public JsonText {
 
   Sink& m_sink;
   const std::int16_t* const m_pairs;
+  const bool m_refuseAmbiguous;
 };
 
 }  // namespace
@@ -404,7 +411,7 @@ JsonText TextOf(const char* begin, const char* at, const char* end, std::size_t 
 void AsnJsonReader::ReadValue(AsnType& value) {
   const JsonText text = TextOf(m_begin, m_at, m_end, m_base, m_jer, m_depth, m_endedEarly, m_scratch, m_key);
   ValueSink sink(m_scratch);
-  AsnJsonGrammar<ValueSink> grammar(text, sink);
+  AsnJsonGrammar<ValueSink> grammar(text, sink, m_refuseAmbiguous);
   grammar.Read(AsnJsonShapeOf(value), &value);
   m_at = grammar.At();
 }
@@ -415,7 +422,7 @@ void AsnJsonReader::ReadEncoded(const AsnType& prototype, std::string& ber) {
   try {
     const JsonText text = TextOf(m_begin, m_at, m_end, m_base, m_jer, m_depth, m_endedEarly, m_scratch, m_key);
     BerSink sink(ber);
-    AsnJsonGrammar<BerSink> grammar(text, sink);
+    AsnJsonGrammar<BerSink> grammar(text, sink, m_refuseAmbiguous);
     grammar.Read(shape, AsnMemberTag(shape.kind, false, -1));
     sink.Done();
     m_at = grammar.At();
@@ -474,9 +481,13 @@ void AsnReadJson(AsnType& value, std::string_view text, AsnJsonForm form) {
   }
 }
 
-void AsnJsonToBerInto(const AsnType& prototype, std::string_view text, AsnJsonForm form, std::string& ber) {
+namespace {
+
+void JsonToBerInto(const AsnType& prototype, std::string_view text, AsnJsonForm form, bool refuseAmbiguous,
+                   std::string& ber) {
   ber.clear();
   AsnJsonReader reader(text, form);
+  if (refuseAmbiguous) reader.RefuseAmbiguousOctets();
   try {
     CheckStart(text);
     reader.ReadEncoded(prototype, ber);
@@ -486,6 +497,21 @@ void AsnJsonToBerInto(const AsnType& prototype, std::string_view text, AsnJsonFo
     error->AddTypeName(prototype.typeName());
     throw;
   }
+}
+
+}  // namespace
+
+void AsnJsonToBerInto(const AsnType& prototype, std::string_view text, AsnJsonForm form, std::string& ber) {
+  JsonToBerInto(prototype, text, form, false, ber);
+}
+
+AsnJsonForm AsnJsonToBerEitherForm(const AsnType& prototype, std::string_view text, std::string& ber) {
+  std::string readableBer;
+  const AsnJsonForm form = AsnChooseJsonForm([&](AsnJsonForm reading, bool refuseAmbiguous) {
+    JsonToBerInto(prototype, text, reading, refuseAmbiguous, reading == AsnJsonForm::kJer ? ber : readableBer);
+  });
+  if (form == AsnJsonForm::kReadable) ber.swap(readableBer);
+  return form;
 }
 
 std::string AsnJsonToBer(const AsnType& prototype, std::string_view text, AsnJsonForm form) {

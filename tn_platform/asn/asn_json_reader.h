@@ -25,8 +25,17 @@
 #include <string>
 #include <string_view>
 
+#include "tn_platform/asn/asn_decode_error.h"
 #include "tn_platform/asn/asn_json_form.h"
 #include "tn_platform/asn/asn_type.h"
+
+// What a reader refusing ambiguous octets (RefuseAmbiguousOctets) throws
+// about an OCTET STRING written as a non-empty string: the first place where
+// JER and the readable form read other octets.
+class AsnJsonAmbiguity : public AsnDecodeError {
+ public:
+  using AsnDecodeError::AsnDecodeError;
+};
 
 // Reads `text`, exactly one JSON value with nothing but blanks around it,
 // into `value`, a new default value (a list's elements are appended). The
@@ -45,6 +54,12 @@ std::string AsnJsonToBer(const AsnType& prototype, std::string_view text, AsnJso
 // of text whose members come in declaration order allocation-free.
 void AsnJsonToBerInto(const AsnType& prototype, std::string_view text, AsnJsonForm form, std::string& ber);
 
+// The same for a text whose form is not given: in the form it is in, judged
+// from the whole text (asn_json_either_form.h); returns that form. Throws as
+// AsnJsonToBerInto, and an AsnJsonAmbiguity when both forms read the text to
+// different octets.
+AsnJsonForm AsnJsonToBerEitherForm(const AsnType& prototype, std::string_view text, std::string& ber);
+
 // The reader itself, for readers of several values from one text (an array
 // read element by element, JSON Lines).
 class AsnJsonReader {
@@ -60,6 +75,9 @@ class AsnJsonReader {
   // `prototype` (a new default value, left as it is), and appends its BER
   // encoding to `ber`; on an error `ber` is as it was.
   void ReadEncoded(const AsnType& prototype, std::string& ber);
+  // In JER, refuses every OCTET STRING written as a non-empty string with an
+  // AsnJsonAmbiguity (AsnChooseJsonForm finds where two readings part).
+  void RefuseAmbiguousOctets() { m_refuseAmbiguous = true; }
   // Skips blanks; the next character, or '\0' when the text is used up.
   char Peek();
   // Where the reader is, counted from the base.
@@ -79,6 +97,7 @@ class AsnJsonReader {
   const char* m_end;
   std::size_t m_base;
   bool m_jer;
+  bool m_refuseAmbiguous = false;
   bool m_endedEarly = false;
   unsigned m_depth = 0;
   std::string m_scratch;  // a string's content with escapes decoded, reused

@@ -14,6 +14,23 @@
 
 #include "tn_platform/asn/asn_encode_sizes.h"
 #include "tn_platform/asn/asn_type.h"
+#include "tn_platform/asn/ber.h"
+#include "tn_platform/asn/csm_exception.h"
+
+// What a list's own BDec throws for a wrong tag (or no tag: the input ended):
+// the list's CSM_Exception, in the list's words, carrying the header it read
+// so that a whole-value decode can say in its own words what is wrong there.
+class AsnListTagError : public CSM_Exception {
+ public:
+  AsnListTagError(const AsnHeader& header, const char* sourceName)
+      : CSM_Exception(kAsnDecodeError, 250, "", sourceName, "AsnList::BDec: ERROR tag on SEQUENCE OF is wrong.",
+                      nullptr),
+        m_header(header) {}
+  const AsnHeader& Header() const { return m_header; }
+
+ private:
+  AsnHeader m_header;
+};
 
 class AsnListBase : public AsnType {
  public:

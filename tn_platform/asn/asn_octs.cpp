@@ -44,12 +44,7 @@ void DecodeSegments(AsnBuf& buf, unsigned long length, unsigned long& bytesDecod
     if (header.status != AsnHeader::kComplete) AsnThrowHeaderError(header, kTagOctetString, buf);
     const unsigned long segmentLength = header.length;
     if (TagIsConstructed(header.tag)) {
-      try {
-        DecodeSegments(buf, segmentLength, consumed, out);
-      } catch (AsnDecodeError* error) {
-        error->PlaceAt(header.start);
-        throw;
-      }
+      DecodeSegments(buf, segmentLength, consumed, out);
     } else {
       if (segmentLength == kIndefiniteLength) {
         AsnThrowDecodeError(header.start, "indefinite length on a primitive OCTET STRING");
@@ -65,7 +60,7 @@ void DecodeSegments(AsnBuf& buf, unsigned long length, unsigned long& bytesDecod
 }
 
 // The content of an OCTET STRING whose header was read; errors about the
-// whole value are placed at `itemStart` (or left to the caller).
+// whole value are placed at `itemStart`.
 void DecodeOctets(AsnOcts& value, AsnBuf& buf, AsnTag tag, unsigned long length, unsigned long& bytesDecoded,
                   std::size_t itemStart) {
   if (TagIsConstructed(tag)) {
@@ -83,18 +78,13 @@ void DecodeOctets(AsnOcts& value, AsnBuf& buf, AsnTag tag, unsigned long length,
 }  // namespace
 
 void AsnOcts::BDecContent(AsnBuf& buf, AsnTag tag, unsigned long length, unsigned long& bytesDecoded) {
-  DecodeOctets(*this, buf, tag, length, bytesDecoded, AsnDecodeError::kUnplaced);
+  DecodeOctets(*this, buf, tag, length, bytesDecoded, buf.ItemStart());
 }
 
 void AsnOcts::BDec(AsnBuf& buf, unsigned long& bytesDecoded, NIClass_EncodingFormatEnum) {
   const AsnHeader header = BDecHeader(buf, bytesDecoded, kTagOctetString, kTagOctetStringConstructed);
   if (header.status != AsnHeader::kComplete) AsnThrowHeaderError(header, kTagOctetString, buf);
-  try {
-    DecodeOctets(*this, buf, header.tag, header.length, bytesDecoded, header.start);
-  } catch (AsnDecodeError* error) {  // nested too deep
-    error->PlaceAt(header.start);
-    throw;
-  }
+  DecodeOctets(*this, buf, header.tag, header.length, bytesDecoded, header.start);
 }
 
 namespace {

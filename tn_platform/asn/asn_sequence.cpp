@@ -139,12 +139,7 @@ void AsnSequence::DecodeRecord(const AsnRecordPlan& plan, AsnBuf& buf, unsigned 
   const AsnHeader header = BDecHeader(
       buf, bytesDecoded, [](AsnTag tag) { return tag == kTagSequence; }, AsnLengthCheck::kPrimitiveOnly);
   if (header.status != AsnHeader::kComplete) AsnThrowHeaderError(header, kTagSequence, buf);
-  try {
-    DecodeMembers(plan, buf, header.length, bytesDecoded);
-  } catch (AsnDecodeError* error) {  // the record's own errors are about its whole TLV
-    error->PlaceAt(header.start);
-    throw;
-  }
+  DecodeMembers(plan, buf, header.length, bytesDecoded);
 }
 
 void AsnSequence::DecodeMembers(const AsnRecordPlan& plan, AsnBuf& buf, unsigned long length,
@@ -156,11 +151,12 @@ void AsnSequence::DecodeMembers(const AsnRecordPlan& plan, AsnBuf& buf, unsigned
   // A definite length may run past the input: the members are decoded as far
   // as the input goes, so the error names the first item that breaks.
   const std::size_t end = indefinite ? 0 : start + length;
-  // The record's own errors are thrown unplaced, for the caller that read its
-  // header to place, or at the end of the input when it ends; errors about a
-  // member name it in `member` (null between members) and are placed at
-  // `memberStart`. A member running past the record is refused where its
-  // header is read (BDecHeader), by the record being open around it.
+  // The record's own errors are about its whole TLV, whose tag was read
+  // last, or about the end of the input when it ends; errors about a member
+  // name it in `member` (null between members). A member running past the
+  // record is refused where its header is read (BDecHeader), by the record
+  // being open around it.
+  const std::size_t recordStart = buf.ItemStart();
   const char* member = nullptr;
   std::size_t memberStart = 0;
   try {
@@ -206,15 +202,12 @@ void AsnSequence::DecodeMembers(const AsnRecordPlan& plan, AsnBuf& buf, unsigned
 
     for (std::size_t index = next; index < members.size(); ++index) {
       if (!members[index].optional) {
-        AsnThrowContentError(std::string("mandatory member ") + members[index].name + " missing");
+        AsnThrowDecodeError(recordStart, std::string("mandatory member ") + members[index].name + " missing");
       }
     }
     if (indefinite) BDecEoc(buf, counted);
   } catch (AsnDecodeError* error) {
-    if (member != nullptr) {
-      error->PlaceAt(memberStart);
-      error->AddMember(member);
-    }
+    if (member != nullptr) error->AddMember(member);
     throw;
   }
   bytesDecoded += buf.Offset() - start;

@@ -3,19 +3,8 @@
 #include <memory>
 
 #include "tn_platform/asn/asn_decode_error.h"
+#include "tn_platform/asn/asn_list_base.h"
 #include "tn_platform/asn/ber.h"
-
-namespace {
-
-// The outermost header, read again on a failing path to name what is wrong
-// with it: a list's own BDec refuses a wrong tag in its own words (a
-// CSM_Exception that is no AsnDecodeError) and reads a length cut short as 0.
-AsnHeader OuterHeader(AsnBuf& buf) {
-  unsigned long octets = 0;
-  return BDecHeader(buf, octets, [](AsnTag tag) { return tag == kTagSequence; }, AsnLengthCheck::kPrimitiveOnly);
-}
-
-}  // namespace
 
 std::size_t AsnDecodeFront(AsnType& value, std::string_view bytes) {
   return AsnDecodeFront(value, bytes, AsnDecodeBudget{});
@@ -28,23 +17,14 @@ std::size_t AsnDecodeFront(AsnType& value, std::string_view bytes, const AsnDeco
   try {
     try {
       value.BDec(buf, bytesDecoded, NIClass_BER);
-    } catch (AsnDecodeError*) {
-      throw;
-    } catch (CSM_Exception* raw) {
-      const std::unique_ptr<CSM_Exception> refusal(raw);
-      AsnBuf again(buf.Begin(), buf.End());
-      const AsnHeader outer = OuterHeader(again);
-      if (outer.status != AsnHeader::kComplete) AsnThrowHeaderError(outer, kTagSequence, again);
-      AsnThrowDecodeError(0, refusal->Message());
+    } catch (AsnListTagError* raw) {
+      const std::unique_ptr<AsnListTagError> refusal(raw);
+      AsnThrowHeaderError(refusal->Header(), kTagSequence, buf);
     }
-    if (buf.ReadError()) {
-      AsnBuf again(buf.Begin(), buf.End());
-      const AsnHeader outer = OuterHeader(again);
-      if (outer.status == AsnHeader::kEndsInLength) AsnThrowHeaderError(outer, kTagSequence, again);
-      AsnThrowInputEnds(buf.End(), "input ends early");
-    }
+    // Of the values here only a list's header leaves the input's end to the
+    // flag, when it ends inside the length (the list reads it as 0).
+    if (buf.ReadError()) AsnThrowInputEnds(buf.End(), "input ends in the length");
   } catch (AsnDecodeError* error) {
-    error->PlaceAt(0);
     error->AddTypeName(value.typeName());
     throw;
   }

@@ -270,18 +270,12 @@ void AsnSeqOf<T>::BDec(AsnBuf& buf, unsigned long& bytesDecoded, NIClass_Encodin
   const AsnHeader header = BDecHeader(
       buf, bytesDecoded, [](AsnTag tag) { return tag == kTagSequence; }, AsnLengthCheck::kPrimitiveOnly);
   if (header.status == AsnHeader::kEndsBeforeTag || header.status == AsnHeader::kWrongTag) {
-    throw new CSM_Exception(kAsnDecodeError, 250, "", kAsnListSourceName,
-                            "AsnList::BDec: ERROR tag on SEQUENCE OF is wrong.", nullptr);
+    throw new AsnListTagError(header, kAsnListSourceName);
   }
   // Input that ends inside the length leaves length 0 and the buffer's
   // read-error flag set, for the caller to report (AsnDecodeValue does).
   const unsigned long length = header.status == AsnHeader::kEndsInLength ? 0 : header.length;
-  try {
-    this->BDecContent(buf, kTagSequence, length, bytesDecoded, NIClass_BER);
-  } catch (AsnDecodeError* error) {
-    error->PlaceAt(header.start);
-    throw;
-  }
+  this->BDecContent(buf, kTagSequence, length, bytesDecoded, NIClass_BER);
 }
 
 template <class T>

@@ -172,16 +172,18 @@ class AsnFastDecodeLines {
   }
 
   // The list decodes its checked content itself, as under the generic
-  // decoder; what it may still refuse (a limit) names the member as the
+  // decoder, from its two header octets on (so the buffer knows where it
+  // starts); what it may still refuse (a limit) names the member as the
   // generic decoder does.
   template <class List>
   void StoreList(const char* name, List& list, AsnTag tag, const unsigned char* content, std::size_t length) {
-    m_buf->GetSeg(static_cast<std::size_t>(content - m_bufPos));
+    m_buf->GetSeg(static_cast<std::size_t>(content - 2 - m_bufPos));
+    m_buf->NoteItemStart();
+    m_buf->GetSeg(2);
     unsigned long consumed = 0;
     try {
       list.BDecContent(*m_buf, tag, length, consumed, NIClass_BER);
     } catch (AsnDecodeError* error) {
-      error->PlaceAt(m_buf->Offset() - consumed - 2);
       error->AddMember(name);
       throw;
     }

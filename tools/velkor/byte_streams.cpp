@@ -113,4 +113,30 @@ void Spill::CopyTo(std::ostream& out, bool hex) {
   if (std::ferror(m_file)) ThrowBadInput(std::string("cannot read a temporary file: ") + std::strerror(errno));
 }
 
+AsnByteSource Spill::Source() {
+  if (std::fflush(m_file) != 0) ThrowBadInput(std::string("cannot read a temporary file: ") + std::strerror(errno));
+  const int fd = ::fileno(m_file);
+  auto offset = std::make_shared<off_t>(0);
+  return [fd, offset](char* data, std::size_t size) -> std::size_t {
+    for (;;) {
+      const ssize_t got = ::pread(fd, data, size, *offset);
+      if (got < 0 && errno == EINTR) continue;
+      if (got < 0) ThrowBadInput(std::string("cannot read a temporary file: ") + std::strerror(errno));
+      *offset += got;
+      return static_cast<std::size_t>(got);
+    }
+  };
+}
+
+ReplayableInput::ReplayableInput(const std::string& path) : m_path(path) {
+  struct stat status {};
+  if (!IsStandardStream(path) && ::stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode)) return;
+  m_copy = std::make_unique<Spill>();
+  const AsnByteSource source = InputSource(path, nullptr);
+  std::vector<char> chunk(kCopyChunk);
+  for (std::size_t got; (got = source(chunk.data(), chunk.size())) != 0;) m_copy->Append({chunk.data(), got});
+}
+
+AsnByteSource ReplayableInput::Source() { return m_copy ? m_copy->Source() : InputSource(m_path, nullptr); }
+
 }  // namespace velkor

@@ -38,10 +38,26 @@ class Spill {
   // Writes everything appended, in order, to `out`: as it is, or as
   // lower-case hex digits when `hex`.
   void CopyTo(std::ostream& out, bool hex);
+  // Everything appended so far, from the start, as a source read on demand;
+  // valid while the spill lives and is not appended to.
+  AsnByteSource Source();
 
  private:
   std::FILE* m_file;
   std::size_t m_size = 0;
+};
+
+// The input `path` ("" or "-": standard input) as sources that each read it
+// from the start: a regular file is opened again for each, anything else
+// (standard input, a pipe) is copied once into a spill.
+class ReplayableInput {
+ public:
+  explicit ReplayableInput(const std::string& path);
+  AsnByteSource Source();
+
+ private:
+  std::string m_path;
+  std::unique_ptr<Spill> m_copy;
 };
 
 }  // namespace velkor

@@ -111,6 +111,7 @@ void AddInspectCommands(CLI::App& app, Runners& runners) {
     auto type = std::make_shared<std::string>();
     auto all = std::make_shared<bool>(false);
     auto jer = std::make_shared<bool>(false);
+    auto readable = std::make_shared<bool>(false);
     CLI::App* sub = velkor::AddSubcommand(app, "encode", "Encode a record given as JSON into BER",
                                           "velkor encode QAsnPortIndex port.json --hex");
     velkor::AddTypeArgument(*sub, *type);
@@ -119,8 +120,16 @@ void AddInspectCommands(CLI::App& app, Runners& runners) {
     sub->add_flag("--all", *all,
                   "The input is a JSON array of records, or one record per line (JSON Lines); each is encoded, "
                   "one after another");
-    sub->add_flag("--jer", *jer, "The input is JER, the JSON encoding rules of ASN.1 (X.697) other ASN.1 tools write");
-    runners[sub] = {"encode", [=](std::ostream& out) { velkor::RunEncode(*type, *io, *all, *jer, out); },
+    CLI::Option* jerFlag =
+        sub->add_flag("--jer", *jer, "The input is JER, the JSON encoding rules of ASN.1 (X.697) other ASN.1 tools write");
+    sub->add_flag("--readable", *readable, "The input is the readable JSON that decode --json writes")->excludes(jerFlag);
+    runners[sub] = {"encode",
+                    [=](std::ostream& out) {
+                      std::optional<AsnJsonForm> form;
+                      if (*jer) form = AsnJsonForm::kJer;
+                      if (*readable) form = AsnJsonForm::kReadable;
+                      velkor::RunEncode(*type, *io, *all, form, out);
+                    },
                     std::shared_ptr<const std::string>(io, &io->output)};
   }
   {

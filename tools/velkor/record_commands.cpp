@@ -8,6 +8,7 @@
 #include "tn_platform/asn/ber.h"
 #include "tn_platform/asn/csm_exception.h"
 #include "tn_platform/asn/asn_ber_list_reader.h"
+#include "tn_platform/asn/asn_json_either_form.h"
 #include "tn_platform/asn/asn_json_list_reader.h"
 #include "tn_platform/asn/asn_json_reader.h"
 #include "tn_platform/asn/asn_json_writer.h"
@@ -161,7 +162,13 @@ void DecodeListStream(const DecodeOptions& options, const AsnCatalogueEntry& ent
 }
 
 // The runtime's refusal of JSON input as the tool's error.
-[[noreturn]] void ThrowJsonRefusal(CSM_Exception* exception) { ThrowBadInput(DecodeErrorMessage(exception, 0)); }
+// An input both forms read to different bytes also names the flags that say
+// which form it is in.
+[[noreturn]] void ThrowJsonRefusal(CSM_Exception* exception) {
+  const bool ambiguous = dynamic_cast<AsnJsonAmbiguity*>(exception) != nullptr;
+  const std::string message = DecodeErrorMessage(exception, 0);
+  ThrowBadInput(ambiguous ? message + "; give --jer for JER or --readable for the readable form" : message);
+}
 
 }  // namespace
 
@@ -260,7 +267,8 @@ void RunDecode(const DecodeOptions& options, std::ostream& out) {
   }
 }
 
-void RunEncode(const std::string& type, const InputOutput& io, bool all, bool jer, std::ostream& out) {
+void RunEncode(const std::string& type, const InputOutput& io, bool all, std::optional<AsnJsonForm> form,
+               std::ostream& out) {
   const AsnCatalogueEntry& entry = CatalogueEntryOf(type);
   const bool hex = BytesAsHex(io.hex, io.output);
   if (!all && entry.createElement == nullptr) {
@@ -268,7 +276,11 @@ void RunEncode(const std::string& type, const InputOutput& io, bool all, bool je
     const std::string text = ReadInput(io.input);
     std::string bytes;
     try {
-      AsnJsonToBerInto(*prototype, text, FormOf(jer), bytes);
+      if (form) {
+        AsnJsonToBerInto(*prototype, text, *form, bytes);
+      } else {
+        AsnJsonToBerEitherForm(*prototype, text, bytes);
+      }
     } catch (CSM_Exception* exception) {
       ThrowJsonRefusal(exception);
     }
@@ -277,24 +289,42 @@ void RunEncode(const std::string& type, const InputOutput& io, bool all, bool je
   }
   // Records of a capture (--all) or the elements of a list, one at a time:
   // their bytes wait in a temporary file, so that a refused document writes
-  // nothing and a list's length can come first.
-  AsnJsonListReader reader(InputSource(io.input, nullptr), FormOf(jer), all ? entry.create : entry.createElement,
-                           entry.name);
-  Spill spill;
+  // nothing and a list's length can come first. Without a form the input is
+  // read once per form the judging takes, each reading into a spill of its own.
   std::string bytes;
-  try {
+  const auto encode = [&](AsnByteSource source, AsnJsonForm reading, bool refuseAmbiguous, Spill& spill) {
+    AsnJsonListReader reader(std::move(source), reading, all ? entry.create : entry.createElement, entry.name);
+    if (refuseAmbiguous) reader.RefuseAmbiguousOctets();
     while (reader.NextEncoded(bytes)) {
       spill.Append(bytes);
       bytes.clear();
+    }
+  };
+  std::unique_ptr<Spill> spill;
+  try {
+    if (form) {
+      spill = std::make_unique<Spill>();
+      encode(InputSource(io.input, nullptr), *form, false, *spill);
+    } else {
+      ReplayableInput input(io.input);
+      std::unique_ptr<Spill> jer;
+      std::unique_ptr<Spill> readable;
+      const AsnJsonForm chosen = AsnChooseJsonForm([&](AsnJsonForm reading, bool refuseAmbiguous) {
+        std::unique_ptr<Spill>& into = reading == AsnJsonForm::kJer ? jer : readable;
+        into = std::make_unique<Spill>();
+        bytes.clear();
+        encode(input.Source(), reading, refuseAmbiguous, *into);
+      });
+      spill = std::move(chosen == AsnJsonForm::kJer ? jer : readable);
     }
   } catch (CSM_Exception* exception) {
     ThrowJsonRefusal(exception);
   }
   if (!all) {
-    const std::string header = AsnEncodedListHeader(spill.Size());
+    const std::string header = AsnEncodedListHeader(spill->Size());
     out << (hex ? EncodeHex(header) : header);
   }
-  spill.CopyTo(out, hex);
+  spill->CopyTo(out, hex);
   if (hex) out << '\n';
 }
 

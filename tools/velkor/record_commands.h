@@ -4,8 +4,11 @@
 // failures are ToolErrors.
 #pragma once
 
+#include <optional>
 #include <ostream>
 #include <string>
+
+#include "tn_platform/asn/asn_json_form.h"
 
 namespace velkor {
 
@@ -46,11 +49,15 @@ struct DecodeOptions {
 // element at a time, so memory stays bounded by the largest element.
 void RunDecode(const DecodeOptions& options, std::ostream& out);
 
-// `velkor encode TYPE [FILE] [--all] [--jer]`: JSON in, bytes out; with `all`
-// the JSON is an array of values or one value per line, encoded one after
-// another. A list type's elements (a JSON array, or one element per line) are
-// read and encoded one at a time, held in a temporary file until the list's
-// length is known. Nothing is written when any part of the input is refused.
-void RunEncode(const std::string& type, const InputOutput& io, bool all, bool jer, std::ostream& out);
+// `velkor encode TYPE [FILE] [--all] [--jer | --readable]`: JSON in, bytes
+// out; with `all` the JSON is an array of values or one value per line,
+// encoded one after another. A list type's elements (a JSON array, or one
+// element per line) are read and encoded one at a time, held in a temporary
+// file until the list's length is known. Nothing is written when any part of
+// the input is refused. Without a `form` the input's form is judged from the
+// whole input (asn_json_either_form.h); an input both forms read to different
+// bytes is refused, naming its first ambiguous member and both flags.
+void RunEncode(const std::string& type, const InputOutput& io, bool all, std::optional<AsnJsonForm> form,
+               std::ostream& out);
 
 }  // namespace velkor
