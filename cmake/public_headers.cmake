@@ -19,6 +19,7 @@ set(TN_PUBLIC_HEADER_ROOTS
   tn_platform/asn/asn_ber_list_reader.h
   tn_platform/asn/asn_json_list_reader.h
   tn_platform/asn/asn_ber_dump.h
+  tn_platform/asn/asn_value_notation.h
   # A record's members and a value's kind, for code that walks values
   # without knowing their classes.
   tn_platform/asn/asn_member.h

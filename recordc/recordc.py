@@ -69,12 +69,11 @@ class Compiler(object):
         raise AsnModuleError("%s:%d: %s" % (self.module.path, node.line, what))
 
     def below_root(self, path):
-        """`path` relative to the first root that holds it."""
+        """`path` relative to the first root that holds it (to the first root
+        when none does)."""
         path = os.path.abspath(path)
-        for root in self.roots:
-            if os.path.commonpath([root, path]) == root:
-                return os.path.relpath(path, root).replace(os.sep, "/")
-        raise AsnModuleError("%s: below none of the roots %s" % (path, ", ".join(self.roots)))
+        holder = next((root for root in self.roots if os.path.commonpath([root, path]) == root), self.roots[0])
+        return os.path.relpath(path, holder).replace(os.sep, "/")
 
     def header_of(self, module):
         return os.path.splitext(self.below_root(module.path))[0] + ".h"

@@ -201,7 +201,7 @@ endif()
 file(WRITE ${WORK_DIR}/site.hex "${site_hex}")
 execute_process(COMMAND ${site_tool} decode QAsnSite --hex ${WORK_DIR}/site.hex
   OUTPUT_VARIABLE site_text RESULT_VARIABLE result ERROR_VARIABLE err)
-if(NOT result EQUAL 0 OR NOT site_text MATCHES "resource QAsnUniResID {\n    strFDN \"SITE=1\"")
+if(NOT result EQUAL 0 OR NOT site_text MATCHES "resource {\n    strFDN '534954453D31'H /\\* \"SITE=1\" \\*/,")
   message(FATAL_ERROR "install_package: velkor --module libtn_site.so decode gave '${site_text}' ${err}")
 endif()
 

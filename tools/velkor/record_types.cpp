@@ -9,6 +9,7 @@
 #include "tn_qmodules/asn_catalogue.h"
 #include "tn_platform/asn/asn_sequence.h"
 #include "tn_platform/asn/asn_value_io.h"
+#include "tn_platform/asn/asn_value_notation.h"
 #include "tn_platform/asn/csm_exception.h"
 #include "tools/velkor/decode_errors.h"
 #include "tools/velkor/io.h"
@@ -83,15 +84,7 @@ std::size_t DecodeFrontBytes(AsnType& value, std::string_view bytes, std::size_t
 
 std::string EncodeBytes(const AsnType& value) { return AsnEncodeValue(value); }
 
-void PrintValue(std::ostream& os, const AsnType& value) {
-  if (dynamic_cast<const AsnListBase*>(&value) != nullptr) {
-    os << value.typeName() << " {";
-    value.Print(os, 1, true);
-    os << "\n}";
-    return;
-  }
-  value.Print(os, 0, false);
-}
+void PrintValue(std::ostream& os, const AsnType& value) { AsnWriteValueNotation(os, value); }
 
 void DescribeTypes(std::ostream& os, std::string_view only) {
   bool first = true;
