@@ -124,6 +124,8 @@ const char* KindName(AsnMemberKind kind) {
       return "list";
     case AsnMemberKind::kRecord:
       return "record";
+    case AsnMemberKind::kPrimitive:
+      return "primitive";
   }
   return "unsupported";
 }
