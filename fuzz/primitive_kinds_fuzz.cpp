@@ -9,7 +9,7 @@
 #include <sstream>
 #include <string>
 
-#include "fuzz/fuzz_decode.h"
+#include "fuzz/fuzz_common.h"
 #include "tn_platform/asn/asn_any.h"
 #include "tn_platform/asn/asn_big_int.h"
 #include "tn_platform/asn/asn_bit_string.h"
@@ -73,15 +73,9 @@ void Stable(std::uint8_t pick, const AsnPrimitive& value) {
 
 void ReadJson(std::uint8_t pick, std::string_view text, AsnJsonForm form) {
   const std::unique_ptr<AsnPrimitive> value(Create(pick));
-  try {
-    AsnReadJson(*value, text, form);
-  } catch (CSM_Exception* raw) {
-    const std::unique_ptr<CSM_Exception> error(raw);
-    const auto* located = dynamic_cast<const AsnDecodeError*>(error.get());
-    if (located == nullptr || located->Offset() > text.size()) std::abort();
-    return;
+  if (FuzzRefusal(value->typeName(), text.size(), [&] { AsnReadJson(*value, text, form); }) == nullptr) {
+    Stable(pick, *value);
   }
-  Stable(pick, *value);
 }
 
 }  // namespace

@@ -33,7 +33,7 @@ using test_bytes::ThrownMessage;
 using test_bytes::ToHex;
 
 // What generated code supplies: an enumeration's names, a bit string's named bits.
-class Colour final : public AsnEnumerated {
+class Colour : public AsnEnumerated {
  public:
   static constexpr char kTypeName[] = "Colour";
   const AsnEnumeratedName* Names(std::size_t& count) const override {
@@ -41,10 +41,18 @@ class Colour final : public AsnEnumerated {
     count = 3;
     return kNames;
   }
-  bool Extensible() const override { return m_extensible; }
+  bool Extensible() const override { return false; }
   AsnType* Clone() const override { return new Colour(*this); }
   const char* typeName() const override { return kTypeName; }
-  bool m_extensible = false;
+};
+
+// Colour, ... : numbers beyond the names are kept.
+class OpenColour final : public Colour {
+ public:
+  static constexpr char kTypeName[] = "OpenColour";
+  bool Extensible() const override { return true; }
+  AsnType* Clone() const override { return new OpenColour(*this); }
+  const char* typeName() const override { return kTypeName; }
 };
 
 class KeyUsage final : public AsnBitString {
@@ -63,12 +71,7 @@ std::unique_ptr<AsnType> Create(const std::string& type) {
   static const std::map<std::string, std::function<AsnType*()>> kTypes = {
       {"AsnNull", [] { return new AsnNull; }},
       {"Colour", [] { return new Colour; }},
-      {"Colour...",
-       [] {
-         auto* colour = new Colour;
-         colour->m_extensible = true;
-         return colour;
-       }},
+      {"OpenColour", [] { return new OpenColour; }},
       {"AsnBitString", [] { return new AsnBitString; }},
       {"KeyUsage", [] { return new KeyUsage; }},
       {"AsnOid", [] { return new AsnOid; }},
@@ -138,7 +141,7 @@ TEST(PrimitiveKinds, NullEnumeratedAndBitString) {
   const Vector rows[] = {
       {"AsnNull", "05 00", "", "null", "null", "NULL"},
       {"Colour", "0A 01 02", "", "\"blue\"", "\"blue\"", "blue"},
-      {"Colour...", "0A 01 07", "", "7", "7", "7"},
+      {"OpenColour", "0A 01 07", "", "7", "7", "7"},
       {"AsnBitString", "03 02 06 40", "", "\"01\"", "{\"value\":\"40\",\"length\":2}", "'01'B"},
       {"AsnBitString", "03 01 00", "", "\"\"", "{\"value\":\"\",\"length\":0}", "''B"},
       // Segmented, indefinite; unused bits that are set read as zero.
@@ -149,7 +152,7 @@ TEST(PrimitiveKinds, NullEnumeratedAndBitString) {
       // Named bits: DER leaves out the trailing zero bits.
       {"KeyUsage", "03 02 00 40", "03 02 06 40", "\"01000000\"", "{\"value\":\"40\",\"length\":8}",
        "{ nonRepudiation }"},
-      {"KeyUsage", "03 02 00 10", "03 02 03 10", "\"00010000\"", "{\"value\":\"10\",\"length\":8}", "'00010000'B"},
+      {"KeyUsage", "03 02 00 10", "03 02 04 10", "\"00010000\"", "{\"value\":\"10\",\"length\":8}", "'00010000'B"},
   };
   for (const Vector& row : rows) ExpectVector(row);
 }
@@ -311,7 +314,7 @@ TEST(PrimitiveKinds, RefusedJson) {
       {"AsnOid", kJer, "\"3.1\"", "AsnOid: \"3.1\" is no OBJECT IDENTIFIER (dotted arcs of up to 64 bits) at offset 0"},
       {"AsnBitString", kReadable, "\"012\"", "AsnBitString: a bit string holds only 0 and 1 at offset 0"},
       {"AsnBitString", kJer, "{\"value\":\"ff\",\"length\":9}",
-       "AsnBitString: \"length\" 9 does not fit \"value\" at offset 24"},
+       "AsnBitString: \"length\" 9 does not fit \"value\" at offset 23"},
       {"AsnBitString", kJer, "{\"value\":\"ff\"}", "AsnBitString: a bit string needs \"value\" and \"length\" at offset 9"},
       {"AsnReal", kJer, "\"inf\"",
        "AsnReal: a REAL string is \"INF\", \"-INF\", \"NaN\" or \"-0\" at offset 0"},
@@ -384,7 +387,7 @@ class KindsProbe final : public AsnRecord<KindsProbe> {
 
 // Every member present: NULL, blue, {digitalSignature}, 1.2.840.113549,
 // 0.5, 2^64, "név", a time, an open INTEGER 5, flags '1'B, parameters NULL
-// in [1] EXPLICIT, a path of two identifiers, a NULL marker.
+// in [1] EXPLICIT, a path of two identifiers (1.2 and 2.999.1), a NULL marker.
 constexpr char kProbeDer[] =
     "30 4F 05 00 0A 01 02 03 02 07 80 06 06 2A 86 48 86 F7 0D 09 03 80 FF 01 02 09 01 00 00 00 00 00 00 00 00 "
     "0C 04 6E C3 A9 76 18 0F 32 30 32 34 30 32 32 39 31 32 30 30 30 30 5A 02 01 05 80 02 07 80 A1 02 05 00 "
@@ -421,7 +424,7 @@ TEST(PrimitiveKinds, InsideRecordsAndLists) {
             "{\"nothing\":null,\"colour\":\"blue\",\"usage\":{\"value\":\"80\",\"length\":1},"
             "\"algorithm\":\"1.2.840.113549\",\"ratio\":0.5,\"serial\":18446744073709551616,\"name\":\"n\xC3\xA9v\","
             "\"at\":\"20240229120000Z\",\"extra\":\"020105\",\"flags\":{\"value\":\"80\",\"length\":1},"
-            "\"parameters\":\"0500\",\"path\":[\"1.2\",\"2.999\"],\"marker\":null}");
+            "\"parameters\":\"0500\",\"path\":[\"1.2\",\"2.999.1\"],\"marker\":null}");
 
   KindsProbe copy;
   copy = probe;
@@ -430,7 +433,7 @@ TEST(PrimitiveKinds, InsideRecordsAndLists) {
             "KindsProbe {\n  nothing NULL\n  colour blue\n  usage { digitalSignature }\n"
             "  algorithm { 1 2 840 113549 }\n  ratio 0.5\n  serial 18446744073709551616\n  name \"n\xC3\xA9v\"\n"
             "  at \"20240229120000Z\"\n  extra '020105'H\n  flags '1'B\n  parameters '0500'H\n"
-            "  path {\n    - { 1 2 }\n    - { 2 999 }\n  }\n  marker NULL\n}");
+            "  path {\n    - { 1 2 }\n    - { 2 999 1 }\n  }\n  marker NULL\n}");
 
   // A mandatory open value takes any tag; an explicit tag must hold a value.
   EXPECT_EQ(ThrownMessage([&] {
