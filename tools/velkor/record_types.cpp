@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "tn_platform/asn/asn_list_base.h"
+#include "tn_platform/asn/asn_primitive.h"
 #include "tn_platform/asn/asn_record_plan.h"
 #include "tn_qmodules/asn_catalogue.h"
 #include "tn_platform/asn/asn_sequence.h"
@@ -30,8 +31,13 @@ const AsnCatalogueEntry* FindEntry(std::string_view name) {
 }
 
 // A member's type as `types` shows it: a list's with its module
-// ("qcommon::QAsnNVSList"), which `types` takes as a name.
+// ("qcommon::QAsnNVSList"), which `types` takes as a name; a value with its
+// own codec by its ASN.1 type ("BIT STRING").
 std::string MemberTypeName(const AsnMemberStep& step) {
+  if (step.kind == AsnMemberKind::kPrimitive) {
+    const std::unique_ptr<AsnType, refl::DestroyFunction> value(static_cast<AsnType*>(step.create()), step.destroy);
+    return static_cast<const AsnPrimitive&>(*value).AsnTypeName();
+  }
   const AsnCatalogueEntry* list = step.kind == AsnMemberKind::kList ? AsnCatalogue::Find(step.typeName) : nullptr;
   return list == nullptr ? step.typeName : list->module + "::" + step.typeName;
 }
