@@ -17,6 +17,7 @@
 #include "tn_platform/asn/asn_bool.h"
 #include "tn_platform/asn/asn_int.h"
 #include "tn_platform/asn/asn_json_list_reader.h"
+#include "tn_platform/asn/asn_choice.h"
 #include "tn_platform/asn/asn_json_reader.h"
 #include "tn_platform/asn/asn_json_writer.h"
 #include "tn_platform/asn/asn_list_base.h"
@@ -68,6 +69,11 @@ void Fill(AsnType& value, int variant, int depth) {
         if (member.optional && variant == 0) continue;
         Fill(*member.ValueOrCreateIn(&record), variant, depth + 1);
       }
+      break;
+    }
+    case AsnMemberKind::kChoice: {
+      auto& choice = static_cast<AsnChoice&>(value);
+      Fill(choice.Choose(static_cast<std::size_t>(variant) % choice.Plan().members.size()), variant, depth + 1);
       break;
     }
     case AsnMemberKind::kPrimitive:

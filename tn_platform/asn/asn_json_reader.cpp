@@ -7,6 +7,7 @@
 #include <memory>
 #include <vector>
 
+#include "tn_platform/asn/asn_choice.h"
 #include "tn_platform/asn/asn_decode_error.h"
 #include "tn_platform/asn/asn_json_either_form.h"
 #include "tn_platform/asn/asn_json_shape.h"
@@ -86,7 +87,21 @@ class ValueSink {
   Record OpenRecord(Slot slot) { return slot; }
   Slot Member(Record record, std::size_t, const AsnMemberStep& member) { return member.ValueOrCreateIn(record); }
   void Absent(Record record, const AsnMemberStep& member) { member.ResetIn(record); }
+  void Default(Record record, const AsnMemberStep& member) { AsnApplyDefault(member, record); }
   void CloseRecord(Record) {}
+  // A CHOICE's value replaces the alternative it held.
+  Record OpenChoice(Slot slot) {
+    auto& choice = static_cast<AsnChoice&>(*slot);
+    const AsnRecordPlan& plan = choice.Plan();
+    for (const AsnMemberStep& step : plan.members) step.ResetIn(slot);
+    if (plan.extensible) plan.ExtensionsIn(slot)->ClearElements();
+    return slot;
+  }
+  // An extensible record's unknown members; a CHOICE's unknown alternative.
+  Slot Unknown(Record record, const AsnRecordPlan& plan) { return plan.ExtensionsIn(record); }
+  Slot UnknownAlternative(Record record, const AsnRecordPlan& plan) {
+    return &plan.ExtensionsIn(record)->AppendElement();
+  }
 
   List OpenList(Slot slot) { return static_cast<AsnListBase*>(slot); }
   Slot Element(List list, const AsnJsonShape&) { return &list->AppendElement(); }
@@ -142,6 +157,12 @@ class BerSink {
   }
   void Absent(Record&, const AsnMemberStep&) {}
   void CloseRecord(const Record& record) { Close(record.place); }
+  // Never met: a type with DEFAULT members, unknown ones or CHOICEs is read
+  // into a value (AsnJsonShape::berDirect).
+  void Default(Record&, const AsnMemberStep&) {}
+  Record OpenChoice(Slot) { return {0, 0}; }
+  Slot Unknown(Record&, const AsnRecordPlan&) { return 0; }
+  Slot UnknownAlternative(Record&, const AsnRecordPlan&) { return 0; }
 
   List OpenList(Slot tag) { return Open(tag); }
   Slot Element(List, const AsnJsonShape& list) { return list.elementTag; }
@@ -209,6 +230,10 @@ class BerSink {
   AsnEncodeSizes m_sizes;  // the encoder's, unused by primitive values
 };
 
+// The key of an extensible record's unknown members and of a CHOICE's
+// unknown alternative.
+constexpr char kUnknownKey[] = "...";
+
 // ---- the grammar -----------------------------------------------------------------------
 // Values by their types' shapes: the one place that knows how each kind of
 // value is written in JSON, in both forms.
@@ -236,6 +261,8 @@ class AsnJsonGrammar : public JsonText {
         return ReadList(shape, slot);
       case AsnMemberKind::kRecord:
         return ReadRecord(shape, slot);
+      case AsnMemberKind::kChoice:
+        return ReadChoice(shape, slot);
       case AsnMemberKind::kPrimitive: {
         SkipBlanks();
         AsnJsonIn in(static_cast<JsonText*>(this), m_jer);
@@ -252,7 +279,7 @@ class AsnJsonGrammar : public JsonText {
     if (Peek() != '{') FailExpected("an object");
     Enter(start);
     typename Sink::Record record = m_sink.OpenRecord(slot);
-    GivenMembers given(count);
+    GivenMembers given(count + 1);  // and the unknown members
     std::size_t next = 0;  // members mostly come in order: the next one is tried first
     if (Peek() != '}') {
       for (;;) {
@@ -265,6 +292,15 @@ class AsnJsonGrammar : public JsonText {
           const std::string_view key = ReadKey();
           index = 0;
           while (index < count && key != shape.names[index]) ++index;
+          if (index == count && key == kUnknownKey && shape.plan->extensible) {
+            Consume(':', "':'");
+            if (given.Mark(count)) {
+              ReadUnknown(shape, m_sink.Unknown(record, *shape.plan));
+              if (!NextMember()) break;
+              continue;
+            }
+            FailAt(keyAt, "given twice");
+          }
           if (index == count) {
             Consume(':', "':'");
             if (m_jer || key.substr(0, 2) != "//") {
@@ -298,10 +334,63 @@ class AsnJsonGrammar : public JsonText {
     Leave();
     for (std::size_t index = 0; index < count; ++index) {
       if (given.Has(index) || members[index].optional) continue;
+      if (members[index].HasDefault()) {
+        m_sink.Default(record, members[index]);
+        continue;
+      }
       auto* error = new AsnDecodeError(m_base + static_cast<std::size_t>(start - m_begin), "missing (a mandatory member)");
       error->AddMember(members[index].name);
       throw error;
     }
+    m_sink.CloseRecord(record);
+  }
+
+  // An extensible record's unknown members: an array of open values.
+  void ReadUnknown(const AsnJsonShape& shape, Slot slot) {
+    try {
+      Read(*shape.extensions, slot);
+    } catch (AsnDecodeError* error) {
+      error->AddMember(kUnknownKey);
+      throw;
+    }
+  }
+
+  // {"alternative": value}, or {"...": <open value>} for an unknown one.
+  void ReadChoice(const AsnJsonShape& shape, Slot slot) {
+    const AsnRecordPlan& plan = *shape.plan;
+    const char* const start = (SkipBlanks(), m_at);
+    if (Peek() != '{') FailExpected("an object");
+    Enter(start);
+    typename Sink::Record record = m_sink.OpenChoice(slot);
+    if (Peek() != '"') {
+      if (Peek() == '}') FailAt(start, std::string("a value of ") + plan.className + " names one alternative");
+      FailExpected("an alternative's name");
+    }
+    const char* const keyAt = m_at;
+    const std::string_view key = ReadKey();
+    std::size_t index = 0;
+    while (index < shape.names.size() && key != shape.names[index]) ++index;
+    Consume(':', "':'");
+    if (index < shape.names.size()) {
+      try {
+        Read(*shape.members[index], m_sink.Member(record, index, plan.members[index]));
+      } catch (AsnDecodeError* error) {
+        error->AddMember(plan.members[index].name);
+        throw;
+      }
+    } else if (key == kUnknownKey && plan.extensible) {
+      try {
+        Read(*shape.extensions->element, m_sink.UnknownAlternative(record, plan));
+      } catch (AsnDecodeError* error) {
+        error->AddMember(kUnknownKey);
+        throw;
+      }
+    } else {
+      FailAt(keyAt, std::string(plan.className) + " has no alternative \"" + std::string(key) + "\"");
+    }
+    if (Peek() == ',') Fail(std::string("a value of ") + plan.className + " names one alternative");
+    if (Peek() != '}') FailExpected("'}'");
+    Leave();
     m_sink.CloseRecord(record);
   }
 
@@ -435,7 +524,7 @@ void AsnJsonReader::ReadValue(AsnType& value) {
 void AsnJsonReader::ReadEncoded(const AsnType& prototype, std::string& ber) {
   const AsnJsonShape& shape = AsnJsonShapeOf(prototype);
   const std::size_t had = ber.size();
-  try {
+  if (shape.berDirect) try {
     const JsonText text = TextOf(m_begin, m_at, m_end, m_base, m_jer, m_depth, m_endedEarly, m_scratch, m_key);
     BerSink sink(ber);
     AsnJsonGrammar<BerSink> grammar(text, sink, m_refuseAmbiguous);
@@ -449,7 +538,8 @@ void AsnJsonReader::ReadEncoded(const AsnType& prototype, std::string& ber) {
     ber.resize(had);
     throw;
   }
-  // Members out of declaration order: read into a value, then encoded.
+  // Members out of declaration order, or a type the BER sink does not write
+  // directly: read into a value, then encoded.
   const std::unique_ptr<AsnType> value(prototype.Clone());
   ReadValue(*value);
   AsnBuf buf;

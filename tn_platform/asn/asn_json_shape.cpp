@@ -33,23 +33,38 @@ const AsnJsonShape& Build(ShapeCache& cache, const AsnType& value) {
   entry = std::make_unique<AsnJsonShape>();
   AsnJsonShape& shape = *entry;
   shape.kind = kind;
-  if (kind == AsnMemberKind::kRecord) {
-    shape.plan = &static_cast<const AsnSequence&>(value).Plan();
-    for (const AsnMemberStep& step : shape.plan->members) {
+  if (kind == AsnMemberKind::kRecord || kind == AsnMemberKind::kChoice) {
+    const AsnRecordPlan& plan = static_cast<const AsnSequence&>(value).Plan();
+    shape.plan = &plan;
+    shape.tag = plan.ownTags.Outer();
+    shape.berDirect = plan.structure == AsnStructure::kSequence && !plan.extensible && !plan.hasDefaults &&
+                      !plan.ownTags.Wrapped();
+    for (const AsnMemberStep& step : plan.members) {
       const std::unique_ptr<AsnType, refl::DestroyFunction> member(static_cast<AsnType*>(step.create()), step.destroy);
       shape.names.emplace_back(step.name);
-      shape.members.push_back(&Build(cache, *member));
+      const AsnJsonShape& memberShape = Build(cache, *member);
+      shape.members.push_back(&memberShape);
+      shape.berDirect = shape.berDirect && !step.tags.Wrapped() && memberShape.berDirect;
+    }
+    if (plan.extensible) {
+      const std::unique_ptr<AsnType> record(value.Clone());
+      shape.extensions = &Build(cache, *plan.ExtensionsIn(record.get()));
     }
   } else if (kind == AsnMemberKind::kList) {
     const std::unique_ptr<AsnType> list(value.Clone());
-    shape.element = &Build(cache, static_cast<AsnListBase&>(*list).AppendElement());
+    auto& elements = static_cast<AsnListBase&>(*list);
+    const AsnTagChain own = elements.OwnTags();
+    shape.tag = own.Outer();
+    shape.element = &Build(cache, elements.AppendElement());
     shape.elementTag = shape.element->tag;
+    shape.berDirect = !own.Wrapped() && own.Outer() == kTagSequence && shape.element->berDirect;
   } else if (kind == AsnMemberKind::kPrimitive) {
     shape.tag = static_cast<const AsnPrimitive&>(value).UniversalTag();
     shape.prototype.reset(value.Clone());
     shape.nullIsValue = dynamic_cast<const AsnNull*>(&value) != nullptr;
+  } else {
+    shape.tag = AsnUniversalTag(kind);
   }
-  if (kind != AsnMemberKind::kPrimitive) shape.tag = AsnUniversalTag(kind);
   return shape;
 }
 

@@ -1,5 +1,5 @@
 // What the JSON reader knows of a type without a value of it: its kind and,
-// for a record, its member plan with each member's type and measured name;
+// for a record or CHOICE, its member plan with each member's type and name;
 // for a list, its element's type and the tag an element carries; for a value
 // with its own codec, a default value of its class to read into. Made once
 // per value class on first use (from default values made for the purpose)
@@ -24,6 +24,12 @@ struct AsnJsonShape {
   AsnTag tag = kTagSequence;                        // the universal tag a value of the type carries
   std::unique_ptr<AsnType> prototype;               // a kPrimitive's default value
   bool nullIsValue = false;                         // a NULL: JSON null is its value, not absence
+  const AsnJsonShape* extensions = nullptr;         // an extensible record's unknown members (a list)
+  // Whether a value of the type goes to BER as its text is read: a
+  // SEQUENCE or SEQUENCE OF of such values under one tag each, without
+  // DEFAULT members or unknown ones, or a primitive value. The others (SET,
+  // SET OF, CHOICE, explicit tags) are read into a value and encoded.
+  bool berDirect = true;
 };
 
 // The shape of the class of `value`. Safe to call from several threads.

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "tn_platform/asn/asn_bool.h"
+#include "tn_platform/asn/asn_choice.h"
 #include "tn_platform/asn/asn_int.h"
 #include "tn_platform/asn/asn_list_base.h"
 #include "tn_platform/asn/asn_json_tokens.h"
@@ -174,6 +175,9 @@ class Writer {
       case AsnMemberKind::kRecord:
         Record(static_cast<const AsnSequence&>(value), level);
         break;
+      case AsnMemberKind::kChoice:
+        Choice(static_cast<const AsnChoice&>(value), level);
+        break;
       case AsnMemberKind::kPrimitive: {
         AsnJsonOut out(this, m_jer, level);
         static_cast<const AsnPrimitive&>(value).WriteJson(out);
@@ -272,9 +276,41 @@ class Writer {
       }
       Value(member.kind, *value, level + 1);
     }
+    if (plan.extensible && plan.ExtensionsIn(base)->Count() != 0) {
+      if (!first) Put(",");
+      first = false;
+      NewLine(level + 1);
+      Put(m_indented ? "\"...\": " : "\"...\":");
+      List(*plan.ExtensionsIn(base), level + 1);
+    }
     if (!first) NewLine(level);
     m_text.Reserve(1);
     m_text.Put('}');
+  }
+
+  // {"alternative": value}; an unknown one {"...": <open value>}.
+  void Choice(const AsnChoice& choice, unsigned level) {
+    void* const base = const_cast<AsnChoice*>(&choice);
+    const AsnRecordPlan& plan = choice.Plan();
+    const std::size_t index = choice.Which();
+    Put("{");
+    if (index == AsnChoice::kNone) {
+      Put("}");
+      return;
+    }
+    NewLine(level + 1);
+    if (index == AsnChoice::kUnknown) {
+      Put(m_indented ? "\"...\": " : "\"...\":");
+      plan.ExtensionsIn(base)->ForEachElement(
+          [&](const AsnType& unknown) { Value(AsnMemberKind::kPrimitive, unknown, level + 1); });
+    } else {
+      const AsnMemberStep& alternative = plan.members[index];
+      const KeyText& key = KeysOf(plan)[index];
+      Put(key.whole);
+      Value(alternative.kind, *alternative.ValueIn(base), level + 1);
+    }
+    NewLine(level);
+    Put("}");
   }
 
   // A "//" member naming the record's optional members.
@@ -359,7 +395,12 @@ class Writer {
 void FillEveryMember(AsnType& value, unsigned depth) {
   if (depth == 0) return;
   const AsnMemberKind kind = AsnKindOf(value);
-  if (kind == AsnMemberKind::kRecord) {
+  if (kind == AsnMemberKind::kChoice) {
+    auto& choice = static_cast<AsnChoice&>(value);
+    if (choice.Which() == AsnChoice::kNone && !choice.Plan().members.empty()) {
+      FillEveryMember(choice.Choose(0), depth - 1);
+    }
+  } else if (kind == AsnMemberKind::kRecord) {
     auto& record = static_cast<AsnSequence&>(value);
     for (const AsnMemberStep& member : record.Plan().members) {
       if (member.optional && depth == 1) continue;

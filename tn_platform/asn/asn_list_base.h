@@ -6,13 +6,15 @@
 // type, 8 BEncContent, 9 BDecContent, then the untyped element access
 // (AppendElement, VisitElements) that generic programs use to read and fill a
 // list of any element type, then the encoder's two passes over the elements
-// (MeasureContent, WriteContent; asn_value_encoding.h).
+// (MeasureContent, WriteContent; asn_value_encoding.h), then ClearElements
+// and OwnTags.
 #pragma once
 #pragma GCC visibility push(default)
 
 #include <type_traits>
 
 #include "tn_platform/asn/asn_encode_sizes.h"
+#include "tn_platform/asn/asn_tagging.h"
 #include "tn_platform/asn/asn_type.h"
 #include "tn_platform/asn/ber.h"
 #include "tn_platform/asn/csm_exception.h"
@@ -22,14 +24,18 @@
 // so that a whole-value decode can say in its own words what is wrong there.
 class AsnListTagError : public CSM_Exception {
  public:
-  AsnListTagError(const AsnHeader& header, const char* sourceName)
+  AsnListTagError(const AsnHeader& header, const char* sourceName, AsnTag expected = kTagSequence)
       : CSM_Exception(kAsnDecodeError, 250, "", sourceName, "AsnList::BDec: ERROR tag on SEQUENCE OF is wrong.",
                       nullptr),
-        m_header(header) {}
+        m_header(header),
+        m_expected(expected) {}
   const AsnHeader& Header() const { return m_header; }
+  // The tag the list takes.
+  AsnTag Expected() const { return m_expected; }
 
  private:
   AsnHeader m_header;
+  AsnTag m_expected;
 };
 
 class AsnListBase : public AsnType {
@@ -56,6 +62,11 @@ class AsnListBase : public AsnType {
   // The writing pass: the content at `out`, front to back, taking the
   // lengths the sizing pass noted; returns the end.
   virtual unsigned char* WriteContent(unsigned char* out, AsnEncodeSizes& sizes) const = 0;
+  // Destroys every element.
+  virtual void ClearElements() = 0;
+  // The tags a value of the list's class carries on its own: SEQUENCE OF
+  // (30) or SET OF (31), or the tags written on its type.
+  virtual AsnTagChain OwnTags() const = 0;
 
   // VisitElements with any callable taking AsnType&.
   template <class Visitor>

@@ -47,22 +47,6 @@ unsigned char* AsnPrimitive::WriteEncoded(unsigned char* out, AsnTag tag) const 
   return WriteContent(out);
 }
 
-void AsnPrimitive::DecodeMember(AsnBuf& buf, AsnTag tag, unsigned long length, bool tagged) {
-  if (!tagged || !IsOpen()) {
-    DecodeContent(buf, tag, length);
-    return;
-  }
-  // [n] EXPLICIT around the open value: exactly one complete encoding.
-  const AsnOpenValueGuard open(buf, AsnHolder::kValue, length);
-  unsigned long counted = 0;
-  if (length != 0 && !(length == kIndefiniteLength && AtEoc(buf))) {
-    BDec(buf, counted, NIClass_BER);
-  } else {
-    AsnThrowDecodeError(buf.ItemStart(), "explicit tag without the value it holds");
-  }
-  if (length == kIndefiniteLength) BDecEoc(buf, counted);
-}
-
 namespace asn_primitive {
 
 void Refuse(std::size_t itemStart, const std::string& what) { AsnThrowDecodeError(itemStart, what); }

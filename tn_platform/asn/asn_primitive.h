@@ -12,7 +12,7 @@
 //
 // An open value (AsnAny) carries kAsnOpenTag: it is its whole encoding, any
 // tag; as an optional record member numbered n it travels inside [n]
-// EXPLICIT, since an open value cannot be tagged implicitly.
+// EXPLICIT, since an open value cannot be tagged implicitly (asn_tagging.h).
 #pragma once
 #pragma GCC visibility push(default)
 
@@ -55,11 +55,6 @@ class AsnPrimitive : public AsnType {
   // writes an open value as it is): its size, then written at `out`.
   unsigned long EncodedSize(AsnTag tag) const;
   unsigned char* WriteEncoded(unsigned char* out, AsnTag tag) const;
-  // Decodes a record member's content after its header: as DecodeContent,
-  // except that an open value under a member's own context tag (`tagged`)
-  // is the one complete encoding inside it.
-  void DecodeMember(AsnBuf& buf, AsnTag tag, unsigned long length, bool tagged);
-
   bool IsOpen() const { return UniversalTag() == kAsnOpenTag; }
 
  protected:

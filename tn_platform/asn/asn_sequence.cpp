@@ -2,7 +2,11 @@
 
 #include <string>
 
+#include "tn_platform/asn/asn_any.h"
 #include "tn_platform/asn/asn_bool.h"
+#include "tn_platform/asn/asn_choice.h"
+#include "tn_platform/asn/asn_decode_error.h"
+#include "tn_platform/asn/asn_explicit_tags.h"
 #include "tn_platform/asn/asn_int.h"
 #include "tn_platform/asn/asn_list_base.h"
 #include "tn_platform/asn/asn_octs.h"
@@ -13,10 +17,12 @@
 
 namespace {
 
-void DecodeContent(AsnBuf& buf, const AsnMemberStep& step, AsnType* value, AsnTag tag, unsigned long length,
+// A member's value after its own header (the one its kind reads).
+void DecodeContent(AsnBuf& buf, const AsnMemberStep& step, AsnType* value, const AsnHeader& header,
                    unsigned long& bytesDecoded) {
-  const AsnMemberKind kind = step.kind;
-  switch (kind) {
+  const AsnTag tag = header.tag;
+  const unsigned long length = header.length;
+  switch (step.kind) {
     case AsnMemberKind::kOcts:
       // The primitive form inline when the input holds it; BDecContent
       // refuses the rest.
@@ -43,7 +49,10 @@ void DecodeContent(AsnBuf& buf, const AsnMemberStep& step, AsnType* value, AsnTa
       static_cast<AsnSequence*>(value)->BDecContent(buf, tag, length, bytesDecoded, NIClass_BER);
       break;
     case AsnMemberKind::kPrimitive:
-      static_cast<AsnPrimitive*>(value)->DecodeMember(buf, tag, length, step.optional);
+      static_cast<AsnPrimitive*>(value)->DecodeContent(buf, tag, length);
+      break;
+    case AsnMemberKind::kChoice:
+      static_cast<AsnChoice*>(value)->DecodeAlternative(buf, header);
       break;
   }
 }
@@ -66,6 +75,7 @@ void AssignValue(AsnMemberKind kind, AsnType* target, const AsnType* source) {
       static_cast<AsnListBase*>(target)->AssignList(*static_cast<const AsnListBase*>(source));
       break;
     case AsnMemberKind::kRecord:
+    case AsnMemberKind::kChoice:
       AsnSequence::Assign(*static_cast<AsnSequence*>(target), *static_cast<const AsnSequence*>(source));
       break;
     case AsnMemberKind::kPrimitive:
@@ -74,40 +84,99 @@ void AssignValue(AsnMemberKind kind, AsnType* target, const AsnType* source) {
   }
 }
 
-// The member that carries `tag`, the header of the item starting at
-// `itemStart`, when it is not the next one in order: skips absent optional
-// members, refuses a mismatching mandatory one or an optional one's tag in
-// the other form (naming it in `member`, so the error's path ends in it), a
-// member out of order or repeated, and an unknown tag.
-std::size_t FindMember(const AsnRecordPlan& plan, std::size_t next, AsnTag tag, std::size_t itemStart,
-                       const char*& member) {
+// What a member's tag is, in a message about a wrong one.
+std::string ExpectedTag(const AsnMemberStep& step) {
+  if (step.IsUntaggedChoice()) return std::string("an alternative of ") + step.typeName;
+  return TagDescription(step.tag);
+}
+
+// Where FindMember puts an item that is no member's: an extensible record's
+// unknown member.
+constexpr std::size_t kUnknownMember = ~std::size_t{0};
+
+// A tag that is a member's in the form its kind does not take is that
+// member's fault, not an unknown one: throws naming it.
+void RefuseOtherForm(const AsnRecordPlan& plan, std::size_t from, AsnTag tag, std::size_t itemStart,
+                     const char*& member) {
   const std::vector<AsnMemberStep>& members = plan.members;
-  for (std::size_t index = next; index < members.size(); ++index) {
-    const AsnMemberStep& step = members[index];
-    if (step.Matches(tag) || step.TakesAnyTag()) return index;
-    if (!step.optional) {
-      member = step.name;
-      AsnThrowDecodeError(itemStart, "wrong tag " + TagDescription(tag) + ", expected " + TagDescription(step.tag));
-    }
-  }
-  for (std::size_t earlier = 0; earlier < next; ++earlier) {
-    if (members[earlier].Matches(tag)) {
-      AsnThrowDecodeError(itemStart, std::string("member ") + members[earlier].name + " out of order or repeated");
-    }
-  }
-  // A member's tag in the form its kind does not take is that member's fault,
-  // not an unknown one.
-  for (std::size_t index = next; index < members.size(); ++index) {
+  for (std::size_t index = from; index < members.size(); ++index) {
     if (members[index].Matches(TagWithForm(tag, !TagIsConstructed(tag)))) {
       member = members[index].name;
       AsnThrowDecodeError(itemStart,
                           "wrong tag " + TagDescription(tag) + ", expected " + TagDescription(members[index].tag));
     }
   }
+}
+
+// The member of a SEQUENCE that carries `tag`, the header of the item
+// starting at `itemStart`, when it is not the next one in order: skips
+// absent optional and DEFAULT members, refuses a mismatching mandatory one
+// or an optional one's tag in the other form (naming it in `member`, so the
+// error's path ends in it), a member out of order or repeated, and an
+// unknown tag, unless the record is extensible (kUnknownMember). A
+// mandatory untagged CHOICE that is extensible takes any tag.
+std::size_t FindMember(const AsnRecordPlan& plan, std::size_t next, AsnTag tag, std::size_t itemStart,
+                       const char*& member) {
+  const std::vector<AsnMemberStep>& members = plan.members;
+  for (std::size_t index = next; index < members.size(); ++index) {
+    const AsnMemberStep& step = members[index];
+    if (AsnStepTakes(step, tag)) return index;
+    if (!step.optional && !step.HasDefault()) {
+      if (step.IsUntaggedChoice() && step.plan().extensible && tag != 0) return index;
+      member = step.name;
+      AsnThrowDecodeError(itemStart, "wrong tag " + TagDescription(tag) + ", expected " + ExpectedTag(step));
+    }
+  }
+  for (std::size_t earlier = 0; earlier < next; ++earlier) {
+    const AsnMemberStep& step = members[earlier];
+    if (step.Matches(tag) || (step.IsUntaggedChoice() && step.plan().ChoiceTakes(tag))) {
+      AsnThrowDecodeError(itemStart, std::string("member ") + members[earlier].name + " out of order or repeated");
+    }
+  }
+  RefuseOtherForm(plan, next, tag, itemStart, member);
+  if (plan.extensible && tag != 0) return kUnknownMember;
   if (next == members.size()) {
     AsnThrowDecodeError(itemStart, "content left over after the last member (tag " + TagDescription(tag) + ")");
   }
   AsnThrowDecodeError(itemStart, "unknown member with tag " + TagDescription(tag));
+}
+
+// The members of a SET given so far.
+class SeenMembers {
+ public:
+  explicit SeenMembers(std::size_t count) : m_seen(count, false) {}
+  bool Has(std::size_t index) const { return m_seen[index]; }
+  void Mark(std::size_t index) { m_seen[index] = true; }
+
+ private:
+  std::vector<bool> m_seen;
+};
+
+// The member of a SET that carries `tag`: any not given yet; refuses a
+// repeated one, one in the wrong form and an unknown tag unless the SET is
+// extensible (kUnknownMember).
+std::size_t FindSetMember(const AsnRecordPlan& plan, const SeenMembers& seen, AsnTag tag, std::size_t itemStart,
+                          const char*& member) {
+  const std::size_t index = tag == 0 ? plan.members.size() : plan.MemberTaking(tag);
+  if (index < plan.members.size()) {
+    if (seen.Has(index)) {
+      AsnThrowDecodeError(itemStart, std::string("member ") + plan.members[index].name + " repeated");
+    }
+    return index;
+  }
+  RefuseOtherForm(plan, 0, tag, itemStart, member);
+  if (plan.extensible && tag != 0) return kUnknownMember;
+  AsnThrowDecodeError(itemStart, "unknown member with tag " + TagDescription(tag));
+}
+
+// Before decoding: optional members absent, DEFAULT ones their default, no
+// unknown members.
+void ResetMembers(const AsnRecordPlan& plan, void* record) {
+  for (const AsnMemberStep& step : plan.members) {
+    if (step.optional) step.ResetIn(record);
+    if (step.HasDefault()) AsnApplyDefault(step, record);
+  }
+  if (plan.extensible) plan.ExtensionsIn(record)->ClearElements();
 }
 
 // The input ends before the member starting at `memberStart` (the record
@@ -140,13 +209,41 @@ unsigned long AsnSequence::BEncContent(AsnBuf& buf, NIClass_EncodingFormatEnum) 
 }
 
 unsigned long AsnSequence::BEnc(AsnBuf& buf, NIClass_EncodingFormatEnum) {
-  return AsnEncodeValueInto(buf, kTagSequence, *this);
+  return AsnEncodeChainInto(buf, Plan().ownTags, *this);
+}
+
+void AsnDecodeMemberValue(AsnBuf& buf, const AsnMemberStep& step, AsnType* value, const AsnHeader& header,
+                          unsigned long& bytesDecoded) {
+  if (!step.tags.Wrapped()) {
+    DecodeContent(buf, step, value, header, bytesDecoded);
+    return;
+  }
+  AsnDecodeInsideExplicit(buf, step.tags, step.eitherForm, header.length, [&](AsnBuf& in, const AsnHeader& inner) {
+    DecodeContent(in, step, value, inner, bytesDecoded);
+  });
+}
+
+void AsnApplyDefault(const AsnMemberStep& step, void* record) {
+  AssignValue(step.kind, step.ValueIn(record), step.defaultValue.get());
 }
 
 void AsnSequence::DecodeRecord(const AsnRecordPlan& plan, AsnBuf& buf, unsigned long& bytesDecoded) {
+  const AsnTagChain& own = plan.ownTags;
+  if (own.Wrapped() || plan.IsChoice()) {
+    AsnDecodeUnderTags(buf, own, false, bytesDecoded, [&](AsnBuf& in, const AsnHeader& header) {
+      unsigned long counted = 0;
+      if (plan.IsChoice()) {
+        static_cast<AsnChoice*>(this)->DecodeAlternative(in, header);
+      } else {
+        DecodeMembers(plan, in, header.length, counted);
+      }
+    });
+    return;
+  }
+  const AsnTag tag = own.Outer();
   const AsnHeader header = BDecHeader(
-      buf, bytesDecoded, [](AsnTag tag) { return tag == kTagSequence; }, AsnLengthCheck::kPrimitiveOnly);
-  if (header.status != AsnHeader::kComplete) AsnThrowHeaderError(header, kTagSequence, buf);
+      buf, bytesDecoded, [tag](AsnTag read) { return read == tag; }, AsnLengthCheck::kPrimitiveOnly);
+  if (header.status != AsnHeader::kComplete) AsnThrowHeaderError(header, tag, buf);
   DecodeMembers(plan, buf, header.length, bytesDecoded);
 }
 
@@ -169,12 +266,10 @@ void AsnSequence::DecodeMembers(const AsnRecordPlan& plan, AsnBuf& buf, unsigned
   std::size_t memberStart = 0;
   try {
     const AsnOpenValueGuard open(buf, AsnHolder::kRecord, length);
-    // Decoding replaces the record's content: optional members start absent.
-    if (plan.hasOptional) {
-      for (const AsnMemberStep& step : members) {
-        if (step.optional) step.ResetIn(base);
-      }
-    }
+    // Decoding replaces the record's content.
+    if (plan.hasOptional || plan.hasDefaults || plan.extensible) ResetMembers(plan, base);
+    const bool isSet = plan.structure == AsnStructure::kSet;
+    SeenMembers seen(isSet ? members.size() : 0);
 
     unsigned long counted = 0;  // the octet count is the distance the buffer moved
     std::size_t next = 0;       // the first member that may still come
@@ -186,31 +281,44 @@ void AsnSequence::DecodeMembers(const AsnRecordPlan& plan, AsnBuf& buf, unsigned
           buf, counted,
           [&](AsnTag tag) {
             // Members mostly come in order: the next one is tried first.
-            if (index >= members.size() || !members[index].Matches(tag)) {
+            if (isSet) {
+              index = FindSetMember(plan, seen, tag, memberStart, member);
+            } else if (index >= members.size() || !members[index].Matches(tag)) {
               index = FindMember(plan, next, tag, memberStart, member);
             }
-            member = members[index].name;
+            member = index == kUnknownMember ? nullptr : members[index].name;
             return true;
           },
           AsnLengthCheck::kNone);
       if (header.status != AsnHeader::kComplete) ThrowInputEndsAt(buf, header.status, memberStart, indefinite, end);
 
-      const AsnMemberStep& step = members[index];
       const std::size_t contentStart = buf.Offset();
-      // A primitive value takes exactly its length, refusing one that runs
-      // past the input; a constructed one (a list, a record, a segmented
-      // OCTET STRING) reads up to its end, its items checked against it.
-      DecodeContent(buf, step, step.ValueOrCreateIn(base), header.tag, header.length, counted);
+      if (index == kUnknownMember) {
+        // An extensible record keeps what it does not know, as it came.
+        static_cast<AsnAny&>(plan.ExtensionsIn(base)->AppendElement()).DecodeContent(buf, header.tag, header.length);
+        if (!isSet && next < plan.extension.index) next = plan.extension.index;
+      } else {
+        // A primitive value takes exactly its length, refusing one that runs
+        // past the input; a constructed one (a list, a record, a segmented
+        // OCTET STRING) reads up to its end, its items checked against it.
+        const AsnMemberStep& step = members[index];
+        AsnDecodeMemberValue(buf, step, step.ValueOrCreateIn(base), header, counted);
+        if (isSet) {
+          seen.Mark(index);
+        } else {
+          next = index + 1;
+        }
+      }
       if (header.length != kIndefiniteLength && buf.Offset() != contentStart + header.length) {
         AsnThrowDecodeError(memberStart, "content does not match its length");
       }
-      next = index + 1;
       member = nullptr;
     }
 
-    for (std::size_t index = next; index < members.size(); ++index) {
-      if (!members[index].optional) {
-        AsnThrowDecodeError(recordStart, std::string("mandatory member ") + members[index].name + " missing");
+    for (std::size_t index = isSet ? 0 : next; index < members.size(); ++index) {
+      const AsnMemberStep& step = members[index];
+      if (!step.optional && !step.HasDefault() && !(isSet && seen.Has(index))) {
+        AsnThrowDecodeError(recordStart, std::string("mandatory member ") + step.name + " missing");
       }
     }
     if (indefinite) BDecEoc(buf, counted);
@@ -244,6 +352,12 @@ void AsnSequence::Print(std::ostream& os, unsigned long level, bool lineBreak) c
     }
     value->Print(os, level + 1, false);
   }
+  if (plan.extensible) {
+    plan.ExtensionsIn(base)->ForEachElement([&](const AsnType& unknown) {
+      os << '\n' << IndentText(level + 1) << "... ";
+      unknown.Print(os, level + 1, false);
+    });
+  }
   os << '\n' << IndentText(level) << '}';
 }
 
@@ -270,4 +384,6 @@ void AsnSequence::Assign(AsnSequence& record, const AsnSequence& source) {
     }
     AssignValue(member.kind, member.ValueOrCreateIn(target), value);
   }
+  const AsnRecordPlan& plan = source.Plan();
+  if (plan.extensible) plan.ExtensionsIn(target)->AssignList(*plan.ExtensionsIn(from));
 }

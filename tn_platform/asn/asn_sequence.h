@@ -103,6 +103,14 @@ class AsnSequence : public AsnType {
   AsnSequence& operator=(const AsnSequence&) = default;
 };
 
+// Decodes the value of member (or alternative) `step` into `value`, the
+// member's outermost header just read: through its explicit tags, then by
+// its kind. The one decoder of a member's value.
+void AsnDecodeMemberValue(AsnBuf& buf, const AsnMemberStep& step, AsnType* value, const AsnHeader& header,
+                          unsigned long& bytesDecoded);
+// Gives member `step` of the record at `record` its DEFAULT value.
+void AsnApplyDefault(const AsnMemberStep& step, void* record);
+
 // Offset of a member within a record, for the attribute registration:
 // measured on `probe`, an object of the record's class.
 template <class Record, class Member>

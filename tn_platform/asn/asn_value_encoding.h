@@ -14,12 +14,14 @@
 #include <type_traits>
 
 #include "tn_platform/asn/asn_bool.h"
+#include "tn_platform/asn/asn_choice.h"
 #include "tn_platform/asn/asn_encode_sizes.h"
 #include "tn_platform/asn/asn_int.h"
 #include "tn_platform/asn/asn_list_base.h"
 #include "tn_platform/asn/asn_octs.h"
 #include "tn_platform/asn/asn_primitive.h"
 #include "tn_platform/asn/asn_sequence.h"
+#include "tn_platform/asn/asn_tagging.h"
 #include "tn_platform/asn/ber.h"
 
 // Copies `size` octets to `out`; returns the end. Short runs (most texts of
@@ -47,15 +49,57 @@
   return out + size;
 }
 
-// The universal tag a value of class `Value` carries on its own (as a list
-// element, or a mandatory member).
+// Whether `Value` is a record or list class with tags written on its type
+// (static constexpr AsnTagging kTagging), a record class that is a SET
+// (static constexpr AsnStructure kStructure), a list class that is a SET OF
+// (static constexpr AsnTag kListTag).
+template <class Value, class = void>
+struct AsnHasTagging : std::false_type {};
 template <class Value>
-constexpr AsnTag AsnUniversalTagOf() {
+struct AsnHasTagging<Value, std::void_t<decltype(Value::kTagging)>> : std::true_type {};
+template <class Value, class = void>
+struct AsnHasStructure : std::false_type {};
+template <class Value>
+struct AsnHasStructure<Value, std::void_t<decltype(Value::kStructure)>> : std::true_type {};
+
+// The tag a value of class `Value` carries without tags of its type.
+template <class Value>
+constexpr AsnTag AsnBareTagOf() {
   if constexpr (std::is_same_v<Value, AsnOcts>) return kTagOctetString;
   if constexpr (std::is_same_v<Value, AsnTinyInt> || std::is_same_v<Value, AsnInt>) return kTagInteger;
   if constexpr (std::is_same_v<Value, AsnBool>) return kTagBoolean;
   if constexpr (std::is_base_of_v<AsnPrimitive, Value>) return Value::kUniversalTag;
+  if constexpr (std::is_base_of_v<AsnChoice, Value>) return kAsnChoiceTag;
+  if constexpr (std::is_base_of_v<AsnListBase, Value>) return Value::kListTag;
+  if constexpr (AsnHasStructure<Value>::value) {
+    if constexpr (Value::kStructure == AsnStructure::kSet) return kTagSet;
+  }
   return kTagSequence;
+}
+
+// The tags a value of class `Value` carries on its own (as a list element,
+// a member without tags, a whole value), outermost first.
+template <class Value>
+constexpr AsnTagChain AsnOwnTagsOf() {
+  if constexpr (AsnHasTagging<Value>::value) {
+    return AsnApplyTags(Value::kTagging, AsnTagChainOf(AsnBareTagOf<Value>()));
+  } else {
+    return AsnTagChainOf(AsnBareTagOf<Value>());
+  }
+}
+
+// The outermost of them.
+template <class Value>
+constexpr AsnTag AsnUniversalTagOf() {
+  return AsnOwnTagsOf<Value>().Outer();
+}
+
+// Whether a value of class `Value` travels under one tag of its own, as
+// every value of the common records does (not a CHOICE, nor a type with
+// EXPLICIT tags).
+template <class Value>
+constexpr bool AsnHasOneOwnTag() {
+  return !AsnOwnTagsOf<Value>().Wrapped() && AsnUniversalTagOf<Value>() != kAsnChoiceTag;
 }
 
 // Sizing pass: the content length of `value`. A record or list takes its
@@ -80,14 +124,15 @@ template <class Value>
   }
 }
 
-// Sizing pass: the complete encoding of `value` under `tag` (an open value
-// under kAsnOpenTag is its encoding alone).
+// Sizing pass: the complete encoding of `value` under `tag` (a value under
+// a headerless tag, an open value or a CHOICE, is its content alone).
 template <class Value>
 [[gnu::always_inline]] inline unsigned long AsnValueSize(AsnTag tag, const Value& value, AsnEncodeSizes& sizes) {
   if constexpr (std::is_base_of_v<AsnPrimitive, Value>) {
     return value.EncodedSize(tag);
   } else {
-    return AsnEncodedSize(tag, AsnContentLength(value, sizes));
+    const unsigned long length = AsnContentLength(value, sizes);
+    return AsnTagIsHeaderless(tag) ? length : AsnEncodedSize(tag, length);
   }
 }
 
@@ -108,8 +153,47 @@ template <class Value>
   } else if constexpr (std::is_base_of_v<AsnPrimitive, Value>) {
     return value.WriteEncoded(out, tag);
   } else {
-    return value.WriteContent(AsnWriteHeader(out, tag, sizes.Next()), sizes);
+    const unsigned long length = sizes.Next();
+    return value.WriteContent(AsnTagIsHeaderless(tag) ? out : AsnWriteHeader(out, tag, length), sizes);
   }
+}
+
+// The complete encoding of a value whose content and explicit tags inside
+// `chain.tags[level]` take `inner` octets: the size from that tag out.
+[[gnu::always_inline]] inline unsigned long AsnWrappedSize(const AsnTagChain& chain, unsigned long inner) {
+  for (unsigned level = chain.count - 1; level-- > 0;) inner = AsnEncodedSize(chain.tags[level], inner);
+  return inner;
+}
+
+// Writes the headers of the explicit tags of `chain` around a value whose
+// complete encoding under its own tag takes `inner` octets; returns the end.
+inline unsigned char* AsnWriteExplicitTags(unsigned char* out, const AsnTagChain& chain, unsigned long inner) {
+  unsigned long lengths[kAsnMaxTags + 1];
+  for (unsigned level = chain.count - 1; level-- > 0;) {
+    lengths[level] = inner;
+    inner = AsnEncodedSize(chain.tags[level], inner);
+  }
+  for (unsigned level = 0; level + 1 < chain.count; ++level) out = AsnWriteHeader(out, chain.tags[level], lengths[level]);
+  return out;
+}
+
+// Both passes under every tag of `chain`: a value with explicit tags notes
+// the size of what they hold in a slot of its own, before its content's.
+template <class Value>
+[[gnu::always_inline]] inline unsigned long AsnChainSize(const AsnTagChain& chain, const Value& value,
+                                                         AsnEncodeSizes& sizes) {
+  if (!chain.Wrapped()) return AsnValueSize(chain.Outer(), value, sizes);
+  const std::size_t slot = sizes.TakeSlot();
+  const unsigned long inner = AsnValueSize(chain.Inner(), value, sizes);
+  sizes.Set(slot, inner);
+  return AsnWrappedSize(chain, inner);
+}
+template <class Value>
+[[gnu::always_inline]] inline unsigned char* AsnWriteChain(unsigned char* out, const AsnTagChain& chain,
+                                                           const Value& value, AsnEncodeSizes& sizes) {
+  if (!chain.Wrapped()) return AsnWriteValue(out, chain.Outer(), value, sizes);
+  out = AsnWriteExplicitTags(out, chain, sizes.Next());
+  return AsnWriteValue(out, chain.Inner(), value, sizes);
 }
 
 // Both passes for a whole record or list under `tag`, in front of what
@@ -123,6 +207,18 @@ template <class Value>
   const unsigned long size = AsnEncodedSize(tag, length);
   sizes.StartReading();
   value.WriteContent(AsnWriteHeader(buf.ReserveFront(size), tag, length), sizes);
+  return size;
+}
+
+// Both passes for a whole value under `chain`, in front of what `buf` holds.
+template <class Value>
+inline unsigned long AsnEncodeChainInto(AsnBuf& buf, const AsnTagChain& chain, const Value& value) {
+  if (!chain.Wrapped() && !AsnTagIsHeaderless(chain.Outer())) return AsnEncodeValueInto(buf, chain.Outer(), value);
+  AsnEncodeSizes& sizes = buf.EncodeSizes();
+  sizes.Clear();
+  const unsigned long size = AsnChainSize(chain, value, sizes);
+  sizes.StartReading();
+  AsnWriteChain(buf.ReserveFront(size), chain, value, sizes);
   return size;
 }
 

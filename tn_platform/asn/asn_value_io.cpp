@@ -19,7 +19,7 @@ std::size_t AsnDecodeFront(AsnType& value, std::string_view bytes, const AsnDeco
       value.BDec(buf, bytesDecoded, NIClass_BER);
     } catch (AsnListTagError* raw) {
       const std::unique_ptr<AsnListTagError> refusal(raw);
-      AsnThrowHeaderError(refusal->Header(), kTagSequence, buf);
+      AsnThrowHeaderError(refusal->Header(), refusal->Expected(), buf);
     }
     // Of the values here only a list's header leaves the input's end to the
     // flag, when it ends inside the length (the list reads it as 0).

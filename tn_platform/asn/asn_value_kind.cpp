@@ -4,6 +4,7 @@
 #include <typeinfo>
 
 #include "tn_platform/asn/asn_bool.h"
+#include "tn_platform/asn/asn_choice.h"
 #include "tn_platform/asn/asn_int.h"
 #include "tn_platform/asn/asn_list_base.h"
 #include "tn_platform/asn/asn_octs.h"
@@ -13,6 +14,7 @@
 namespace {
 
 AsnMemberKind KindByCast(const AsnType& value) {
+  if (dynamic_cast<const AsnChoice*>(&value)) return AsnMemberKind::kChoice;
   if (dynamic_cast<const AsnSequence*>(&value)) return AsnMemberKind::kRecord;
   if (dynamic_cast<const AsnListBase*>(&value)) return AsnMemberKind::kList;
   if (dynamic_cast<const AsnOcts*>(&value)) return AsnMemberKind::kOcts;

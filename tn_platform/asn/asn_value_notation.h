@@ -9,9 +9,12 @@
 //   }
 //
 // A record is { member value, ... } with absent optional members left out, a
-// list { value, ... }, an OCTET STRING 'hex'H (with its text in a comment when
-// it reads as UTF-8 text), an INTEGER decimal, a BOOLEAN TRUE or FALSE; an
-// empty record or list is {}. Two blanks indent each level.
+// list { value, ... }, a CHOICE `alternative : value`, an OCTET STRING 'hex'H
+// (with its text in a comment when it reads as UTF-8 text), an INTEGER
+// decimal, a BOOLEAN TRUE or FALSE; an empty record or list is {}. Two blanks
+// indent each level. What an extensible type does not know stands in
+// comments: `/* unknown member '020105'H */` after a record's members, `/*
+// unknown alternative '8A0105'H */` for a CHOICE.
 //
 // Print (asn_type.h) keeps its own older layout: trace lines use it.
 #pragma once

@@ -48,6 +48,7 @@ constexpr AsnTag kTagInteger = 0x02000000u;
 constexpr AsnTag kTagOctetString = 0x04000000u;
 constexpr AsnTag kTagOctetStringConstructed = 0x24000000u;
 constexpr AsnTag kTagSequence = 0x30000000u;
+constexpr AsnTag kTagSet = 0x31000000u;
 // Stands for the tag of an open value (AsnAny), which takes any tag:
 // [UNIVERSAL 0] constructed, which no valid encoding carries.
 constexpr AsnTag kAsnOpenTag = 0x20000000u;

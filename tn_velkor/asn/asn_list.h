@@ -17,11 +17,16 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstring>
 #include <new>
 #include <string>
+#include <string_view>
+#include <type_traits>
 #include <utility>
+#include <vector>
 
 #include "tn_platform/asn/asn_decode_error.h"
+#include "tn_platform/asn/asn_explicit_tags.h"
 #include "tn_platform/asn/asn_list_base.h"
 #include "tn_platform/asn/asn_value_encoding.h"
 #include "tn_platform/asn/ber.h"
@@ -36,6 +41,7 @@ template <class T>
 class AsnList : public AsnListBase {
  public:
   using Element = T;
+  static constexpr AsnTag kListTag = kTagSequence;
 
   AsnList() = default;
   AsnList(const AsnList& other) : AsnListBase() { AssignList(other); }
@@ -58,17 +64,17 @@ class AsnList : public AsnListBase {
                    NIClass_EncodingFormatEnum format) override;
 
   // Slots after the element access: the encoder's two passes over the
-  // elements, each under its universal tag.
+  // elements, each under its own tags.
   unsigned long MeasureContent(AsnEncodeSizes& sizes) const override {
     unsigned long total = 0;
     for (const Node* node = first; node != nullptr; node = node->next) {
-      total += AsnValueSize(kElementTag, node->element, sizes);
+      total += AsnChainSize(kElementTags, node->element, sizes);
     }
     return total;
   }
   unsigned char* WriteContent(unsigned char* out, AsnEncodeSizes& sizes) const override {
     for (const Node* node = first; node != nullptr; node = node->next) {
-      out = AsnWriteValue(out, kElementTag, node->element, sizes);
+      out = AsnWriteChain(out, kElementTags, node->element, sizes);
     }
     return out;
   }
@@ -107,7 +113,7 @@ class AsnList : public AsnListBase {
     std::size_t capacity;
     std::size_t used;
   };
-  static constexpr AsnTag kElementTag = AsnUniversalTagOf<T>();
+  static constexpr AsnTagChain kElementTags = AsnOwnTagsOf<T>();
   static constexpr std::size_t kMaxBlockNodes = 64;
   static constexpr bool kFirstNodeInside = sizeof(Node) <= 32;
   static constexpr std::size_t kBlockHeader = (sizeof(Block) + alignof(Node) - 1) / alignof(Node) * alignof(Node);
@@ -125,16 +131,39 @@ class AsnList : public AsnListBase {
   alignas(Node) unsigned char firstSlot[kFirstNodeInside ? sizeof(Node) : 1];
 };
 
-template <class T>
+// The framing of a SEQUENCE OF (`kBareTag` 30) or SET OF (31): a list class
+// `Self` with tags written on its type (kTagging) names itself here.
+template <class T, class Self = void, AsnTag kBareTag = kTagSequence>
 class AsnSeqOf : public AsnList<T> {
  public:
-  // Slot 3: tag 0x30, length, then the elements. A wrong tag (or no octet
+  static constexpr AsnTag kListTag = kBareTag;
+
+  // Slot 3: tag (0x30), length, then the elements. A wrong tag (or no octet
   // at all) throws a CSM_Exception of its own; every other refusal is an
   // AsnDecodeError placed in the input, its path starting with the index of
   // the element at fault ("[2]").
   void BDec(AsnBuf& buf, unsigned long& bytesDecoded, NIClass_EncodingFormatEnum format) override;
   // Slot 4: always definite lengths; an empty list is 30 00.
   unsigned long BEnc(AsnBuf& buf, NIClass_EncodingFormatEnum format) override;
+  void ClearElements() override { this->Clear(); }
+  AsnTagChain OwnTags() const override { return OwnTagsOfClass(); }
+
+ private:
+  static constexpr AsnTagChain OwnTagsOfClass() {
+    if constexpr (std::is_void_v<Self>) {
+      return AsnTagChainOf(kBareTag);
+    } else {
+      return AsnOwnTagsOf<Self>();
+    }
+  }
+};
+
+// A SET OF: read in any order, written in DER's, its elements' encodings
+// sorted as octet strings.
+template <class T, class Self = void>
+class AsnSetOf : public AsnSeqOf<T, Self, kTagSet> {
+ public:
+  unsigned char* WriteContent(unsigned char* out, AsnEncodeSizes& sizes) const override;
 };
 
 // ---- definitions ------------------------------------------------------------
@@ -263,23 +292,56 @@ void AsnList<T>::BDecContent(AsnBuf& buf, unsigned int, unsigned long length, un
   bytesDecoded += consumed;
 }
 
-template <class T>
-void AsnSeqOf<T>::BDec(AsnBuf& buf, unsigned long& bytesDecoded, NIClass_EncodingFormatEnum) {
-  // Input that ends before the tag reads as tag 0, a wrong tag: both are
-  // refused with the list's own exception, the list left as it was.
-  const AsnHeader header = BDecHeader(
-      buf, bytesDecoded, [](AsnTag tag) { return tag == kTagSequence; }, AsnLengthCheck::kPrimitiveOnly);
-  if (header.status == AsnHeader::kEndsBeforeTag || header.status == AsnHeader::kWrongTag) {
-    throw new AsnListTagError(header, kAsnListSourceName);
+template <class T, class Self, AsnTag kBareTag>
+void AsnSeqOf<T, Self, kBareTag>::BDec(AsnBuf& buf, unsigned long& bytesDecoded, NIClass_EncodingFormatEnum) {
+  constexpr AsnTagChain kOwnTags = OwnTagsOfClass();
+  if constexpr (kOwnTags.Wrapped()) {
+    AsnDecodeUnderTags(buf, kOwnTags, false, bytesDecoded, [this](AsnBuf& in, const AsnHeader& header) {
+      unsigned long counted = 0;
+      this->BDecContent(in, header.tag, header.length, counted, NIClass_BER);
+    });
+  } else {
+    // Input that ends before the tag reads as tag 0, a wrong tag: both are
+    // refused with the list's own exception, the list left as it was.
+    const AsnHeader header = BDecHeader(
+        buf, bytesDecoded, [](AsnTag tag) { return tag == OwnTagsOfClass().Outer(); }, AsnLengthCheck::kPrimitiveOnly);
+    if (header.status == AsnHeader::kEndsBeforeTag || header.status == AsnHeader::kWrongTag) {
+      throw new AsnListTagError(header, kAsnListSourceName, OwnTagsOfClass().Outer());
+    }
+    // Input that ends inside the length leaves length 0 and the buffer's
+    // read-error flag set, for the caller to report (AsnDecodeValue does).
+    const unsigned long length = header.status == AsnHeader::kEndsInLength ? 0 : header.length;
+    this->BDecContent(buf, kOwnTags.Outer(), length, bytesDecoded, NIClass_BER);
   }
-  // Input that ends inside the length leaves length 0 and the buffer's
-  // read-error flag set, for the caller to report (AsnDecodeValue does).
-  const unsigned long length = header.status == AsnHeader::kEndsInLength ? 0 : header.length;
-  this->BDecContent(buf, kTagSequence, length, bytesDecoded, NIClass_BER);
 }
 
-template <class T>
-unsigned long AsnSeqOf<T>::BEnc(AsnBuf& buf, NIClass_EncodingFormatEnum) {
-  return AsnEncodeValueInto(buf, kTagSequence, static_cast<const AsnListBase&>(*this));
+template <class T, class Self, AsnTag kBareTag>
+unsigned long AsnSeqOf<T, Self, kBareTag>::BEnc(AsnBuf& buf, NIClass_EncodingFormatEnum) {
+  return AsnEncodeChainInto(buf, OwnTagsOfClass(), static_cast<const AsnListBase&>(*this));
+}
+
+template <class T, class Self>
+unsigned char* AsnSetOf<T, Self>::WriteContent(unsigned char* out, AsnEncodeSizes& sizes) const {
+  unsigned char* const start = out;
+  std::vector<std::string_view> encodings;
+  for (const auto* node = this->first; node != nullptr; node = node->next) {
+    unsigned char* const element = out;
+    out = AsnWriteChain(out, AsnList<T>::kElementTags, node->element, sizes);
+    encodings.emplace_back(reinterpret_cast<const char*>(element), static_cast<std::size_t>(out - element));
+  }
+  if (encodings.size() < 2) return out;
+  // Sorted on a copy, then written back in order.
+  const std::string written(reinterpret_cast<const char*>(start), static_cast<std::size_t>(out - start));
+  for (std::string_view& encoding : encodings) {
+    encoding = std::string_view(written).substr(
+        static_cast<std::size_t>(encoding.data() - reinterpret_cast<const char*>(start)), encoding.size());
+  }
+  std::stable_sort(encodings.begin(), encodings.end());
+  unsigned char* at = start;
+  for (const std::string_view encoding : encodings) {
+    std::memcpy(at, encoding.data(), encoding.size());
+    at += encoding.size();
+  }
+  return out;
 }
 #pragma GCC visibility pop

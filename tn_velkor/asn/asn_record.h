@@ -7,21 +7,32 @@
 //                                         run with the lines that register the
 //                                         class, make its member plan, and
 //                                         encode it (asn_record_encoding.h);
-//   its special members, which apply AsnSequence's generic Constructor,
-//   CopyConstructor, Destructor and Assign once its own members exist.
+//   its special members, which apply the generic Constructor (DEFAULT
+//   members take their defaults), CopyConstructor, Destructor and Assign
+//   once its own members exist;
+// and, when they apply:
+//   static constexpr AsnStructure kStructure = AsnStructure::kSet;   a SET
+//   static constexpr AsnTagging kTagging = ...;   tags written on its type
+//                                                 ("[APPLICATION 3] IMPLICIT")
+// A CHOICE derives from AsnRecord<itself, AsnChoice> (asn_choice.h): its
+// member lines are its alternatives, each optional.
 // The record compiler writes all of it from the module text.
 #pragma once
 #pragma GCC visibility push(default)
 
+#include <algorithm>
+
+#include "tn_platform/asn/asn_choice.h"
 #include "tn_platform/asn/asn_record_plan.h"
 #include "tn_platform/asn/asn_sequence.h"
 #include "tn_platform/refl/object_functions.h"
+#include "tn_velkor/asn/asn_extensions.h"
 #include "tn_velkor/asn/asn_member_lines.h"
 #include "tn_velkor/asn/asn_record_decoding.h"
 #include "tn_velkor/asn/asn_record_encoding.h"
 
-template <class Record>
-class AsnRecord : public AsnSequence {
+template <class Record, class Base = AsnSequence>
+class AsnRecord : public Base {
  public:
   AsnType* Clone() const override { return new Record(static_cast<const Record&>(*this)); }
 
@@ -34,21 +45,40 @@ class AsnRecord : public AsnSequence {
   const AsnRecordPlan& Plan() const override { return MemberPlan(); }
 
   // The encoder's passes, compiled from the member lines; inlined where the
-  // record's class is known (a list of it, a member of its type).
+  // record's class is known (a list of it, a member of its type). A SET's
+  // lines run once per member, in the canonical order of their tags.
   [[gnu::always_inline]] unsigned long MeasureContent(AsnEncodeSizes& sizes) const override {
-    AsnMeasureLines<Record> lines(static_cast<const Record&>(*this), sizes);
-    Record::DescribeMembers(lines);
-    return lines.Length();
+    const Record& record = static_cast<const Record&>(*this);
+    if constexpr (kIsSet) {
+      unsigned long length = 0;
+      for (const std::size_t index : MemberPlan().setOrder) length += Measure(record, sizes, AsnLineSelection(index));
+      return length + Measure(record, sizes, AsnLineSelection(AsnLineSelection::kUnknownMembers));
+    } else {
+      const unsigned long length = Measure(record, sizes, AsnAllLines());
+      if constexpr (kIsChoice) {
+        if (length == 0) AsnThrowNoAlternative(record);
+      }
+      return length;
+    }
   }
   [[gnu::always_inline]] unsigned char* WriteContent(unsigned char* out, AsnEncodeSizes& sizes) const override {
-    AsnWriteLines<Record> lines(static_cast<const Record&>(*this), out, sizes);
-    Record::DescribeMembers(lines);
-    return lines.End();
+    const Record& record = static_cast<const Record&>(*this);
+    if constexpr (kIsSet) {
+      for (const std::size_t index : MemberPlan().setOrder) out = Write(record, out, sizes, AsnLineSelection(index));
+      return Write(record, out, sizes, AsnLineSelection(AsnLineSelection::kUnknownMembers));
+    } else {
+      return Write(record, out, sizes, AsnAllLines());
+    }
   }
   // Tag, length and members, in front of what `buf` holds; the record's
   // class is known here, so both passes are direct calls.
   unsigned long BEnc(AsnBuf& buf, NIClass_EncodingFormatEnum) override {
-    return AsnEncodeValueInto(buf, kTagSequence, static_cast<const Record&>(*this));
+    constexpr AsnTagChain kOwnTags = AsnOwnTagsOf<Record>();
+    if constexpr (!kOwnTags.Wrapped() && !AsnTagIsHeaderless(kOwnTags.Outer())) {
+      return AsnEncodeValueInto(buf, kOwnTags.Outer(), static_cast<const Record&>(*this));
+    } else {
+      return AsnEncodeChainInto(buf, kOwnTags, static_cast<const Record&>(*this));
+    }
   }
 
   // Decoding: a record of primitive members in its common form is read by
@@ -66,6 +96,13 @@ class AsnRecord : public AsnSequence {
     if (!kFlat || !DecodeFast(buf, 0, length, bytesDecoded)) {
       AsnSequence::BDecContent(buf, tag, length, bytesDecoded, format);
     }
+  }
+
+  // The generic part of the constructor (in place of AsnSequence's): DEFAULT
+  // members take their defaults.
+  static void Constructor(AsnSequence& record) {
+    AsnDefaultLines<Record> lines(static_cast<Record&>(record));
+    Record::DescribeMembers(lines);
   }
 
   // The member plan, made once from the member lines on first use (the
@@ -99,9 +136,37 @@ class AsnRecord : public AsnSequence {
     Record::DescribeMembers(lines);
     return lines;
   }
-  // Whether the decoder's fast path applies to the class, and whether its
-  // members include lists.
-  static inline const bool kFlat = FlatLines().Flat();
+  static constexpr bool kIsChoice = std::is_base_of_v<AsnChoice, Record>;
+  static constexpr AsnStructure StructureOf() {
+    if constexpr (kIsChoice) {
+      return AsnStructure::kChoice;
+    } else if constexpr (AsnHasStructure<Record>::value) {
+      return Record::kStructure;
+    } else {
+      return AsnStructure::kSequence;
+    }
+  }
+  static constexpr bool kIsSet = StructureOf() == AsnStructure::kSet;
+
+  template <class Selection>
+  [[gnu::always_inline]] static unsigned long Measure(const Record& record, AsnEncodeSizes& sizes, Selection selection) {
+    AsnMeasureLines<Record, Selection> lines(record, sizes, selection);
+    Record::DescribeMembers(lines);
+    return lines.Length();
+  }
+  template <class Selection>
+  [[gnu::always_inline]] static unsigned char* Write(const Record& record, unsigned char* out, AsnEncodeSizes& sizes,
+                                                     Selection selection) {
+    AsnWriteLines<Record, Selection> lines(record, out, sizes, selection);
+    Record::DescribeMembers(lines);
+    return lines.End();
+  }
+
+  // Whether the decoder's fast path applies to the class (a SEQUENCE under
+  // its universal tag), and whether its members include lists.
+  static inline const bool kFlat = StructureOf() == AsnStructure::kSequence &&
+                                   AsnOwnTagsOf<Record>().Outer() == kTagSequence &&
+                                   !AsnOwnTagsOf<Record>().Wrapped() && FlatLines().Flat();
   static inline const bool kHasLists = FlatLines().HasLists();
   bool DecodeFast(AsnBuf& buf, std::size_t headerLength, unsigned long length, unsigned long& bytesDecoded) {
     return AsnDecodeContentFast(static_cast<Record&>(*this), buf, headerLength, length, kHasLists, bytesDecoded,
@@ -112,8 +177,20 @@ class AsnRecord : public AsnSequence {
   // path is then a test and a return.
   __attribute__((noinline)) static AsnRecordPlan MakePlan() {
     AsnRecordPlan made(Record::kClassName);
+    made.structure = StructureOf();
+    made.ownTags = AsnOwnTagsOf<Record>();
     AsnMemberLines<Record> lines(made);
     Record::DescribeMembers(lines);
+    if (made.structure == AsnStructure::kSet) {
+      // DER's order: by tag; an untagged CHOICE by the least of its alternatives'.
+      const auto tagOf = [&made](std::size_t index) {
+        const AsnMemberStep& step = made.members[index];
+        return step.IsUntaggedChoice() ? step.plan().LeastTag() : step.tag;
+      };
+      for (std::size_t index = 0; index < made.members.size(); ++index) made.setOrder.push_back(index);
+      std::stable_sort(made.setOrder.begin(), made.setOrder.end(),
+                       [&](std::size_t left, std::size_t right) { return AsnTagOrderLess(tagOf(left), tagOf(right)); });
+    }
     return made;
   }
 };

@@ -59,17 +59,28 @@ class AsnFlatMemberLines {
   void Add(const char*, Member Record::*, short number = -1) {
     using Value = typename AsnMemberTraits<Member>::Value;
     constexpr AsnMemberKind kind = AsnMemberKindFor<Value>();
-    if constexpr (kind == AsnMemberKind::kRecord || kind == AsnMemberKind::kPrimitive) {
+    if constexpr (kind == AsnMemberKind::kRecord || kind == AsnMemberKind::kPrimitive ||
+                  kind == AsnMemberKind::kChoice || !AsnHasOneOwnTag<Value>()) {
       m_flat = false;
     } else if constexpr (kind == AsnMemberKind::kList) {
       constexpr AsnMemberKind elementKind = AsnMemberKindFor<typename Value::Element>();
       if (elementKind == AsnMemberKind::kList || elementKind == AsnMemberKind::kRecord ||
-          elementKind == AsnMemberKind::kPrimitive) {
+          elementKind == AsnMemberKind::kPrimitive || elementKind == AsnMemberKind::kChoice) {
         m_flat = false;
       }
       m_lists = true;
     }
     if ((TagFirstOctet(AsnMemberTagOf<Member>(number)) & 0x1F) == 0x1F) m_flat = false;
+  }
+  // Members with tags of their own or a DEFAULT, and unknown members, are
+  // the generic decoder's.
+  template <class Member>
+  void Add(const char*, Member Record::*, short, const AsnTagging&, AsnDefaultMaker<Member> = nullptr) {
+    m_flat = false;
+  }
+  template <class List>
+  void Extensions(List Record::*) {
+    m_flat = false;
   }
   bool Flat() const { return m_flat; }
   bool HasLists() const { return m_lists; }
@@ -102,7 +113,8 @@ class AsnFastDecodeLines {
     using Traits = AsnMemberTraits<Member>;
     using Value = typename Traits::Value;
     constexpr AsnMemberKind kind = AsnMemberKindFor<Value>();
-    if constexpr (kind == AsnMemberKind::kRecord || kind == AsnMemberKind::kPrimitive) {
+    if constexpr (kind == AsnMemberKind::kRecord || kind == AsnMemberKind::kPrimitive ||
+                  kind == AsnMemberKind::kChoice || !AsnHasOneOwnTag<Value>()) {
       m_ok = false;  // never in a record the fast path takes
     } else {
       if (!m_ok) return;
@@ -138,6 +150,16 @@ class AsnFastDecodeLines {
         if constexpr (kPass != AsnFastPass::kCheck) Store(ValueOf(m_record.*member), content, length);
       }
     }
+  }
+
+  // Never in a record the fast path takes.
+  template <class Member>
+  void Add(const char*, Member Record::*, short, const AsnTagging&, AsnDefaultMaker<Member> = nullptr) {
+    m_ok = false;
+  }
+  template <class List>
+  void Extensions(List Record::*) {
+    m_ok = false;
   }
 
   bool Done() const { return m_ok && m_pos == m_end; }
