@@ -5,8 +5,10 @@
 #include <cstring>
 #include <limits>
 #include <memory>
+#include <type_traits>
 #include <vector>
 
+#include "tn_platform/asn/asn_any.h"
 #include "tn_platform/asn/asn_choice.h"
 #include "tn_platform/asn/asn_decode_error.h"
 #include "tn_platform/asn/asn_json_either_form.h"
@@ -347,11 +349,29 @@ class AsnJsonGrammar : public JsonText {
 
   // An extensible record's unknown members: an array of open values.
   void ReadUnknown(const AsnJsonShape& shape, Slot slot) {
+    const char* const start = (SkipBlanks(), m_at);
     try {
       Read(*shape.extensions, slot);
+      if constexpr (std::is_same_v<Sink, ValueSink>) {
+        static_cast<AsnListBase*>(slot)->ForEachElement(
+            [&](const AsnType& unknown) { CheckUnknown(*shape.plan, unknown, start); });
+      }
     } catch (AsnDecodeError* error) {
       error->AddMember(kUnknownKey);
       throw;
+    }
+  }
+
+  // An unknown member or alternative must be one: a member's tag would
+  // decode as that member.
+  void CheckUnknown(const AsnRecordPlan& plan, const AsnType& unknown, const char* at) {
+    const std::string& encoding = static_cast<const AsnAny&>(unknown).Encoding();
+    AsnBuf buf(reinterpret_cast<const unsigned char*>(encoding.data()), encoding.size());
+    unsigned long counted = 0;
+    const std::size_t index = plan.MemberTaking(BDecTag(buf, counted));
+    if (index < plan.members.size()) {
+      FailAt(at, std::string(plan.IsChoice() ? "an unknown alternative" : "an unknown member") + " with the tag of " +
+                     plan.members[index].name);
     }
   }
 
@@ -379,8 +399,11 @@ class AsnJsonGrammar : public JsonText {
         throw;
       }
     } else if (key == kUnknownKey && plan.extensible) {
+      const char* const valueAt = (SkipBlanks(), m_at);
       try {
-        Read(*shape.extensions->element, m_sink.UnknownAlternative(record, plan));
+        const Slot unknown = m_sink.UnknownAlternative(record, plan);
+        Read(*shape.extensions->element, unknown);
+        if constexpr (std::is_same_v<Sink, ValueSink>) CheckUnknown(plan, *unknown, valueAt);
       } catch (AsnDecodeError* error) {
         error->AddMember(kUnknownKey);
         throw;

@@ -11,7 +11,11 @@
 // 0x02, BOOLEAN 0x01, record or list 0x30). An optional member registered
 // with number n carries [n] IMPLICIT: primitive (0x80 + n) for octet strings,
 // integers and booleans, constructed (0xA0 + n) for records and lists; an
-// absent one is left out. Output lengths are definite and minimal.
+// absent one is left out. Output lengths are definite and minimal. A member
+// line may give other tags (asn_tagging.h) and a DEFAULT; a record class may
+// carry tags of its own, be a SET (0x31, members in any order) or a CHOICE
+// (AsnChoice), and keep unknown members (docs/wire-format.md, "Structured
+// types").
 //
 // Decoding accepts definite and indefinite lengths and both forms of OCTET
 // STRING, and refuses with a CSM_Exception* naming record and member: a wrong
