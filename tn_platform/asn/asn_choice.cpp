@@ -47,6 +47,7 @@ void AsnChoice::DecodeAlternative(AsnBuf& buf, const AsnHeader& header) {
       AsnThrowDecodeError(header.start,
                           "wrong tag " + TagDescription(header.tag) + ", expected an alternative of " + plan.className);
     }
+    buf.CountListElement();  // an element of the unknown list, within the decode's budget
     static_cast<AsnAny&>(plan.ExtensionsIn(base)->AppendElement()).DecodeContent(buf, header.tag, header.length);
     return;
   }

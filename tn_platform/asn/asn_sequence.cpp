@@ -294,7 +294,9 @@ void AsnSequence::DecodeMembers(const AsnRecordPlan& plan, AsnBuf& buf, unsigned
 
       const std::size_t contentStart = buf.Offset();
       if (index == kUnknownMember) {
-        // An extensible record keeps what it does not know, as it came.
+        // An extensible record keeps what it does not know, as it came: an
+        // element of a list, within the decode's budget.
+        buf.CountListElement();
         static_cast<AsnAny&>(plan.ExtensionsIn(base)->AppendElement()).DecodeContent(buf, header.tag, header.length);
         if (!isSet && next < plan.extension.index) next = plan.extension.index;
       } else {
