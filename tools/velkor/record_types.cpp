@@ -30,14 +30,39 @@ const AsnCatalogueEntry* FindEntry(std::string_view name) {
   return nullptr;
 }
 
-// A member's type as `types` shows it: a list's with its module
-// ("qcommon::QAsnNVSList"), which `types` takes as a name; a value with its
-// own codec by its ASN.1 type ("BIT STRING").
-std::string MemberTypeName(const AsnMemberStep& step) {
-  if (step.kind == AsnMemberKind::kPrimitive) {
-    const std::unique_ptr<AsnType, refl::DestroyFunction> value(static_cast<AsnType*>(step.create()), step.destroy);
-    return static_cast<const AsnPrimitive&>(*value).AsnTypeName();
+// A member's type in ASN.1 terms: "OCTET STRING", "INTEGER", "BIT STRING",
+// or the name of a record or list type (which `types` takes).
+std::string MemberAsnType(const AsnMemberStep& step) {
+  switch (step.kind) {
+    case AsnMemberKind::kOcts:
+      return "OCTET STRING";
+    case AsnMemberKind::kTinyInt:
+    case AsnMemberKind::kInt:
+      return "INTEGER";
+    case AsnMemberKind::kBool:
+      return "BOOLEAN";
+    case AsnMemberKind::kPrimitive: {
+      const std::unique_ptr<AsnType, refl::DestroyFunction> value(static_cast<AsnType*>(step.create()), step.destroy);
+      return static_cast<const AsnPrimitive&>(*value).AsnTypeName();
+    }
+    default: {
+      const std::string_view name = step.typeName;
+      const std::size_t colons = name.rfind("::");
+      return std::string(colons == std::string_view::npos ? name : name.substr(colons + 2));
+    }
   }
+}
+
+// The member's own tag as the module writes it ("[0] IMPLICIT"), or "" for a
+// member that travels with its type's tag.
+std::string MemberTagText(const AsnMemberStep& step) {
+  if (step.number < 0) return "";
+  return "[" + std::to_string(step.number) + "] IMPLICIT";
+}
+
+// The member's class, for code: the value class, or a list's with its
+// module ("qcommon::QAsnNVSList").
+std::string MemberClassName(const AsnMemberStep& step) {
   const AsnCatalogueEntry* list = step.kind == AsnMemberKind::kList ? AsnCatalogue::Find(step.typeName) : nullptr;
   return list == nullptr ? step.typeName : list->module + "::" + step.typeName;
 }
@@ -97,27 +122,26 @@ void DescribeTypes(std::ostream& os, std::string_view only) {
   for (const Json& type : DescribeTypesJson(only)) {
     if (!first) os << '\n';
     first = false;
-    os << type["name"].get<std::string>() << " (" << type["module"].get<std::string>() << ")";
+    os << type["name"].get<std::string>() << " ::= ";
     if (type["kind"] == "list") {
-      os << ": SEQUENCE OF " << type["element"].get<std::string>() << '\n';
+      os << "SEQUENCE OF " << type["element"].get<std::string>() << "  -- " << type["module"].get<std::string>()
+         << '\n';
       continue;
     }
-    os << '\n';
+    os << "SEQUENCE {  -- " << type["module"].get<std::string>() << '\n';
     std::size_t nameWidth = 0;
-    std::size_t typeWidth = 0;
     for (const Json& member : type["members"]) {
       nameWidth = std::max(nameWidth, member["name"].get<std::string>().size());
-      typeWidth = std::max(typeWidth, member["type"].get<std::string>().size());
     }
-    for (const Json& member : type["members"]) {
+    const std::size_t count = type["members"].size();
+    for (std::size_t i = 0; i < count; ++i) {
+      const Json& member = type["members"][i];
+      const std::string tag = member["tag"].get<std::string>();
       os << "  " << std::left << std::setw(static_cast<int>(nameWidth)) << member["name"].get<std::string>() << "  "
-         << std::setw(static_cast<int>(typeWidth)) << member["type"].get<std::string>() << "  ";
-      if (member["optional"].get<bool>()) {
-        os << "optional [" << member["number"].get<int>() << "]\n";
-      } else {
-        os << "mandatory\n";
-      }
+         << (tag.empty() ? "" : tag + " ") << member["type"].get<std::string>()
+         << (member["optional"].get<bool>() ? " OPTIONAL" : "") << (i + 1 < count ? ",\n" : "\n");
     }
+    os << "}\n";
   }
 }
 
@@ -135,9 +159,11 @@ Json DescribeTypesJson(std::string_view only) {
       if (const auto* record = dynamic_cast<const AsnSequence*>(value.get())) {
         for (const AsnMemberStep& step : record->Plan().members) {
           type["members"].push_back({{"name", step.name},
-                                     {"type", MemberTypeName(step)},
+                                     {"type", MemberAsnType(step)},
+                                     {"tag", MemberTagText(step)},
                                      {"optional", step.optional},
-                                     {"number", step.number}});
+                                     {"number", step.number},
+                                     {"class", MemberClassName(step)}});
         }
       }
     }
