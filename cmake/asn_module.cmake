@@ -9,7 +9,10 @@
 # carries it. A module may import the types of every module compiled before it.
 find_package(Python3 REQUIRED COMPONENTS Interpreter)
 set(TN_RECORDC ${CMAKE_CURRENT_LIST_DIR}/../recordc/recordc.py)
-set(TN_RECORDC_SOURCES ${TN_RECORDC} ${CMAKE_CURRENT_LIST_DIR}/../recordc/asn_syntax.py)
+set(TN_RECORDC_SOURCES ${TN_RECORDC})
+foreach(part asn_errors asn_lexer asn_model asn_parser asn_resolver asn_tags asn_values record_subset)
+  list(APPEND TN_RECORDC_SOURCES ${CMAKE_CURRENT_LIST_DIR}/../recordc/${part}.py)
+endforeach()
 
 function(tn_asn_module target text)
   cmake_parse_arguments(PARSE_ARGV 2 MODULE "" "CODE;OUTPUT" "")
