@@ -236,7 +236,7 @@ class Modules(object):
             if constraint.type is not None:
                 self.resolve_type(module, constraint.type)
             if kind == "containing" and constraint.encoded_by is not None:
-                self.resolve_value(module, constraint.encoded_by, None)
+                self.read_oid(module, constraint.encoded_by)
         elif kind == "size":
             self.resolve_constraint(module, constraint.inner, INTEGER_TYPE)
         elif kind == "from":

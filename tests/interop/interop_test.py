@@ -91,22 +91,23 @@ def same_type(text_kind, text_target, kind, target):
 def check_shape(registry, module, node, type_name, element, problems):
     """Compares what we register for a record or list with the text's type."""
     if element != "-":
-        if node.kind != "sequenceof":
+        if node.kind != "SEQUENCE OF":
             problems.append("%s: a list here, not a SEQUENCE OF in %s" % (type_name, module.path))
             return
-        kind, _, target = registry.shape(module, node.inner)
+        kind, _, target = registry.shape(module, node.element)
         if not same_type(kind, target, element, element):
             problems.append("%s: SEQUENCE OF %s in the text, of %s here" % (type_name, target or kind, element))
         return
-    if node.kind != "sequence":
+    if node.kind != "SEQUENCE":
         problems.append("%s: the text's type is not a SEQUENCE" % type_name)
         return
     ours = [line.split() for line in peer("describe", type_name).splitlines()]
-    theirs = [m[0] for m in node.members]
+    theirs = [m.name for m in node.components]
     if [m[0] for m in ours] != theirs:
         problems.append("%s: members %s in the text, %s registered" % (type_name, theirs, [m[0] for m in ours]))
         return
-    for (name, number, kind, target), (_, member_type, optional) in zip(ours, node.members):
+    for (name, number, kind, target), member in zip(ours, node.components):
+        member_type, optional = member.type, member.optional
         number = int(number)
         text_kind, tag_number, text_target = registry.shape(module, member_type)
         where = "%s.%s" % (type_name, name)
