@@ -70,6 +70,14 @@ class Parser(object):
         index = self.position + offset
         return self.tokens[index] if index < len(self.tokens) else None
 
+    def kind_at(self, offset=0):
+        token = self.peek(offset)
+        return token.kind if token is not None else None
+
+    def text_at(self, offset=0):
+        token = self.peek(offset)
+        return token.text if token is not None else None
+
     def at(self, *texts):
         token = self.peek()
         return token is not None and token.text in texts and token.kind in ("name", "punct")
@@ -341,7 +349,7 @@ class Parser(object):
     def exception_spec(self):
         if not self.take_if("!"):
             return None
-        if _is_upper(self.peek()) or self.peek().text in RESERVED:
+        if _is_upper(self.peek()) or self.text_at() in RESERVED:
             node = self.type()
             self.take(":")
             return Value("typed", self.line(), type=node, value=self.value())
@@ -390,7 +398,7 @@ class Parser(object):
                     self.fail("an addition group [[ ]] outside the extension additions")
                 group += 1
                 version = None
-                if self.peek().kind == "number" and self.peek(1).text == ":":
+                if self.kind_at() == "number" and self.text_at(1) == ":":
                     version = self.number()
                     self.take(":")
                 while True:

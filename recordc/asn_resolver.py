@@ -117,6 +117,13 @@ class Modules(object):
                 tag.number = self.integer(module, tag.number)
         if node.kind == "reference":
             node.target = self.type_of(module, node)
+            self.resolve_type(node.target.module, node.target.type)
+            seen, walk = set(), node
+            while walk.kind == "reference":
+                if id(walk) in seen:
+                    refuse(module.path, node.line, "%s is defined by itself" % node.name)
+                seen.add(id(walk))
+                walk = walk.target.type
         elif node.kind in ("SEQUENCE OF", "SET OF"):
             self.resolve_type(module, node.element)
         elif node.kind in ("SEQUENCE", "SET", "CHOICE"):

@@ -40,7 +40,7 @@ def _oid_components(parser):
         elif token.kind == "name" and token.text[0].islower():
             name = parser.take().text
             if parser.take_if("("):
-                if parser.peek().kind == "number":
+                if parser.kind_at() == "number":
                     components.append((name, parser.number(), None))
                 else:
                     components.append((name, None, parser.value()))

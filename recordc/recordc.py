@@ -259,6 +259,9 @@ def main(argv):
     except (AsnModuleError, OSError) as error:
         print("recordc: %s" % error, file=sys.stderr)
         return 1
+    except RecursionError:
+        print("recordc: %s: types or values nest too deeply to be read" % options.module, file=sys.stderr)
+        return 1
     return 0
 
 

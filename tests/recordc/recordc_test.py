@@ -48,6 +48,7 @@ REFUSED = [
     ("T ::= SEQUENCE { COMPONENTS OF U }\nU ::= SET { a BOOLEAN }", "2: COMPONENTS OF in a SEQUENCE names a SET"),
     ("T ::= SEQUENCE { a BOOLEAN,\n a BOOLEAN }", "3: a twice"),
     ("T ::= SEQUENCE {}\nT ::= SEQUENCE {}", "3: T defined twice"),
+    ("A ::= B\nB ::= A", "3: A is defined by itself"),
     # what is not built yet, refused before anything else of the text
     ("T ::= SEQUENCE { a }\nC ::= CLASS { &id INTEGER }", "3: CLASS " + IO),
     ("T ::= SEQUENCE { a OTHER.&id }", "2: &id " + IO),
