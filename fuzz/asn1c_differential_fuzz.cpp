@@ -1,18 +1,11 @@
-// Our whole-value decode against the code asn1c generates from qcommon.asn
-// (fuzz/differential/): the first octet picks one of the nine types, the rest
-// is the input both decoders read. Both accepting with different DER, or one
-// side accepting for no reason allowed_verdicts.txt gives, aborts with what
-// each side said. At exit it prints how many inputs got which verdict (a
-// "fuzz-summary:" line, which scripts/fuzz.sh shows).
-#include <cstddef>
-#include <cstdint>
-#include <cstdio>
-#include <cstdlib>
+// Our whole-value decode against asn1c's (fuzz/differential/differential.h):
+// the first octet picks one of the nine types, the rest is the input. An
+// unexplained verdict aborts with what each side said; at exit a
+// "fuzz-summary:" line (which scripts/fuzz.sh shows) counts the verdicts.
 #include <map>
-#include <string>
-#include <string_view>
 
 #include "fuzz/differential/differential.h"
+#include "fuzz/fuzz_common.h"
 
 namespace {
 

@@ -1,20 +1,11 @@
-// The runtime's BER structure reader and dump on arbitrary bytes. They must
-// never read outside the input (the sanitizers watch), every item must lie
-// inside the input after the one before it, a break must be placed inside
-// the input or at its end, and bytes that the runtime decodes as a whole
-// value must read completely.
-#include <cstddef>
-#include <cstdint>
-#include <cstdlib>
-#include <memory>
+// The BER structure reader and dump on arbitrary bytes: every item lies in
+// the input after the one before it, a break is placed inside the input or at
+// its end, and bytes that decode as a whole value read completely.
 #include <ostream>
 #include <streambuf>
-#include <string_view>
 
+#include "fuzz/fuzz_common.h"
 #include "tn_platform/asn/asn_ber_dump.h"
-#include "tn_platform/asn/asn_value_io.h"
-#include "tn_platform/asn/csm_exception.h"
-#include "tn_velkor/qcommon/qcommon.h"
 
 namespace {
 
@@ -25,39 +16,20 @@ class NullBuffer : public std::streambuf {
   std::streamsize xsputn(const char*, std::streamsize count) override { return count; }
 };
 
-bool RuntimeDecodes(std::string_view bytes) {
-  qcommon::QAsnNVSList list;
-  try {
-    AsnDecodeValue(list, bytes);
-    return true;
-  } catch (CSM_Exception* error) {
-    delete error;
-    return false;
-  }
-}
-
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const std::string_view bytes(reinterpret_cast<const char*>(data), size);
-  AsnBerReader reader(AsnBytesSource(bytes), kAsnDumpContentShown + 1);
-  AsnBerItem item;
-  bool first = true;
-  std::size_t lastOffset = 0;
-  bool complete = true;
-  try {
-    while (reader.Next(item)) {
-      if (item.offset >= size || (!first && item.offset <= lastOffset)) std::abort();
-      if (item.content.size() > item.length || item.depth > AsnDecodeLimits::kMaxDepth) std::abort();
-      lastOffset = item.offset;
-      first = false;
-    }
-  } catch (AsnDecodeError* raw) {
-    const std::unique_ptr<AsnDecodeError> error(raw);
-    if (error->Offset() > size || error->What().empty()) std::abort();
-    complete = false;
-  }
-  if (RuntimeDecodes(bytes) && !complete) std::abort();
+  std::size_t next = 0;  // the least offset the next item may have
+  std::size_t breakItem = 0;
+  const auto broken = FuzzWalk(bytes, kAsnDumpContentShown + 1, breakItem, [&](const AsnBerItem& item) {
+    if (item.offset >= size || item.offset < next) std::abort();
+    if (item.content.size() > item.length || item.depth > AsnDecodeLimits::kMaxDepth) std::abort();
+    next = item.offset + 1;
+  });
+  if (broken && (broken->Offset() > size || broken->What().empty())) std::abort();
+  qcommon::QAsnNVSList list;
+  if (FuzzDecode(list, bytes) && broken) std::abort();
 
   NullBuffer sink;
   std::ostream os(&sink);

@@ -1,70 +1,28 @@
-// Where decoding errors point, on arbitrary bytes: the first octet picks a
-// catalogue type (fuzz_catalogue.h), the rest is decoded as one whole value.
-// Every refusal must be an AsnDecodeError placed inside the input or at its
-// end, at the start of an item the tool's structure walk (velkor dump)
-// shows, or where that walk says the bytes break; a fault that is not the
-// input ending may also be the item the walk broke in (a wrong tag on an
-// item whose length runs past the input). Octets left over after a value
-// must be placed at its end, and the value alone must walk completely.
-#include <cstddef>
-#include <cstdint>
-#include <cstdlib>
-#include <memory>
-#include <string_view>
-#include <unordered_set>
-
-#include "fuzz/fuzz_catalogue.h"
-#include "tn_platform/asn/asn_decode_error.h"
-#include "tn_platform/asn/asn_value_io.h"
-#include "tn_platform/asn/asn_ber_reader.h"
+// Where decoding errors point: the first octet picks a catalogue type, the
+// rest is decoded as one whole value. A refusal is at the start of an item the
+// structure walk (velkor dump) shows or where that walk breaks; a fault other
+// than the input ending may also be the item the walk broke in (a wrong tag
+// on an item whose length runs past the input). Octets left over after a
+// value are placed at its end, and the value alone walks completely.
+#include "fuzz/fuzz_common.h"
 
 namespace {
 
 // The error of decoding `bytes` as a whole value of `type`, or null.
 std::unique_ptr<AsnDecodeError> DecodeError(const AsnCatalogueEntry& type, std::string_view bytes) {
   const std::unique_ptr<AsnType> value(type.create());
-  try {
-    AsnDecodeValue(*value, bytes);
-    return nullptr;
-  } catch (CSM_Exception* raw) {
-    std::unique_ptr<CSM_Exception> error(raw);
-    auto* located = dynamic_cast<AsnDecodeError*>(error.get());
-    if (located == nullptr) std::abort();  // every refusal is located
-    error.release();
-    return std::unique_ptr<AsnDecodeError>(located);
-  }
-}
-
-// Where the structure walk (AsnBerReader, behind velkor dump) of `bytes`
-// breaks, and the item it was reading; `starts` gets every item it shows.
-struct Walk {
-  bool complete = true;
-  std::size_t breakOffset = 0;
-  std::size_t breakItem = 0;
-};
-Walk WalkBytes(std::string_view bytes, std::unordered_set<std::size_t>* starts) {
-  AsnBerReader reader(AsnBytesSource(bytes), 0);
-  AsnBerItem item;
-  Walk walk;
-  try {
-    while (reader.Next(item)) {
-      if (starts != nullptr) starts->insert(item.offset);
-    }
-  } catch (AsnDecodeError* raw) {
-    const std::unique_ptr<AsnDecodeError> error(raw);
-    walk = Walk{false, error->Offset(), reader.ItemStart()};
-  }
-  return walk;
+  return FuzzRefusal(type.name, bytes.size(), [&] { AsnDecodeValue(*value, bytes); });
 }
 
 void CheckAgainstWalk(std::string_view bytes, const AsnDecodeError& error) {
   const std::size_t offset = error.Offset();
-  if (offset > bytes.size()) std::abort();
-  if (bytes.empty()) return;
-  std::unordered_set<std::size_t> starts;
-  const Walk walk = WalkBytes(bytes, &starts);
-  if (starts.count(offset) != 0) return;
-  if (!walk.complete && (walk.breakOffset == offset || (walk.breakItem == offset && !error.InputEnds()))) return;
+  bool shown = false;
+  std::size_t breakItem = 0;
+  const auto broken = FuzzWalk(bytes, 0, breakItem, [&](const AsnBerItem& item) {
+    if (item.offset == offset) shown = true;
+  });
+  if (shown || bytes.empty()) return;
+  if (broken && (broken->Offset() == offset || (breakItem == offset && !error.InputEnds()))) return;
   std::abort();
 }
 
@@ -88,8 +46,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     return 0;
   }
   const std::string_view value = bytes.substr(0, used);
-  if (error->Offset() != used || DecodeError(type, value) != nullptr || !WalkBytes(value, nullptr).complete) {
-    std::abort();
-  }
+  if (error->Offset() != used || DecodeError(type, value) != nullptr) std::abort();
+  std::size_t breakItem = 0;
+  if (FuzzWalk(value, 0, breakItem, [](const AsnBerItem&) {}) != nullptr) std::abort();
   return 0;
 }

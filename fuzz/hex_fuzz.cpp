@@ -2,12 +2,7 @@
 // text given without them: arbitrary text must decode or end in a ToolError,
 // nothing else. Any octets written as hex read back unchanged, and so do the
 // octets a hex text decoded to.
-#include <cstddef>
-#include <cstdint>
-#include <cstdlib>
-#include <string>
-#include <string_view>
-
+#include "fuzz/fuzz_common.h"
 #include "tools/velkor/io.h"
 #include "tools/velkor/text_forms.h"
 

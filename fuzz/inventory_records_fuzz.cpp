@@ -1,36 +1,28 @@
-// Fiber, link and port-state records from arbitrary bytes. The first byte
-// picks the type (modulo 4: QAsnFiberInfo, QAsnFiberInfoTemplate,
-// QAsnLinkInfoList, QAsnPortUseStateList); the rest is decoded as one whole
-// value. Whatever decodes is converted to its model form, which must not fail
-// and must keep the conversions' promises.
-#include <cstddef>
-#include <cstdint>
-#include <cstdlib>
+// Fiber, link and port-state records from arbitrary bytes: the first byte
+// picks one of four types, the rest is decoded as one whole value. Whatever
+// decodes is converted to its model form, which must keep the conversions'
+// promises (records_fuzz re-encodes the records themselves).
 #include <list>
 #include <map>
-#include <string_view>
 
-#include "fuzz/fuzz_decode.h"
-#include "tn_velkor/ns_velkor.h"
+#include "fuzz/fuzz_common.h"
 
 namespace {
 
 void FuzzFiberInfo(std::string_view bytes) {
   qinventoryfiber::QAsnFiberInfo record;
   if (!FuzzDecode(record, bytes)) return;
-  CheckReencoding(record);
   ns_utilmib::TEFiberCable cable;
   ns_velkor::Convert2FiberCable(record, cable);
   // The repaired cable must convert out again.
   qinventoryfiber::QAsnFiberInfo answer;
   ns_velkor::Convert2QAsnFiberInfo(cable, answer);
-  CheckReencoding(answer);
+  FuzzReencoded(answer);
 }
 
 void FuzzFiberInfoTemplate(std::string_view bytes) {
   qinventoryfiber::QAsnFiberInfoTemplate record;
   if (!FuzzDecode(record, bytes)) return;
-  CheckReencoding(record);
   std::uint64_t mask = 0;
   ns_velkor::Convert2FiberInfoTemplateType(record, mask);
   // Only the twelve column bits exist, and they select the same columns again.

@@ -5,21 +5,11 @@
 // the same message, and give the same elements; the JER reader, fed the text
 // a few octets at a time, must accept a JSON array exactly when the whole-text
 // reader does, and give the same octets.
-#include <algorithm>
-#include <cstddef>
-#include <cstdint>
-#include <cstdlib>
-#include <memory>
-#include <string>
-#include <string_view>
-#include <vector>
-
-#include "fuzz/fuzz_catalogue.h"
+#include "fuzz/fuzz_common.h"
 #include "tests/trickle_source.h"
 #include "tn_platform/asn/asn_ber_list_reader.h"
 #include "tn_platform/asn/asn_json_list_reader.h"
 #include "tn_platform/asn/asn_json_reader.h"
-#include "tn_platform/asn/asn_value_io.h"
 
 namespace {
 
@@ -67,18 +57,14 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const std::string_view input(reinterpret_cast<const char*>(data) + 2, size - 2);
 
   const std::unique_ptr<AsnType> whole(type.create());
-  std::string expected;
-  try {
+  const std::unique_ptr<AsnDecodeError> refusal = FuzzRefusal(type.name, input.size(), [&] {
     if (text) {
       AsnReadJson(*whole, input, AsnJsonForm::kJer);
     } else {
       AsnDecodeValue(*whole, input);
     }
-    expected = AsnEncodeValue(*whole);
-  } catch (CSM_Exception* raw) {
-    const std::unique_ptr<CSM_Exception> error(raw);
-    expected = "!" + error->Message();
-  }
+  });
+  const std::string expected = refusal ? "!" + refusal->Message() : AsnEncodeValue(*whole);
 
   if (!text) {
     AsnBerListReader reader(Trickle(input, step), type.createElement, type.name);

@@ -1,17 +1,10 @@
-// The model JSON readers of the velkor tool: the first octet picks one of
-// TNCPPortIndex (`model-to-port-index`), TEFiberCable (`cable-to-fiber`), the
-// return-code map (`ignore-codes`, `--map`) and the alarm key map
-// (`alarm-compose`); the rest is JSON text. Text a reader refuses must end in
-// a ToolError and nothing else. What it accepts must be stable: read, write,
-// read again and write again gives the same model and the same JSON (a
-// ToolError from reading our own JSON escapes: a finding).
-#include <cstddef>
-#include <cstdint>
-#include <cstdlib>
+// The velkor tool's model JSON readers: the first octet picks TNCPPortIndex,
+// TEFiberCable, the return-code map or the alarm key map; the rest is JSON
+// text. A refusal is a ToolError and nothing else. What is accepted is stable:
+// read, write, read again and write again give the same model and JSON.
 #include <map>
-#include <string>
-#include <string_view>
 
+#include "fuzz/fuzz_common.h"
 #include "tools/velkor/io.h"
 #include "tools/velkor/json.h"
 #include "tools/velkor/model_json.h"

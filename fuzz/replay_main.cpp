@@ -1,8 +1,6 @@
 // Runs a fuzz target's entry function once on every file of the directories
 // named on the command line (seed corpora and kept findings), without
-// libFuzzer: the ordinary tests replay them this way, under whatever
-// sanitizers the build has. A missing directory is skipped; finding no input
-// at all fails, as that means the paths are wrong.
+// libFuzzer. A missing directory is skipped; no input at all fails.
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
@@ -31,8 +29,7 @@ int main(int argc, char** argv) {
       std::fprintf(stderr, "cannot read %s\n", path.c_str());
       return 1;
     }
-    // An empty input has no octets to point at; the target still gets a
-    // valid pointer.
+    // An empty input still gets a valid pointer.
     LLVMFuzzerTestOneInput(reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size());
   }
   std::printf("%zu inputs replayed\n", inputs.size());

@@ -3,16 +3,13 @@
 // joined by ",", KEY one or more of A-Z, 0-9 and "_", VALUE anything without
 // ",". The parser must agree on whether the text is well formed, on its
 // pairs' count and MOC, and on which VALUEs GetValue reads as numbers.
-#include <cstddef>
-#include <cstdint>
-#include <cstdlib>
+#include <charconv>
 #include <map>
 #include <optional>
-#include <string>
-#include <string_view>
+#include <system_error>
 #include <utility>
-#include <vector>
 
+#include "fuzz/fuzz_common.h"
 #include "tn_platform/uid/str_uid_parser.h"
 
 namespace {
@@ -41,16 +38,12 @@ std::optional<Pairs> ReferencePairs(std::string_view text) {
 }
 
 // The unsigned decimal number `value` stands for, if any (digits only, within
-// 64 bits).
+// 64 bits), read by the standard library.
 std::optional<std::uint64_t> ReferenceNumber(std::string_view value) {
-  if (value.empty()) return std::nullopt;
   std::uint64_t number = 0;
-  for (const char c : value) {
-    if (c < '0' || c > '9') return std::nullopt;
-    const std::uint64_t digit = static_cast<std::uint64_t>(c - '0');
-    if (number > (UINT64_MAX - digit) / 10) return std::nullopt;
-    number = number * 10 + digit;
-  }
+  const char* end = value.data() + value.size();
+  const std::from_chars_result read = std::from_chars(value.data(), end, number);
+  if (read.ec != std::errc() || read.ptr != end) return std::nullopt;
   return number;
 }
 

@@ -2,12 +2,9 @@
 // arbitrary input: the bytes are read as a text by every instantiated
 // Convert2Num type and, taken as bit patterns, written by every Convert2Str
 // type. Any difference (texts byte for byte, values bit for bit) aborts.
-#include <cstddef>
-#include <cstdint>
-#include <cstdlib>
 #include <cstring>
-#include <string>
 
+#include "fuzz/fuzz_common.h"
 #include "tests/value_text_oracle.h"
 #include "tn_velkor/convert/value_text.h"
 

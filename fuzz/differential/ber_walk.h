@@ -24,15 +24,11 @@ struct BerFinding {
 };
 
 // The items of `bytes` in order, as far as they can be read, and what is
-// noteworthy about each:
-//   integer-not-minimal      an INTEGER whose first nine bits are all equal
-//   integer-empty            an INTEGER without content octets
-//   indefinite-primitive     a primitive item with the indefinite length
-//                            (the walk cannot go on after it)
-//   high-tag-low-number      a tag number below 31 in the high-tag-number form
-//   high-tag-leading-zero    a high-tag-number form whose first octet is 0x80
-//   length-over-8-octets     a long-form length of more than 8 octets
-//                            (leading zeros) whose value fits 64 bits
-//   nested-deeper-than-32    a constructed item inside 32 others (the walk
-//                            does not go into it)
+// noteworthy about each: an INTEGER whose first nine bits are all equal
+// (integer-not-minimal) or without content (integer-empty), a primitive with
+// the indefinite length (indefinite-primitive; the walk stops), a tag number
+// below 31 in the long form (high-tag-low-number) or whose first octet is 0x80
+// (high-tag-leading-zero), a length of more than 8 octets whose value fits 64
+// bits (length-over-8-octets), and a constructed item inside 32 others
+// (nested-deeper-than-32; the walk does not go into it).
 std::vector<BerFinding> WalkBer(std::string_view bytes, const std::vector<BerIntegerTag>& integerTags);

@@ -8,18 +8,6 @@
 
 #include "fuzz/differential/differential.h"
 
-namespace {
-
-bool FromHex(const std::string& hex, std::string& bytes) {
-  if (hex.size() % 2 != 0) return false;
-  for (std::size_t i = 0; i < hex.size(); i += 2) {
-    bytes += static_cast<char>(std::stoi(hex.substr(i, 2), nullptr, 16));
-  }
-  return true;
-}
-
-}  // namespace
-
 int main(int argc, char** argv) {
   if (argc != 2) {
     std::fprintf(stderr, "usage: %s examples.txt\n", argv[0]);
@@ -34,9 +22,12 @@ int main(int argc, char** argv) {
     std::string type, hex, expected, bytes;
     if (!(fields >> type)) continue;
     const std::size_t index = DifferentialTypeIndex(type);
-    if (!(fields >> hex >> expected) || index == kDifferentialTypeCount || !FromHex(hex, bytes)) {
+    if (!(fields >> hex >> expected) || index == kDifferentialTypeCount || hex.size() % 2 != 0) {
       std::fprintf(stderr, "%s:%d: bad line\n", argv[1], number);
       return 2;
+    }
+    for (std::size_t i = 0; i < hex.size(); i += 2) {
+      bytes += static_cast<char>(std::stoi(hex.substr(i, 2), nullptr, 16));
     }
     const DifferentialVerdict verdict = CompareDecoders(index, bytes);
     ++checked;

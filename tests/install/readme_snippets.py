@@ -9,24 +9,21 @@ import re
 import sys
 
 
-def snippets(markdown):
-    text = open(markdown, encoding="utf-8").read()
-    return re.findall(r"^```cpp\n(.*?)^```", text, flags=re.S | re.M)
-
-
 def main(readme, outdir):
-    pages = [readme] + sorted(glob.glob(os.path.join(os.path.dirname(os.path.abspath(readme)), "docs", "*.md")))
+    root = os.path.dirname(os.path.abspath(readme))
+    pages = [readme] + sorted(glob.glob(os.path.join(root, "docs", "*.md")))
     os.makedirs(outdir, exist_ok=True)
     written = 0
     for page in pages:
         stem = os.path.splitext(os.path.basename(page))[0].replace("-", "_")
-        for index, block in enumerate(snippets(page)):
+        blocks = re.findall(r"^```cpp\n(.*?)^```", open(page, encoding="utf-8").read(), flags=re.S | re.M)
+        for index, block in enumerate(blocks):
             lines = block.splitlines()
             includes = [line for line in lines if line.startswith("#include")]
             body = [line for line in lines if not line.startswith("#include")]
             path = os.path.join(outdir, "snippet_%s_%d.cpp" % (stem, index))
             with open(path, "w", encoding="utf-8") as out:
-                out.write("// %s, C++ block %d\n" % (os.path.relpath(page, os.path.dirname(os.path.abspath(readme))), index))
+                out.write("// %s, C++ block %d\n" % (os.path.relpath(page, root), index))
                 out.write("\n".join(includes + ["", "void Snippet() {"] + body + ["}", ""]))
             print(path)
             written += 1

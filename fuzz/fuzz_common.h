@@ -1,0 +1,90 @@
+// What the fuzz targets share: the standard headers every one uses, the
+// catalogue type an input's first octet picks, and the checks every refusal
+// and every accepted value must pass.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "tn_platform/asn/asn_ber_reader.h"
+#include "tn_platform/asn/asn_decode_error.h"
+#include "tn_platform/asn/asn_value_io.h"
+#include "tn_qmodules/asn_catalogue.h"
+#include "tn_velkor/ns_velkor.h"
+
+inline const std::vector<AsnCatalogueEntry>& FuzzCatalogue() {
+  static const std::vector<AsnCatalogueEntry> entries = AsnCatalogue::All();
+  if (entries.empty()) {
+    std::fprintf(stderr, "the catalogue is empty: the interface modules are not linked\n");
+    std::abort();
+  }
+  return entries;
+}
+
+// The octet modulo the number of types, in the catalogue's order (module,
+// then name): a type added to the catalogue shifts the choice of the seeds
+// that follow it, which costs coverage until the next merge but never a
+// false finding.
+inline const AsnCatalogueEntry& FuzzChooseType(std::uint8_t octet) {
+  return FuzzCatalogue()[octet % FuzzCatalogue().size()];
+}
+
+// Runs `read` on an input of `size` octets: it accepts (null), or refuses
+// with an AsnDecodeError placed inside the input or at its end, its path
+// starting with `typeName`. Any other refusal aborts.
+template <class Read>
+std::unique_ptr<AsnDecodeError> FuzzRefusal(std::string_view typeName, std::size_t size, Read&& read) {
+  try {
+    read();
+    return nullptr;
+  } catch (CSM_Exception* raw) {
+    std::unique_ptr<CSM_Exception> error(raw);
+    auto* located = dynamic_cast<AsnDecodeError*>(error.get());
+    if (located == nullptr || located->Offset() > size || located->Path().rfind(typeName, 0) != 0) {
+      std::fprintf(stderr, "a refusal not placed in the input or not on a %.*s path: %s\n",
+                   static_cast<int>(typeName.size()), typeName.data(), error->Message().c_str());
+      std::abort();
+    }
+    error.release();
+    return std::unique_ptr<AsnDecodeError>(located);
+  }
+}
+
+// Decodes `bytes` into `value`; false when FuzzRefusal finds them refused.
+inline bool FuzzDecode(AsnType& value, std::string_view bytes) {
+  return FuzzRefusal(value.typeName(), bytes.size(), [&] { AsnDecodeValue(value, bytes); }) == nullptr;
+}
+
+// Our encoding of a value survives itself: it decodes to a new value (which
+// is returned) that encodes to the same octets.
+inline std::unique_ptr<AsnType> FuzzReencoded(const AsnType& value) {
+  const std::string once = AsnEncodeValue(value);
+  const AsnCatalogueEntry* type = AsnCatalogue::Find(value.typeName());
+  if (type == nullptr) std::abort();
+  std::unique_ptr<AsnType> again(type->create());
+  if (!FuzzDecode(*again, once) || AsnEncodeValue(*again) != once) std::abort();
+  return again;
+}
+
+// Walks `bytes` with the structure reader behind velkor dump, keeping `shown`
+// content octets, and calls `onItem` on each item. Returns the error the walk
+// breaks on (null when it is complete); `breakItem` gets the item it was in.
+template <class OnItem>
+std::unique_ptr<AsnDecodeError> FuzzWalk(std::string_view bytes, std::size_t shown, std::size_t& breakItem,
+                                         OnItem&& onItem) {
+  AsnBerReader reader(AsnBytesSource(bytes), shown);
+  AsnBerItem item;
+  try {
+    while (reader.Next(item)) onItem(item);
+    return nullptr;
+  } catch (AsnDecodeError* raw) {
+    breakItem = reader.ItemStart();
+    return std::unique_ptr<AsnDecodeError>(raw);
+  }
+}
