@@ -18,10 +18,6 @@ try:
 except ImportError:  # the caller reports that pyasn1 is missing
     constraint = namedtype = tag = univ = None
 
-SHAPES = {"OCTET STRING": "octets", "INTEGER": "integer", "BOOLEAN": "boolean", "SEQUENCE": "record",
-          "SEQUENCE OF": "list"}
-
-
 def module_files(root):
     """Every *.asn file under tn_velkor/ and tn_qmodules/ of the source tree."""
     files = []
@@ -42,22 +38,6 @@ class Registry(Modules):
     def definitions(self, type_name):
         """(module, Type) for every module that defines the type."""
         return [(module, assignment.type) for module, assignment in Modules.definitions(self, type_name)]
-
-    def shape(self, module, node):
-        """(kind, tag number or None, target) of a member's type as the text
-        writes it: kind is "octets", "integer", "boolean", "record" or "list";
-        target is the referenced type name for records and lists."""
-        number = node.tags[0].number if node.tags else None
-        target = None
-        while node.kind == "reference":
-            target = node.name
-            module, node = node.target.module, node.target.type
-            if node.tags:
-                raise AsnModuleError("%s:%d: a tagged type behind a reference is not used" % (module.path,
-                                                                                             node.line))
-        if node.kind not in SHAPES:
-            raise AsnModuleError("%s:%d: %s is not used" % (module.path, node.line, node.kind))
-        return SHAPES[node.kind], number, target
 
     def schema(self, module, type_name):
         """The pyasn1 type of a type assignment."""
