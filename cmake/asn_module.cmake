@@ -10,7 +10,8 @@
 find_package(Python3 REQUIRED COMPONENTS Interpreter)
 set(TN_RECORDC ${CMAKE_CURRENT_LIST_DIR}/../recordc/recordc.py)
 set(TN_RECORDC_SOURCES ${TN_RECORDC})
-foreach(part asn_errors asn_lexer asn_model asn_parser asn_resolver asn_tags asn_values record_subset)
+foreach(part asn_constraints asn_errors asn_lexer asn_model asn_parser asn_resolver asn_tags asn_values asn_words
+    record_subset)
   list(APPEND TN_RECORDC_SOURCES ${CMAKE_CURRENT_LIST_DIR}/../recordc/${part}.py)
 endforeach()
 

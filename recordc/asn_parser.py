@@ -7,35 +7,15 @@ parsed, so that the message names what is missing rather than a fault that
 follows from it.
 """
 
-
+from asn_constraints import ConstraintReader
 from asn_errors import AsnModuleError, refuse
 from asn_lexer import tokenize
 from asn_model import Component, Constraint, EnumItem, Module, Tag, Type, TypeAssignment, Value, ValueAssignment
+from asn_words import (CHARACTER_STRINGS, INFORMATION_OBJECTS, RESERVED, SIMPLE_TYPES, SPECIAL_REALS,  # noqa: F401
+                       TWO_WORD_TYPES, is_lower, is_upper)
 
-CHARACTER_STRINGS = ("UTF8String", "NumericString", "PrintableString", "TeletexString", "T61String",
-                     "VideotexString", "IA5String", "GraphicString", "VisibleString", "ISO646String",
-                     "GeneralString", "UniversalString", "BMPString")
-SIMPLE_TYPES = CHARACTER_STRINGS + (
-    "BOOLEAN", "NULL", "REAL", "RELATIVE-OID", "UTCTime", "GeneralizedTime", "DATE", "TIME-OF-DAY", "DATE-TIME",
-    "DURATION", "TIME", "ObjectDescriptor", "EXTERNAL")
-TWO_WORD_TYPES = {("OBJECT", "IDENTIFIER"), ("OCTET", "STRING"), ("CHARACTER", "STRING"), ("EMBEDDED", "PDV")}
-SPECIAL_REALS = ("PLUS-INFINITY", "MINUS-INFINITY", "NOT-A-NUMBER")
-RESERVED = set(SIMPLE_TYPES) | {w for pair in TWO_WORD_TYPES for w in pair} | set(SPECIAL_REALS) | set(
-    "ABSENT ALL ANY APPLICATION AUTOMATIC BEGIN BIT BY CHOICE COMPONENT COMPONENTS CONSTRAINED CONTAINING "
-    "DEFAULT DEFINED DEFINITIONS ENCODED END ENUMERATED EXCEPT EXPLICIT EXPORTS EXTENSIBILITY FALSE FROM "
-    "IMPLICIT IMPLIED IMPORTS INCLUDES INTEGER INTERSECTION MAX MIN OF OPTIONAL PATTERN PRESENT PRIVATE SEQUENCE "
-    "SET SIZE TAGS TRUE UNION UNIQUE UNIVERSAL WITH".split())
-INFORMATION_OBJECTS = ("CLASS", "TYPE-IDENTIFIER", "ABSTRACT-SYNTAX", "INSTANCE")
 IO_MESSAGE = "%s needs information object classes, not supported yet"
 PARAMETERIZED_MESSAGE = "%s needs parameterized types, not supported yet"
-
-
-def _is_upper(token):
-    return token is not None and token.kind == "name" and token.text[0].isupper()
-
-
-def _is_lower(token):
-    return token is not None and token.kind == "name" and token.text[0].islower()
 
 
 def refuse_unsupported(tokens, path):
@@ -56,7 +36,7 @@ def refuse_unsupported(tokens, path):
                 refuse(path, token.line, PARAMETERIZED_MESSAGE % (token.text + "{...}"))
 
 
-class Parser(object):
+class Parser(ConstraintReader):
     def __init__(self, tokens, path, comments=None, lines=()):
         self.tokens = tokens
         self.path = path
@@ -107,7 +87,7 @@ class Parser(object):
 
     def name(self, upper):
         token = self.peek()
-        if not (_is_upper(token) if upper else _is_lower(token)) or token.text in RESERVED:
+        if not (is_upper(token) if upper else is_lower(token)) or token.text in RESERVED:
             self.fail("expected a %s" % ("type or module name" if upper else "member or value name"))
         return self.take().text
 
@@ -161,7 +141,7 @@ class Parser(object):
         if self.peek() is not None and self.peek().kind == "cstring":
             self.take()  # the module's IRI
         self.take("DEFINITIONS")
-        if _is_upper(self.peek()) and self.peek(1) is not None and self.peek(1).text == "INSTRUCTIONS":
+        if is_upper(self.peek()) and self.peek(1) is not None and self.peek(1).text == "INSTRUCTIONS":
             self.take()
             self.take()
         if self.at("EXPLICIT", "IMPLICIT", "AUTOMATIC"):
@@ -209,7 +189,7 @@ class Parser(object):
             oid = None
             if self.at("{"):
                 oid = Value("braced", self.line(), tokens=self.braced())
-            elif _is_lower(self.peek()) and self.peek(1) is not None and self.peek(1).text not in (",", "FROM"):
+            elif is_lower(self.peek()) and self.peek(1) is not None and self.peek(1).text not in (",", "FROM"):
                 oid = Value("reference", self.line(), name=self.take().text, module=None)
             module.import_oids[source] = oid
             for imported in names:
@@ -219,7 +199,7 @@ class Parser(object):
 
     def assignment(self, module):
         line = self.line()
-        if _is_upper(self.peek()):
+        if is_upper(self.peek()):
             name = self.name(True)
             if self.take_if("::="):
                 comment = self.comment_above(line)
@@ -253,7 +233,7 @@ class Parser(object):
         line = self.line()
         self.take("[")
         cls = self.take().text if self.at("UNIVERSAL", "APPLICATION", "PRIVATE") else "CONTEXT"
-        if _is_lower(self.peek()):
+        if is_lower(self.peek()):
             number = Value("reference", self.line(), name=self.take().text, module=None)
         else:
             number = self.number()
@@ -315,16 +295,16 @@ class Parser(object):
             elif self.at("("):
                 constraints.append(self.constraint())
             self.take("OF")
-            element_name = self.take().text if _is_lower(self.peek()) else None
+            element_name = self.take().text if is_lower(self.peek()) else None
             return Type(word + " OF", line, element=self.type(), element_name=element_name,
                         constraints=constraints)
         if word == "CHOICE":
             self.take()
             return self.structure(word, line)
-        if _is_upper(token) and word not in RESERVED:
+        if is_upper(token) and word not in RESERVED:
             self.take()
             module = None
-            if self.at(".") and _is_upper(self.peek(1)):
+            if self.at(".") and is_upper(self.peek(1)):
                 self.take()
                 module, word = word, self.take().text
             if self.at("{"):
@@ -349,7 +329,7 @@ class Parser(object):
     def exception_spec(self):
         if not self.take_if("!"):
             return None
-        if _is_upper(self.peek()) or self.text_at() in RESERVED:
+        if is_upper(self.peek()) or self.text_at() in RESERVED:
             node = self.type()
             self.take(":")
             return Value("typed", self.line(), type=node, value=self.value())
@@ -428,135 +408,6 @@ class Parser(object):
                 member.default = self.value()
         return member
 
-    # ---- constraints ----------------------------------------------------------
-
-    def constraint(self):
-        line = self.line()
-        self.take("(")
-        spec = self.element_set_specs(")", line)
-        spec.exception = self.exception_spec()
-        self.take(")")
-        return spec
-
-    def element_set_specs(self, end, line):
-        root = None if self.at("...") else self.element_set()
-        extensible, additions = False, None
-        if root is None or self.take_if(","):
-            self.take("...")
-            extensible = True
-            if self.take_if(","):
-                additions = self.element_set()
-        return Constraint("set", line, root=root, extensible=extensible, additions=additions, exception=None)
-
-    def element_set(self):
-        line = self.line()
-        if self.take_if("ALL"):
-            self.take("EXCEPT")
-            return Constraint("except", line, base=None, excluded=self.elements())
-        return self.unions()
-
-    def unions(self):
-        line = self.line()
-        items = [self.intersections()]
-        while self.at("|", "UNION"):
-            self.take()
-            items.append(self.intersections())
-        return items[0] if len(items) == 1 else Constraint("union", line, items=items)
-
-    def intersections(self):
-        line = self.line()
-        items = [self.intersection_elements()]
-        while self.at("^", "INTERSECTION"):
-            self.take()
-            items.append(self.intersection_elements())
-        return items[0] if len(items) == 1 else Constraint("intersection", line, items=items)
-
-    def intersection_elements(self):
-        line = self.line()
-        base = self.elements()
-        if self.take_if("EXCEPT"):
-            return Constraint("except", line, base=base, excluded=self.elements())
-        return base
-
-    def elements(self):
-        if self.at("("):
-            self.take()
-            inner = self.element_set()
-            self.take(")")
-            return inner
-        return self.subtype_element()
-
-    def subtype_element(self):
-        line = self.line()
-        if self.take_if("SIZE"):
-            return Constraint("size", line, inner=self.constraint())
-        if self.take_if("FROM"):
-            return Constraint("from", line, inner=self.constraint())
-        if self.take_if("PATTERN"):
-            return Constraint("pattern", line, value=self.value())
-        if self.take_if("INCLUDES"):
-            return Constraint("type", line, type=self.type())
-        if self.at("WITH"):
-            self.take()
-            if self.take_if("COMPONENT"):
-                return Constraint("with_component", line, inner=self.constraint())
-            self.take("COMPONENTS")
-            return self.with_components(line)
-        if self.take_if("CONTAINING"):
-            contained = self.type()
-            encoded_by = None
-            if self.take_if("ENCODED"):
-                self.take("BY")
-                encoded_by = self.value()
-            return Constraint("containing", line, type=contained, encoded_by=encoded_by)
-        if self.take_if("ENCODED"):
-            self.take("BY")
-            return Constraint("containing", line, type=None, encoded_by=self.value())
-        if self.take_if("CONSTRAINED"):
-            self.take("BY")
-            tokens = self.braced()
-            return Constraint("user", line, text=" ".join(token.text for token in tokens))
-        token = self.peek()
-        if token is not None and token.kind == "name" and token.text[0].isupper() and (
-                token.text not in RESERVED or token.text in SIMPLE_TYPES or token.text in ("INTEGER", "BIT")
-                or token.text in ("SEQUENCE", "SET", "CHOICE", "ENUMERATED")
-                or (token.text, getattr(self.peek(1), "text", None)) in TWO_WORD_TYPES):
-            if not (token.text[0].isupper() and self.peek(1) is not None and self.peek(1).text == "." and
-                    _is_lower(self.peek(2))):
-                return Constraint("type", line, type=self.type())
-        lower = self.bound("MIN")
-        lower_open = self.take_if("<") is not None
-        if not self.at(".."):
-            if lower_open or lower == "MIN":
-                self.fail("expected '..'")
-            return Constraint("value", line, value=lower)
-        self.take("..")
-        upper_open = self.take_if("<") is not None
-        upper = self.bound("MAX")
-        return Constraint("range", line, lower=lower, upper=upper, lower_open=lower_open, upper_open=upper_open)
-
-    def bound(self, word):
-        if self.take_if(word):
-            return word
-        return self.value()
-
-    def with_components(self, line):
-        self.take("{")
-        partial = False
-        if self.take_if("..."):
-            partial = True
-            self.take(",")
-        items = []
-        while True:
-            name = self.name(False)
-            inner = self.constraint() if self.at("(") else None
-            presence = self.take().text if self.at("PRESENT", "ABSENT", "OPTIONAL") else None
-            items.append((name, inner, presence))
-            if not self.take_if(","):
-                break
-        self.take("}")
-        return Constraint("with_components", line, partial=partial, items=items)
-
     # ---- values ---------------------------------------------------------------
 
     def value(self):
@@ -593,7 +444,7 @@ class Parser(object):
                 if self.take_if(":"):
                     return Value("choice", line, name=token.text, value=self.value())
                 return Value("reference", line, name=token.text, module=None)
-            if token.text[0].isupper() and self.at(".") and _is_lower(self.peek(1)):
+            if token.text[0].isupper() and self.at(".") and is_lower(self.peek(1)):
                 self.take()
                 return Value("reference", line, name=self.take().text, module=token.text)
         self.position -= 1
