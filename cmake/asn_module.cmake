@@ -3,24 +3,38 @@
 # Compiles an interface module's ASN.1 text into its record and list classes
 # (recordc/recordc.py) at build time, again whenever the text or the compiler
 # changes. The module's header, <text path below the source root, without
-# .asn>.h under the output folder (default: the generated include root),
-# declares every class. <target> gets the module's catalogue entries, made
-# when it is loaded, and its class code unless CODE names the target that
-# carries it. A module may import the types of every module compiled before it.
+# .asn>.h under the output folder, declares every class. <target> gets the
+# module's catalogue entries, made when it is loaded, and its class code
+# unless CODE names the target that carries it. A module may import the types
+# of every module compiled before it.
+#
+# The same file serves the installed package (find_package(tn_velkor)), where
+# a service compiles modules of its own: there the compiler is the installed
+# one, the output folder defaults to <build dir>/tn_asn_generated (put on the
+# code target's include path), the code target links tn_velkor::tn_velkor,
+# and the installed modules (QCommon and the inventory modules) may be
+# imported like modules compiled before.
 find_package(Python3 REQUIRED COMPONENTS Interpreter)
-set(TN_RECORDC ${CMAKE_CURRENT_LIST_DIR}/../recordc/recordc.py)
-set(TN_RECORDC_SOURCES ${TN_RECORDC})
-foreach(part asn_constraints asn_errors asn_lexer asn_model asn_parser asn_resolver asn_tags asn_values asn_words
-    record_subset)
-  list(APPEND TN_RECORDC_SOURCES ${CMAKE_CURRENT_LIST_DIR}/../recordc/${part}.py)
-endforeach()
+if(NOT DEFINED TN_RECORDC)
+  set(TN_RECORDC ${CMAKE_CURRENT_LIST_DIR}/../recordc/recordc.py)
+endif()
+get_filename_component(TN_RECORDC_DIR ${TN_RECORDC} DIRECTORY)
+file(GLOB TN_RECORDC_SOURCES ${TN_RECORDC_DIR}/*.py)
 
 function(tn_asn_module target text)
   cmake_parse_arguments(PARSE_ARGV 2 MODULE "" "CODE;OUTPUT" "")
   if(NOT MODULE_CODE)
     set(MODULE_CODE ${target})
   endif()
-  if(NOT MODULE_OUTPUT)
+  set(roots --root ${PROJECT_SOURCE_DIR})
+  if(TN_VELKOR_ASN_DIR)  # the installed package's module texts
+    list(APPEND roots --root ${TN_VELKOR_ASN_DIR})
+    if(NOT MODULE_OUTPUT)
+      set(MODULE_OUTPUT ${CMAKE_BINARY_DIR}/tn_asn_generated)
+    endif()
+    target_include_directories(${MODULE_CODE} PUBLIC $<BUILD_INTERFACE:${MODULE_OUTPUT}>)
+    target_link_libraries(${MODULE_CODE} PUBLIC tn_velkor::tn_velkor)
+  elseif(NOT MODULE_OUTPUT)
     set(MODULE_OUTPUT ${TN_GENERATED_INCLUDE_DIR})
   endif()
   get_filename_component(text ${text} ABSOLUTE)
@@ -32,13 +46,17 @@ function(tn_asn_module target text)
   set(catalogue ${MODULE_OUTPUT}/${stem}_catalogue.cpp)
 
   get_property(known GLOBAL PROPERTY TN_ASN_MODULE_TEXTS)
+  if(TN_VELKOR_ASN_DIR)
+    file(GLOB_RECURSE installed ${TN_VELKOR_ASN_DIR}/*.asn)
+    list(PREPEND known ${installed})
+  endif()
   set(imports "")
   foreach(other IN LISTS known)
     list(APPEND imports --with ${other})
   endforeach()
   add_custom_command(
     OUTPUT ${header} ${types} ${catalogue}
-    COMMAND Python3::Interpreter ${TN_RECORDC} --root ${PROJECT_SOURCE_DIR} --out ${MODULE_OUTPUT} ${text} ${imports}
+    COMMAND Python3::Interpreter ${TN_RECORDC} ${roots} --out ${MODULE_OUTPUT} ${text} ${imports}
     DEPENDS ${text} ${known} ${TN_RECORDC_SOURCES}
     COMMENT "recordc ${stem}.asn"
     VERBATIM)

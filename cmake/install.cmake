@@ -27,14 +27,25 @@ install(CODE "
   tn_install_public_headers(\"${TN_PUBLIC_HEADER_ROOTS}\" \"${PROJECT_SOURCE_DIR};${TN_GENERATED_INCLUDE_DIR}\"
     \"${TN_INCLUDE_DESTINATION}\")")
 
-# The ASN.1 texts of every interface module, for peers that build their own codec.
-file(GLOB TN_MODULE_TEXTS ${PROJECT_SOURCE_DIR}/tn_velkor/qcommon/*.asn ${PROJECT_SOURCE_DIR}/tn_qmodules/*/*.asn)
-install(FILES ${TN_MODULE_TEXTS} DESTINATION ${CMAKE_INSTALL_DATADIR}/tn_velkor)
+# The ASN.1 texts of every interface module, laid out as their headers are
+# (share/tn_velkor/asn/tn_velkor/qcommon/qcommon.asn beside
+# include/tn_velkor/qcommon/qcommon.h): a service's modules import from them,
+# and peers build their own codecs from them. With them the record compiler
+# and the CMake function that runs it (tn_asn_module, asn_module.cmake).
+foreach(folder tn_velkor/qcommon tn_qmodules)
+  install(DIRECTORY ${PROJECT_SOURCE_DIR}/${folder}/ DESTINATION ${CMAKE_INSTALL_DATADIR}/tn_velkor/asn/${folder}
+    FILES_MATCHING PATTERN "*.asn")
+endforeach()
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/recordc/ DESTINATION ${CMAKE_INSTALL_DATADIR}/tn_velkor/recordc
+  FILES_MATCHING PATTERN "*.py" PATTERN "__pycache__" EXCLUDE)
+install(FILES ${CMAKE_CURRENT_LIST_DIR}/asn_module.cmake DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/tn_velkor)
 
 install(EXPORT tn_velkorTargets NAMESPACE tn_velkor:: DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/tn_velkor)
+set(TN_VELKOR_DATA_DIR ${CMAKE_INSTALL_DATADIR}/tn_velkor)
 configure_package_config_file(cmake/tn_velkorConfig.cmake.in
   ${CMAKE_CURRENT_BINARY_DIR}/tn_velkorConfig.cmake
-  INSTALL_DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/tn_velkor)
+  INSTALL_DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/tn_velkor
+  PATH_VARS TN_VELKOR_DATA_DIR)
 write_basic_package_version_file(${CMAKE_CURRENT_BINARY_DIR}/tn_velkorConfigVersion.cmake
   COMPATIBILITY SameMajorVersion)
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/tn_velkorConfig.cmake ${CMAKE_CURRENT_BINARY_DIR}/tn_velkorConfigVersion.cmake

@@ -19,10 +19,21 @@ set(TN_PUBLIC_HEADER_ROOTS
   tn_platform/asn/asn_ber_list_reader.h
   tn_platform/asn/asn_json_list_reader.h
   tn_platform/asn/asn_ber_dump.h
+  tn_platform/asn/asn_value_notation.h
   # A record's members and a value's kind, for code that walks values
   # without knowing their classes.
   tn_platform/asn/asn_member.h
   tn_platform/asn/asn_value_kind.h
+  # The value classes of the other universal kinds, each with its own codec.
+  tn_platform/asn/asn_null.h
+  tn_platform/asn/asn_enumerated.h
+  tn_platform/asn/asn_bit_string.h
+  tn_platform/asn/asn_oid.h
+  tn_platform/asn/asn_real.h
+  tn_platform/asn/asn_big_int.h
+  tn_platform/asn/asn_char_string.h
+  tn_platform/asn/asn_time.h
+  tn_platform/asn/asn_any.h
   # The stand-ins of the server's platform libraries: model objects, module
   # manager, trace, identifier parsing and class reflection.
   tn_platform/model/*.h

@@ -70,6 +70,8 @@ void Fill(AsnType& value, int variant, int depth) {
       }
       break;
     }
+    case AsnMemberKind::kPrimitive:
+      break;  // its default value; the kinds have their own vectors
   }
 }
 

@@ -17,7 +17,7 @@ if(NOT result EQUAL 0)
   message(FATAL_ERROR "deb_package: dpkg-deb cannot read ${packages}")
 endif()
 foreach(expected usr/bin/velkor usr/lib/libtn_velkor.so.1 usr/lib/libtn_qmodules.so.1 usr/lib/libtn_platform.so.1
-    usr/include/tn_velkor/ns_velkor.h usr/include/tn_velkor/version.h usr/share/tn_velkor/qcommon.asn
+    usr/include/tn_velkor/ns_velkor.h usr/include/tn_velkor/version.h usr/share/tn_velkor/asn/tn_velkor/qcommon/qcommon.asn
     usr/lib/pkgconfig/tn_velkor.pc usr/share/man/man1/velkor.1 usr/share/bash-completion/completions/velkor)
   string(FIND "${contents}" "./${expected}" found)
   if(found EQUAL -1)

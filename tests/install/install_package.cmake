@@ -49,8 +49,10 @@ foreach(present
     ${includedir}/tn_qmodules/asn_catalogue.h
     ${includedir}/tn_platform/asn/ber.h
     ${includedir}/tn_platform/module/module_mgr.h
-    ${prefix}/share/tn_velkor/qcommon.asn
-    ${prefix}/share/tn_velkor/qinventoryfiber.asn
+    ${prefix}/share/tn_velkor/asn/tn_velkor/qcommon/qcommon.asn
+    ${prefix}/share/tn_velkor/asn/tn_qmodules/qinventoryfiber/qinventoryfiber.asn
+    ${prefix}/share/tn_velkor/recordc/recordc.py
+    ${libdir}/cmake/tn_velkor/asn_module.cmake
     ${libdir}/libtn_velkor.so
     ${libdir}/libtn_platform.so
     ${libdir}/libtn_qmodules.so
@@ -185,6 +187,23 @@ separate_arguments(extra UNIX_COMMAND "${EXTRA_FLAGS}")
 run_step("build the pkg-config consumer" ${CXX} ${extra} -I${shadow} ${CONSUMER_DIR}/consumer.cpp
   -Wl,--as-needed ${flags} -Wl,-rpath,${libdir} -o ${WORK_DIR}/pkg_config_consumer)
 check_consumer("the pkg-config consumer" ${WORK_DIR}/pkg_config_consumer)
+
+# ---- a service's own module ---------------------------------------------------------
+# The consumer compiled site/site.asn, which imports QCommon's QAsnUniResID,
+# into libtn_site.so with the installed compiler; the installed tool loads it
+# and takes a site through BER and back.
+set(site_tool ${prefix}/bin/velkor --module ${consumer_build}/libtn_site.so)
+execute_process(COMMAND ${site_tool} encode QAsnSite --readable --hex INPUT_FILE ${CONSUMER_DIR}/site/site.json
+  OUTPUT_VARIABLE site_hex RESULT_VARIABLE result ERROR_VARIABLE err OUTPUT_STRIP_TRAILING_WHITESPACE)
+if(NOT result EQUAL 0 OR NOT site_hex STREQUAL "30190402413130100406534954453d3104024e4502020400800118")
+  message(FATAL_ERROR "install_package: velkor --module libtn_site.so encode gave '${site_hex}' ${err}")
+endif()
+file(WRITE ${WORK_DIR}/site.hex "${site_hex}")
+execute_process(COMMAND ${site_tool} decode QAsnSite --hex ${WORK_DIR}/site.hex
+  OUTPUT_VARIABLE site_text RESULT_VARIABLE result ERROR_VARIABLE err)
+if(NOT result EQUAL 0 OR NOT site_text MATCHES "resource {\n    strFDN '534954453D31'H /\\* \"SITE=1\" \\*/,")
+  message(FATAL_ERROR "install_package: velkor --module libtn_site.so decode gave '${site_text}' ${err}")
+endif()
 
 # ---- the installed library, loaded as the server loads it ------------------------------
 run_step("dlopen the installed library" ${consumer_build}/installed_dlopen_host ${libdir}/libtn_velkor.so)

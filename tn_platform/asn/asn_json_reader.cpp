@@ -10,6 +10,8 @@
 #include "tn_platform/asn/asn_decode_error.h"
 #include "tn_platform/asn/asn_json_either_form.h"
 #include "tn_platform/asn/asn_json_shape.h"
+#include "tn_platform/asn/asn_json_tokens.h"
+#include "tn_platform/asn/asn_primitive.h"
 #include "tn_platform/asn/asn_json_text.h"
 #include "tn_platform/asn/asn_text_codes.h"
 #include "tn_platform/asn/asn_value_encoding.h"
@@ -103,6 +105,8 @@ class ValueSink {
   void TinyInt(Slot slot, int value) { static_cast<AsnTinyInt*>(slot)->Set(value); }
   void Int(Slot slot, long long value) { static_cast<AsnInt*>(slot)->Set(value); }
   void Bool(Slot slot, bool value) { static_cast<AsnBool*>(slot)->Set(value); }
+  // A value with its own codec reads itself.
+  void Primitive(Slot slot, const AsnJsonShape&, AsnJsonIn& in) { static_cast<AsnPrimitive*>(slot)->ReadJson(in); }
 
  private:
   std::string& m_octets;
@@ -154,6 +158,13 @@ class BerSink {
   void TinyInt(Slot tag, int value) { Primitive(tag, AsnTinyInt(value)); }
   void Int(Slot tag, long long value) { Primitive(tag, AsnInt(value)); }
   void Bool(Slot tag, bool value) { Primitive(tag, AsnBool(value)); }
+  // Read into a temporary of the type, then encoded.
+  void Primitive(Slot tag, const AsnJsonShape& shape, AsnJsonIn& in) {
+    const std::unique_ptr<AsnType> value(shape.prototype->Clone());
+    auto& primitive = static_cast<AsnPrimitive&>(*value);
+    primitive.ReadJson(in);
+    primitive.WriteEncoded(Room(primitive.EncodedSize(tag)), tag);
+  }
 
  private:
   template <class Value>
@@ -225,6 +236,11 @@ class AsnJsonGrammar : public JsonText {
         return ReadList(shape, slot);
       case AsnMemberKind::kRecord:
         return ReadRecord(shape, slot);
+      case AsnMemberKind::kPrimitive: {
+        SkipBlanks();
+        AsnJsonIn in(static_cast<JsonText*>(this), m_jer);
+        return m_sink.Primitive(slot, shape, in);
+      }
     }
   }
 
@@ -263,7 +279,7 @@ class AsnJsonGrammar : public JsonText {
         const AsnMemberStep& member = members[index];
         try {
           if (!given.Mark(index)) FailAt(keyAt, "given twice");
-          if (Peek() == 'n') {
+          if (Peek() == 'n' && !shape.members[index]->nullIsValue) {
             if (m_jer) Fail("null is no value in JER (leave an absent member out)");
             if (!member.optional) Fail("missing (a mandatory member)");
             ExpectLiteral("null");
@@ -423,7 +439,7 @@ void AsnJsonReader::ReadEncoded(const AsnType& prototype, std::string& ber) {
     const JsonText text = TextOf(m_begin, m_at, m_end, m_base, m_jer, m_depth, m_endedEarly, m_scratch, m_key);
     BerSink sink(ber);
     AsnJsonGrammar<BerSink> grammar(text, sink, m_refuseAmbiguous);
-    grammar.Read(shape, AsnMemberTag(shape.kind, false, -1));
+    grammar.Read(shape, shape.tag);
     sink.Done();
     m_at = grammar.At();
     return;
@@ -520,3 +536,96 @@ std::string AsnJsonToBer(const AsnType& prototype, std::string_view text, AsnJso
   AsnJsonToBerInto(prototype, text, form, ber);
   return ber;
 }
+
+// ---- the tokens a value with its own codec reads --------------------------------------------
+
+namespace {
+
+JsonText& TextIn(void* text) { return *static_cast<JsonText*>(text); }
+
+}  // namespace
+
+void AsnJsonIn::Start() { m_last = TextIn(m_text).At(); }
+
+AsnJsonIn::Token AsnJsonIn::Peek() {
+  switch (TextIn(m_text).Peek()) {
+    case '"': return Token::kString;
+    case '{': return Token::kObject;
+    case '[': return Token::kArray;
+    case 't':
+    case 'f': return Token::kBool;
+    case 'n': return Token::kNull;
+    case '-':
+    case '0': case '1': case '2': case '3': case '4': case '5': case '6': case '7': case '8': case '9':
+      return Token::kNumber;
+    default: return Token::kOther;
+  }
+}
+
+std::string AsnJsonIn::String() {
+  JsonText& text = TextIn(m_text);
+  if (Peek() != Token::kString) FailExpected("a string");
+  Start();
+  return std::string(text.ReadStringContent());
+}
+
+std::string AsnJsonIn::Number() {
+  JsonText& text = TextIn(m_text);
+  if (Peek() != Token::kNumber) FailExpected("a number");
+  Start();
+  text.SkipNumber();
+  return std::string(m_last, text.At());
+}
+
+long long AsnJsonIn::Integer(long long min, long long max) {
+  TextIn(m_text).SkipBlanks();
+  Start();
+  return TextIn(m_text).ReadInteger(min, max);
+}
+
+bool AsnJsonIn::Bool() {
+  TextIn(m_text).SkipBlanks();
+  Start();
+  return TextIn(m_text).ReadBool();
+}
+
+void AsnJsonIn::Null() {
+  JsonText& text = TextIn(m_text);
+  if (Peek() != Token::kNull) FailExpected("null");
+  Start();
+  text.ExpectLiteral("null");
+}
+
+void AsnJsonIn::BeginObject() {
+  JsonText& text = TextIn(m_text);
+  if (Peek() != Token::kObject) FailExpected("an object");
+  Start();
+  text.Enter(m_last);
+  m_firstKey = true;
+}
+
+bool AsnJsonIn::NextKey(std::string& key) {
+  JsonText& text = TextIn(m_text);
+  const char c = text.Peek();
+  if (c == '}') {
+    text.Leave();
+    return false;
+  }
+  if (!m_firstKey) {
+    if (c != ',') text.FailExpected("',' or '}'");
+    text.Consume(',', "','");
+  }
+  m_firstKey = false;
+  if (text.Peek() != '"') text.FailExpected("a member name");
+  Start();
+  key.assign(text.ReadKey());
+  text.Consume(':', "':'");
+  return true;
+}
+
+void AsnJsonIn::Fail(const std::string& what) {
+  JsonText& text = TextIn(m_text);
+  text.FailAt(m_last != nullptr ? m_last : text.At(), what);
+}
+
+void AsnJsonIn::FailExpected(const char* what) { TextIn(m_text).FailExpected(what); }

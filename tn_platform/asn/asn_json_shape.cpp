@@ -6,6 +6,8 @@
 #include <unordered_map>
 
 #include "tn_platform/asn/asn_list_base.h"
+#include "tn_platform/asn/asn_null.h"
+#include "tn_platform/asn/asn_primitive.h"
 #include "tn_platform/asn/asn_sequence.h"
 #include "tn_platform/asn/asn_value_kind.h"
 
@@ -41,8 +43,13 @@ const AsnJsonShape& Build(ShapeCache& cache, const AsnType& value) {
   } else if (kind == AsnMemberKind::kList) {
     const std::unique_ptr<AsnType> list(value.Clone());
     shape.element = &Build(cache, static_cast<AsnListBase&>(*list).AppendElement());
-    shape.elementTag = AsnMemberTag(shape.element->kind, false, -1);
+    shape.elementTag = shape.element->tag;
+  } else if (kind == AsnMemberKind::kPrimitive) {
+    shape.tag = static_cast<const AsnPrimitive&>(value).UniversalTag();
+    shape.prototype.reset(value.Clone());
+    shape.nullIsValue = dynamic_cast<const AsnNull*>(&value) != nullptr;
   }
+  if (kind != AsnMemberKind::kPrimitive) shape.tag = AsnUniversalTag(kind);
   return shape;
 }
 

@@ -1,11 +1,13 @@
 // What the JSON reader knows of a type without a value of it: its kind and,
 // for a record, its member plan with each member's type and measured name;
-// for a list, its element's type and the tag an element carries. Made once
+// for a list, its element's type and the tag an element carries; for a value
+// with its own codec, a default value of its class to read into. Made once
 // per value class on first use (from default values made for the purpose)
 // and kept for the life of the process, so that reading needs no value to
 // find its way and allocates nothing for it. Internal to the runtime.
 #pragma once
 
+#include <memory>
 #include <string_view>
 #include <vector>
 
@@ -19,6 +21,9 @@ struct AsnJsonShape {
   std::vector<const AsnJsonShape*> members;         // a record's member types
   const AsnJsonShape* element = nullptr;            // a list's element type
   AsnTag elementTag = 0;                            // the tag of a list's element
+  AsnTag tag = kTagSequence;                        // the universal tag a value of the type carries
+  std::unique_ptr<AsnType> prototype;               // a kPrimitive's default value
+  bool nullIsValue = false;                         // a NULL: JSON null is its value, not absence
 };
 
 // The shape of the class of `value`. Safe to call from several threads.

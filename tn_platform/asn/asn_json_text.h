@@ -26,23 +26,7 @@ constexpr const asn_text::HexDigitValues& kHexValues = asn_text::kHexDigits;
 inline bool IsBlank(char c) { return c == ' ' || c == '\n' || c == '\r' || c == '\t'; }
 inline bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 
-inline void AppendUtf8(std::string& out, unsigned code) {
-  if (code < 0x80) {
-    out.push_back(static_cast<char>(code));
-  } else if (code < 0x800) {
-    out.push_back(static_cast<char>(0xC0 | (code >> 6)));
-    out.push_back(static_cast<char>(0x80 | (code & 0x3F)));
-  } else if (code < 0x10000) {
-    out.push_back(static_cast<char>(0xE0 | (code >> 12)));
-    out.push_back(static_cast<char>(0x80 | ((code >> 6) & 0x3F)));
-    out.push_back(static_cast<char>(0x80 | (code & 0x3F)));
-  } else {
-    out.push_back(static_cast<char>(0xF0 | (code >> 18)));
-    out.push_back(static_cast<char>(0x80 | ((code >> 12) & 0x3F)));
-    out.push_back(static_cast<char>(0x80 | ((code >> 6) & 0x3F)));
-    out.push_back(static_cast<char>(0x80 | (code & 0x3F)));
-  }
-}
+using asn_text::AppendUtf8;
 
 // Octets of a string by what the string reader does with them: 0 copied as
 // they are, else a closing quote, an escape, a control character or the
@@ -406,6 +390,28 @@ class JsonText {
   std::string& m_scratch;
   std::string& m_key;
 
+ public:
+  void SkipNumber() {
+    if (*m_at == '-') ++m_at;
+    if (m_at == m_end || !IsDigit(*m_at)) FailExpected("a digit");
+    if (*m_at == '0') {
+      ++m_at;
+    } else {
+      while (m_at != m_end && IsDigit(*m_at)) ++m_at;
+    }
+    if (m_at != m_end && *m_at == '.') {
+      ++m_at;
+      if (m_at == m_end || !IsDigit(*m_at)) FailExpected("a digit");
+      while (m_at != m_end && IsDigit(*m_at)) ++m_at;
+    }
+    if (m_at != m_end && (*m_at == 'e' || *m_at == 'E')) {
+      ++m_at;
+      if (m_at != m_end && (*m_at == '+' || *m_at == '-')) ++m_at;
+      if (m_at == m_end || !IsDigit(*m_at)) FailExpected("a digit");
+      while (m_at != m_end && IsDigit(*m_at)) ++m_at;
+    }
+  }
+
  private:
   // The string token starting at `start` as it stands, for messages (a long
   // one cut short).
@@ -460,27 +466,6 @@ class JsonText {
       }
       default:
         FailAt(escape, "malformed escape in a string");
-    }
-  }
-
-  void SkipNumber() {
-    if (*m_at == '-') ++m_at;
-    if (m_at == m_end || !IsDigit(*m_at)) FailExpected("a digit");
-    if (*m_at == '0') {
-      ++m_at;
-    } else {
-      while (m_at != m_end && IsDigit(*m_at)) ++m_at;
-    }
-    if (m_at != m_end && *m_at == '.') {
-      ++m_at;
-      if (m_at == m_end || !IsDigit(*m_at)) FailExpected("a digit");
-      while (m_at != m_end && IsDigit(*m_at)) ++m_at;
-    }
-    if (m_at != m_end && (*m_at == 'e' || *m_at == 'E')) {
-      ++m_at;
-      if (m_at != m_end && (*m_at == '+' || *m_at == '-')) ++m_at;
-      if (m_at == m_end || !IsDigit(*m_at)) FailExpected("a digit");
-      while (m_at != m_end && IsDigit(*m_at)) ++m_at;
     }
   }
 };

@@ -11,7 +11,9 @@
 #include "tn_platform/asn/asn_bool.h"
 #include "tn_platform/asn/asn_int.h"
 #include "tn_platform/asn/asn_list_base.h"
+#include "tn_platform/asn/asn_json_tokens.h"
 #include "tn_platform/asn/asn_octs.h"
+#include "tn_platform/asn/asn_primitive.h"
 #include "tn_platform/asn/asn_sequence.h"
 #include "tn_platform/asn/asn_value_kind.h"
 
@@ -172,8 +174,27 @@ class Writer {
       case AsnMemberKind::kRecord:
         Record(static_cast<const AsnSequence&>(value), level);
         break;
+      case AsnMemberKind::kPrimitive: {
+        AsnJsonOut out(this, m_jer, level);
+        static_cast<const AsnPrimitive&>(value).WriteJson(out);
+        break;
+      }
     }
   }
+
+  // For the tokens of a value with its own codec (AsnJsonOut).
+  void Put(std::string_view text) {
+    m_text.Reserve(text.size());
+    m_text.Put(text.data(), text.size());
+  }
+  void PutHex(std::string_view octets) {
+    m_text.Reserve(2 * octets.size() + 2);
+    m_text.Put('"');
+    Hex(octets);
+    m_text.Put('"');
+  }
+  void LineAt(unsigned level) { NewLine(level); }
+  bool Indented() const { return m_indented; }
 
  private:
   void Integer(long long value, bool quoted) {
@@ -394,4 +415,79 @@ std::string AsnJsonTemplate(AsnType& value, AsnJsonForm form, AsnJsonLayout layo
   std::string out;
   Writer(out, form, layout, true).Value(AsnKindOf(value), value, 0);
   return out;
+}
+
+// ---- the tokens a value with its own codec writes ----------------------------------------
+
+namespace {
+
+Writer& WriterOf(void* writer) { return *static_cast<Writer*>(writer); }
+
+}  // namespace
+
+void AsnJsonOut::String(std::string_view text) {
+  std::string quoted;
+  AsnWriteJsonString(quoted, text);
+  WriterOf(m_writer).Put(quoted);
+}
+
+void AsnJsonOut::Hex(std::string_view octets) { WriterOf(m_writer).PutHex(octets); }
+
+void AsnJsonOut::Number(std::string_view text) {
+  if (AsnIsJsonNumber(text)) {
+    WriterOf(m_writer).Put(text);
+  } else {
+    String(text);
+  }
+}
+
+void AsnJsonOut::Integer(long long value) { WriterOf(m_writer).Put(std::to_string(value)); }
+
+void AsnJsonOut::Bool(bool value) { WriterOf(m_writer).Put(value ? "true" : "false"); }
+
+void AsnJsonOut::Null() { WriterOf(m_writer).Put("null"); }
+
+void AsnJsonOut::BeginObject() {
+  WriterOf(m_writer).Put("{");
+  m_first = true;
+}
+
+void AsnJsonOut::Key(std::string_view name) {
+  Writer& writer = WriterOf(m_writer);
+  if (!m_first) writer.Put(",");
+  m_first = false;
+  writer.LineAt(m_level + 1);
+  std::string key;
+  AsnWriteJsonString(key, name);
+  key += writer.Indented() ? ": " : ":";
+  writer.Put(key);
+}
+
+void AsnJsonOut::EndObject() {
+  Writer& writer = WriterOf(m_writer);
+  if (!m_first) writer.LineAt(m_level);
+  writer.Put("}");
+}
+
+bool AsnIsJsonNumber(std::string_view text) {
+  std::size_t at = 0;
+  const auto digits = [&] {
+    const std::size_t start = at;
+    while (at < text.size() && text[at] >= '0' && text[at] <= '9') ++at;
+    return at - start;
+  };
+  if (at < text.size() && text[at] == '-') ++at;
+  const std::size_t start = at;
+  const std::size_t integer = digits();
+  if (integer == 0 || (integer > 1 && text[start] == '0')) return false;
+  if (at < text.size() && text[at] == '.') {
+    ++at;
+    if (digits() == 0) return false;
+  }
+  if (at < text.size() && (text[at] == 'e' || text[at] == 'E')) {
+    ++at;
+    if (at < text.size() && (text[at] == '+' || text[at] == '-')) ++at;
+    if (digits() == 0) return false;
+  }
+  return at == text.size();
 }

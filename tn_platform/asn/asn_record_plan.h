@@ -14,11 +14,13 @@
 #include "tn_platform/refl/object_functions.h"
 #include "tn_platform/refl/type_infor.h"
 
-// What a member's value is, as the codec sees it.
-enum class AsnMemberKind { kOcts, kTinyInt, kInt, kBool, kList, kRecord };
+// What a member's value is, as the codec sees it: the kinds it handles
+// itself, and kPrimitive, a value that carries its own codec (AsnPrimitive,
+// asn_primitive.h: NULL, BIT STRING, REAL, the strings, the times, ...).
+enum class AsnMemberKind { kOcts, kTinyInt, kInt, kBool, kList, kRecord, kPrimitive };
 
 // The universal tag a value of `kind` carries on its own (a list element, a
-// mandatory member, a whole value).
+// mandatory member, a whole value); a kPrimitive value says its own.
 constexpr AsnTag AsnUniversalTag(AsnMemberKind kind) {
   switch (kind) {
     case AsnMemberKind::kOcts:
@@ -51,6 +53,8 @@ struct AsnMemberStep {
   refl::DestroyFunction destroy;  // destroys a value made by `create`
 
   bool Matches(AsnTag candidate) const { return candidate == tag || candidate == otherForm; }
+  // A mandatory open value (AsnAny): any tag is its.
+  bool TakesAnyTag() const { return tag == kAsnOpenTag; }
   bool IsConstructed() const { return kind == AsnMemberKind::kList || kind == AsnMemberKind::kRecord; }
 
   // The member's value in the record at `record`: the member itself, or what

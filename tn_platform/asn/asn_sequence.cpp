@@ -6,14 +6,16 @@
 #include "tn_platform/asn/asn_int.h"
 #include "tn_platform/asn/asn_list_base.h"
 #include "tn_platform/asn/asn_octs.h"
+#include "tn_platform/asn/asn_primitive.h"
 #include "tn_platform/asn/asn_record_plan.h"
 #include "tn_platform/asn/asn_value_encoding.h"
 #include "tn_platform/asn/indent_table.h"
 
 namespace {
 
-void DecodeContent(AsnBuf& buf, AsnMemberKind kind, AsnType* value, AsnTag tag, unsigned long length,
+void DecodeContent(AsnBuf& buf, const AsnMemberStep& step, AsnType* value, AsnTag tag, unsigned long length,
                    unsigned long& bytesDecoded) {
+  const AsnMemberKind kind = step.kind;
   switch (kind) {
     case AsnMemberKind::kOcts:
       // The primitive form inline when the input holds it; BDecContent
@@ -40,6 +42,9 @@ void DecodeContent(AsnBuf& buf, AsnMemberKind kind, AsnType* value, AsnTag tag, 
     case AsnMemberKind::kRecord:
       static_cast<AsnSequence*>(value)->BDecContent(buf, tag, length, bytesDecoded, NIClass_BER);
       break;
+    case AsnMemberKind::kPrimitive:
+      static_cast<AsnPrimitive*>(value)->DecodeMember(buf, tag, length, step.optional);
+      break;
   }
 }
 
@@ -63,6 +68,9 @@ void AssignValue(AsnMemberKind kind, AsnType* target, const AsnType* source) {
     case AsnMemberKind::kRecord:
       AsnSequence::Assign(*static_cast<AsnSequence*>(target), *static_cast<const AsnSequence*>(source));
       break;
+    case AsnMemberKind::kPrimitive:
+      static_cast<AsnPrimitive*>(target)->AssignFrom(*static_cast<const AsnPrimitive*>(source));
+      break;
   }
 }
 
@@ -76,7 +84,7 @@ std::size_t FindMember(const AsnRecordPlan& plan, std::size_t next, AsnTag tag, 
   const std::vector<AsnMemberStep>& members = plan.members;
   for (std::size_t index = next; index < members.size(); ++index) {
     const AsnMemberStep& step = members[index];
-    if (step.Matches(tag)) return index;
+    if (step.Matches(tag) || step.TakesAnyTag()) return index;
     if (!step.optional) {
       member = step.name;
       AsnThrowDecodeError(itemStart, "wrong tag " + TagDescription(tag) + ", expected " + TagDescription(step.tag));
@@ -192,7 +200,7 @@ void AsnSequence::DecodeMembers(const AsnRecordPlan& plan, AsnBuf& buf, unsigned
       // A primitive value takes exactly its length, refusing one that runs
       // past the input; a constructed one (a list, a record, a segmented
       // OCTET STRING) reads up to its end, its items checked against it.
-      DecodeContent(buf, step.kind, step.ValueOrCreateIn(base), header.tag, header.length, counted);
+      DecodeContent(buf, step, step.ValueOrCreateIn(base), header.tag, header.length, counted);
       if (header.length != kIndefiniteLength && buf.Offset() != contentStart + header.length) {
         AsnThrowDecodeError(memberStart, "content does not match its length");
       }

@@ -22,8 +22,8 @@
 //
 // Member types the codec handles (the reflection identifier in brackets):
 // AsnOcts (4), AsnTinyInt (40), AsnInt (42), AsnBool (43), SEQUENCE OF lists
-// (41, see AsnListBase) and records (registered classes), each plain or in a
-// refl::MayNullPointer.
+// (41, see AsnListBase), records (registered classes) and values with their
+// own codec (44, AsnPrimitive), each plain or in a refl::MayNullPointer.
 #pragma once
 #pragma GCC visibility push(default)
 
@@ -38,6 +38,7 @@ enum AsnValueClassId : unsigned {
   kAsnSeqOfClassId = 41,
   kAsnIntClassId = 42,
   kAsnBoolClassId = 43,
+  kAsnPrimitiveClassId = 44,  // every AsnPrimitive class (asn_primitive.h)
 };
 
 #include "tn_platform/asn/asn_record_plan.h"

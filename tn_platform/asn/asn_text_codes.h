@@ -1,8 +1,10 @@
 // Character codes shared by the runtime's text readers and writers: the
-// values of hex digits and the length of a valid UTF-8 sequence.
+// values of hex digits, the length of a valid UTF-8 sequence and the
+// UTF-8 encoding of a character.
 #pragma once
 
 #include <cstddef>
+#include <string>
 
 namespace asn_text {
 
@@ -53,6 +55,25 @@ inline std::size_t Utf8Length(const char* at, const char* end, unsigned* code) {
   if (value < kSmallest[length] || value > 0x10FFFF || (value >= 0xD800 && value <= 0xDFFF)) return 0;
   *code = value;
   return length;
+}
+
+// Appends the UTF-8 encoding of character `code`.
+inline void AppendUtf8(std::string& out, unsigned code) {
+  if (code < 0x80) {
+    out.push_back(static_cast<char>(code));
+  } else if (code < 0x800) {
+    out.push_back(static_cast<char>(0xC0 | (code >> 6)));
+    out.push_back(static_cast<char>(0x80 | (code & 0x3F)));
+  } else if (code < 0x10000) {
+    out.push_back(static_cast<char>(0xE0 | (code >> 12)));
+    out.push_back(static_cast<char>(0x80 | ((code >> 6) & 0x3F)));
+    out.push_back(static_cast<char>(0x80 | (code & 0x3F)));
+  } else {
+    out.push_back(static_cast<char>(0xF0 | (code >> 18)));
+    out.push_back(static_cast<char>(0x80 | ((code >> 12) & 0x3F)));
+    out.push_back(static_cast<char>(0x80 | ((code >> 6) & 0x3F)));
+    out.push_back(static_cast<char>(0x80 | (code & 0x3F)));
+  }
 }
 
 }  // namespace asn_text

@@ -18,6 +18,7 @@
 #include "tn_platform/asn/asn_int.h"
 #include "tn_platform/asn/asn_list_base.h"
 #include "tn_platform/asn/asn_octs.h"
+#include "tn_platform/asn/asn_primitive.h"
 #include "tn_platform/asn/asn_sequence.h"
 #include "tn_platform/asn/ber.h"
 
@@ -53,6 +54,7 @@ constexpr AsnTag AsnUniversalTagOf() {
   if constexpr (std::is_same_v<Value, AsnOcts>) return kTagOctetString;
   if constexpr (std::is_same_v<Value, AsnTinyInt> || std::is_same_v<Value, AsnInt>) return kTagInteger;
   if constexpr (std::is_same_v<Value, AsnBool>) return kTagBoolean;
+  if constexpr (std::is_base_of_v<AsnPrimitive, Value>) return Value::kUniversalTag;
   return kTagSequence;
 }
 
@@ -66,6 +68,8 @@ template <class Value>
     return AsnIntegerOctets(value.Value());
   } else if constexpr (std::is_same_v<Value, AsnBool>) {
     return 1;
+  } else if constexpr (std::is_base_of_v<AsnPrimitive, Value>) {
+    return value.ContentLength();
   } else {
     static_assert(std::is_base_of_v<AsnListBase, Value> || std::is_base_of_v<AsnSequence, Value>,
                   "a value class the encoder does not handle");
@@ -73,6 +77,17 @@ template <class Value>
     const unsigned long length = value.MeasureContent(sizes);
     sizes.Set(slot, length);
     return length;
+  }
+}
+
+// Sizing pass: the complete encoding of `value` under `tag` (an open value
+// under kAsnOpenTag is its encoding alone).
+template <class Value>
+[[gnu::always_inline]] inline unsigned long AsnValueSize(AsnTag tag, const Value& value, AsnEncodeSizes& sizes) {
+  if constexpr (std::is_base_of_v<AsnPrimitive, Value>) {
+    return value.EncodedSize(tag);
+  } else {
+    return AsnEncodedSize(tag, AsnContentLength(value, sizes));
   }
 }
 
@@ -90,6 +105,8 @@ template <class Value>
     out = AsnWriteHeader(out, tag, 1);
     *out = value.Value() ? 0xFF : 0x00;
     return out + 1;
+  } else if constexpr (std::is_base_of_v<AsnPrimitive, Value>) {
+    return value.WriteEncoded(out, tag);
   } else {
     return value.WriteContent(AsnWriteHeader(out, tag, sizes.Next()), sizes);
   }

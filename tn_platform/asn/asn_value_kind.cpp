@@ -7,6 +7,7 @@
 #include "tn_platform/asn/asn_int.h"
 #include "tn_platform/asn/asn_list_base.h"
 #include "tn_platform/asn/asn_octs.h"
+#include "tn_platform/asn/asn_primitive.h"
 #include "tn_platform/asn/asn_sequence.h"
 
 namespace {
@@ -18,6 +19,7 @@ AsnMemberKind KindByCast(const AsnType& value) {
   if (dynamic_cast<const AsnTinyInt*>(&value)) return AsnMemberKind::kTinyInt;
   if (dynamic_cast<const AsnInt*>(&value)) return AsnMemberKind::kInt;
   if (dynamic_cast<const AsnBool*>(&value)) return AsnMemberKind::kBool;
+  if (dynamic_cast<const AsnPrimitive*>(&value)) return AsnMemberKind::kPrimitive;
   const std::string what = std::string("values of type ") + value.typeName() + " have no JSON form";
   throw new CSM_Exception(kAsnDecodeError, 1, "", "asn_value_kind", what.c_str(), nullptr);
 }

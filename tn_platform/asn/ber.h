@@ -48,6 +48,9 @@ constexpr AsnTag kTagInteger = 0x02000000u;
 constexpr AsnTag kTagOctetString = 0x04000000u;
 constexpr AsnTag kTagOctetStringConstructed = 0x24000000u;
 constexpr AsnTag kTagSequence = 0x30000000u;
+// Stands for the tag of an open value (AsnAny), which takes any tag:
+// [UNIVERSAL 0] constructed, which no valid encoding carries.
+constexpr AsnTag kAsnOpenTag = 0x20000000u;
 
 constexpr unsigned char TagFirstOctet(AsnTag tag) { return static_cast<unsigned char>(tag >> 24); }
 constexpr bool TagIsConstructed(AsnTag tag) { return (TagFirstOctet(tag) & 0x20) != 0; }

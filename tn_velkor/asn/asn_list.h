@@ -62,7 +62,7 @@ class AsnList : public AsnListBase {
   unsigned long MeasureContent(AsnEncodeSizes& sizes) const override {
     unsigned long total = 0;
     for (const Node* node = first; node != nullptr; node = node->next) {
-      total += AsnEncodedSize(kElementTag, AsnContentLength(node->element, sizes));
+      total += AsnValueSize(kElementTag, node->element, sizes);
     }
     return total;
   }

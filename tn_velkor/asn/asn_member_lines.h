@@ -19,6 +19,7 @@
 #include "tn_platform/asn/asn_int.h"
 #include "tn_platform/asn/asn_list_base.h"
 #include "tn_platform/asn/asn_octs.h"
+#include "tn_platform/asn/asn_primitive.h"
 #include "tn_platform/asn/asn_record_plan.h"
 #include "tn_platform/asn/asn_sequence.h"
 #include "tn_platform/asn/asn_value_encoding.h"
@@ -40,18 +41,21 @@ struct AsnMemberTraits<refl::MayNullPointer<Held>> {
 };
 
 // The codec's kind of a value type. A list names itself (kTypeName, and
-// kQualifiedName for its description); a record is an AsnRecord (kClassName).
+// kQualifiedName for its description); a record is an AsnRecord (kClassName);
+// a value with its own codec is an AsnPrimitive (kTypeName, kUniversalTag).
 template <class Value>
 constexpr AsnMemberKind AsnMemberKindFor() {
   static_assert(std::is_same_v<Value, AsnOcts> || std::is_same_v<Value, AsnTinyInt> ||
                     std::is_same_v<Value, AsnInt> || std::is_same_v<Value, AsnBool> ||
-                    std::is_base_of_v<AsnListBase, Value> || std::is_base_of_v<AsnSequence, Value>,
+                    std::is_base_of_v<AsnListBase, Value> || std::is_base_of_v<AsnSequence, Value> ||
+                    std::is_base_of_v<AsnPrimitive, Value>,
                 "a member type the record codec does not handle");
   if constexpr (std::is_same_v<Value, AsnOcts>) return AsnMemberKind::kOcts;
   if constexpr (std::is_same_v<Value, AsnTinyInt>) return AsnMemberKind::kTinyInt;
   if constexpr (std::is_same_v<Value, AsnInt>) return AsnMemberKind::kInt;
   if constexpr (std::is_same_v<Value, AsnBool>) return AsnMemberKind::kBool;
   if constexpr (std::is_base_of_v<AsnListBase, Value>) return AsnMemberKind::kList;
+  if constexpr (std::is_base_of_v<AsnPrimitive, Value>) return AsnMemberKind::kPrimitive;
   return AsnMemberKind::kRecord;
 }
 
@@ -90,13 +94,24 @@ class AsnMemberLines {
     if (m_infor != nullptr) Describe<Member>(m_infor->AddAttribInfor(m_access, position, name, number));
     if (m_plan != nullptr) {
       const AsnTag tag = AsnMemberTagOf<Member>(number);
-      const AsnTag otherForm = kind == AsnMemberKind::kOcts ? TagWithForm(tag, true) : tag;
+      const AsnTag otherForm = kind == AsnMemberKind::kOcts || ConstructedAllowed<Value>() ? TagWithForm(tag, true) : tag;
       m_plan->Add(AsnMemberStep{name, AsnTypeNameOf<Value>(), kind, Traits::kOptional, number, tag, otherForm,
                                 position, &refl::CreateObject<Value>, &refl::DestroyObject<Value>});
     }
   }
 
  private:
+  // A string type that BER may also segment (the constructed form); an open
+  // value's tag is its own, not the member's.
+  template <class Value>
+  static constexpr bool ConstructedAllowed() {
+    if constexpr (std::is_base_of_v<AsnPrimitive, Value>) {
+      return Value::kConstructedAllowed && Value::kUniversalTag != kAsnOpenTag;
+    } else {
+      return false;
+    }
+  }
+
   // The type description of a member: the shared description of a value
   // class (value_type_descriptions.h), a list's own custom type, or a
   // record's class; an optional member carries the may-null modifier.
@@ -111,6 +126,8 @@ class AsnMemberLines {
     } else if constexpr (AsnMemberKindFor<Value>() == AsnMemberKind::kRecord) {
       type.ChangeTypeTo_ClassType(Value::GetClassInfor());
       type.SetMayNull(Traits::kOptional);
+    } else if constexpr (AsnMemberKindFor<Value>() == AsnMemberKind::kPrimitive) {
+      AsnDescribePrimitive<Value>(type, Traits::kOptional);
     } else {
       type.template CaptureTypeInfor<Member>();
     }

@@ -49,8 +49,9 @@ template <class Value>
   return pos[1];
 }
 
-// Whether a record's members suit the fast path (every one primitive or a
-// list of primitive values, with a one-octet tag), and whether it has lists.
+// Whether a record's members suit the fast path (every one an octet string,
+// an integer or a boolean, or a list of those, with a one-octet tag; a value
+// with its own codec goes to the generic decoder), and whether it has lists.
 template <class Record>
 class AsnFlatMemberLines {
  public:
@@ -58,11 +59,14 @@ class AsnFlatMemberLines {
   void Add(const char*, Member Record::*, short number = -1) {
     using Value = typename AsnMemberTraits<Member>::Value;
     constexpr AsnMemberKind kind = AsnMemberKindFor<Value>();
-    if constexpr (kind == AsnMemberKind::kRecord) {
+    if constexpr (kind == AsnMemberKind::kRecord || kind == AsnMemberKind::kPrimitive) {
       m_flat = false;
     } else if constexpr (kind == AsnMemberKind::kList) {
       constexpr AsnMemberKind elementKind = AsnMemberKindFor<typename Value::Element>();
-      if (elementKind == AsnMemberKind::kList || elementKind == AsnMemberKind::kRecord) m_flat = false;
+      if (elementKind == AsnMemberKind::kList || elementKind == AsnMemberKind::kRecord ||
+          elementKind == AsnMemberKind::kPrimitive) {
+        m_flat = false;
+      }
       m_lists = true;
     }
     if ((TagFirstOctet(AsnMemberTagOf<Member>(number)) & 0x1F) == 0x1F) m_flat = false;
@@ -98,7 +102,7 @@ class AsnFastDecodeLines {
     using Traits = AsnMemberTraits<Member>;
     using Value = typename Traits::Value;
     constexpr AsnMemberKind kind = AsnMemberKindFor<Value>();
-    if constexpr (kind == AsnMemberKind::kRecord) {
+    if constexpr (kind == AsnMemberKind::kRecord || kind == AsnMemberKind::kPrimitive) {
       m_ok = false;  // never in a record the fast path takes
     } else {
       if (!m_ok) return;

@@ -31,7 +31,7 @@ class AsnMeasureLines {
   template <class Member>
   [[gnu::always_inline]] void Add(const char*, Member Record::*member, short number = -1) {
     if (const auto* value = AsnPresentValue(m_record.*member)) {
-      m_length += AsnEncodedSize(AsnMemberTagOf<Member>(number), AsnContentLength(*value, m_sizes));
+      m_length += AsnValueSize(AsnMemberTagOf<Member>(number), *value, m_sizes);
     }
   }
   unsigned long Length() const { return m_length; }

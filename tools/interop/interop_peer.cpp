@@ -3,9 +3,6 @@
 // generic member walk, so a new record needs nothing here.
 //
 //   interop_peer list                     one line per type: name module element
-//   interop_peer describe TYPE            the registered members of a record
-//                                         ("NAME NUMBER KIND TYPENAME" lines) or
-//                                         "list ELEMENT" for a list
 //   interop_peer sample TYPE full|minimal the BER hex of the sample value
 //   interop_peer decode TYPE HEX          decodes, prints the hex of the re-encoding
 //   interop_peer print TYPE HEX           decodes, prints the value's Print text
@@ -110,37 +107,6 @@ void Fill(AsnType& value, const Context& context, bool full) {
   }
 }
 
-const char* KindName(AsnMemberKind kind) {
-  switch (kind) {
-    case AsnMemberKind::kOcts:
-      return "octets";
-    case AsnMemberKind::kTinyInt:
-      return "int32";
-    case AsnMemberKind::kInt:
-      return "int64";
-    case AsnMemberKind::kBool:
-      return "boolean";
-    case AsnMemberKind::kList:
-      return "list";
-    case AsnMemberKind::kRecord:
-      return "record";
-  }
-  return "unsupported";
-}
-
-void Describe(const std::string& typeName) {
-  const AsnCatalogueEntry& entry = EntryOf(typeName);
-  const std::unique_ptr<AsnType> value(entry.create());
-  if (auto* record = dynamic_cast<AsnSequence*>(value.get())) {
-    for (const AsnMember& member : AsnMembersOf(*record)) {
-      std::cout << member.Name() << ' ' << member.Step().number << ' ' << KindName(member.Kind()) << ' '
-                << member.Step().typeName << '\n';
-    }
-    return;
-  }
-  std::cout << "list " << entry.elementName << '\n';
-}
-
 int Run(int argc, char** argv) {
   const std::string command = argc > 1 ? argv[1] : "";
   if (command == "list" && argc == 2) {
@@ -148,10 +114,6 @@ int Run(int argc, char** argv) {
       std::cout << entry.name << ' ' << entry.module << ' ' << (entry.elementName.empty() ? "-" : entry.elementName)
                 << '\n';
     }
-    return 0;
-  }
-  if (command == "describe" && argc == 3) {
-    Describe(argv[2]);
     return 0;
   }
   if (command == "sample" && argc == 4) {
@@ -174,7 +136,7 @@ int Run(int argc, char** argv) {
     return 0;
   }
   throw UsageError{
-      "usage: interop_peer list | describe TYPE | sample TYPE full|minimal | decode TYPE HEX | print TYPE HEX"};
+      "usage: interop_peer list | sample TYPE full|minimal | decode TYPE HEX | print TYPE HEX"};
 }
 
 }  // namespace

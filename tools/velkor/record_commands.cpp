@@ -13,6 +13,7 @@
 #include "tn_platform/asn/asn_json_reader.h"
 #include "tn_platform/asn/asn_json_writer.h"
 #include "tn_platform/asn/asn_value_io.h"
+#include "tn_platform/asn/asn_value_notation.h"
 #include "tn_platform/asn/indent_table.h"
 #include "tools/velkor/byte_streams.h"
 #include "tools/velkor/decode_errors.h"
@@ -71,9 +72,8 @@ class RunWriter {
         break;
       case RunLayout::kListNotation:
         Flush();
-        if (m_written == 0) m_out << m_listName << " {";
-        m_out << '\n' << IndentText(1) << "- ";
-        value.Print(m_out, 2, false);
+        m_out << (m_written == 0 ? "{\n" : ",\n") << IndentText(1);
+        AsnWriteValueNotation(m_out, value, 1);
         break;
       case RunLayout::kArray:
         m_text.append(m_written == 0 ? "[\n  " : ",\n  ");
@@ -102,7 +102,7 @@ class RunWriter {
     Flush();
     switch (m_layout) {
       case RunLayout::kListNotation:
-        m_out << (m_written == 0 ? m_listName + " {" : std::string()) << "\n}\n";
+        m_out << (m_written == 0 ? "{}\n" : "\n}\n");
         break;
       case RunLayout::kArray:
         m_out << (m_written == 0 ? "[]\n" : "\n]\n");

@@ -5,10 +5,12 @@
 #include <vector>
 
 #include "tn_platform/asn/asn_list_base.h"
+#include "tn_platform/asn/asn_primitive.h"
 #include "tn_platform/asn/asn_record_plan.h"
 #include "tn_qmodules/asn_catalogue.h"
 #include "tn_platform/asn/asn_sequence.h"
 #include "tn_platform/asn/asn_value_io.h"
+#include "tn_platform/asn/asn_value_notation.h"
 #include "tn_platform/asn/csm_exception.h"
 #include "tools/velkor/decode_errors.h"
 #include "tools/velkor/io.h"
@@ -29,8 +31,13 @@ const AsnCatalogueEntry* FindEntry(std::string_view name) {
 }
 
 // A member's type as `types` shows it: a list's with its module
-// ("qcommon::QAsnNVSList"), which `types` takes as a name.
+// ("qcommon::QAsnNVSList"), which `types` takes as a name; a value with its
+// own codec by its ASN.1 type ("BIT STRING").
 std::string MemberTypeName(const AsnMemberStep& step) {
+  if (step.kind == AsnMemberKind::kPrimitive) {
+    const std::unique_ptr<AsnType, refl::DestroyFunction> value(static_cast<AsnType*>(step.create()), step.destroy);
+    return static_cast<const AsnPrimitive&>(*value).AsnTypeName();
+  }
   const AsnCatalogueEntry* list = step.kind == AsnMemberKind::kList ? AsnCatalogue::Find(step.typeName) : nullptr;
   return list == nullptr ? step.typeName : list->module + "::" + step.typeName;
 }
@@ -83,15 +90,7 @@ std::size_t DecodeFrontBytes(AsnType& value, std::string_view bytes, std::size_t
 
 std::string EncodeBytes(const AsnType& value) { return AsnEncodeValue(value); }
 
-void PrintValue(std::ostream& os, const AsnType& value) {
-  if (dynamic_cast<const AsnListBase*>(&value) != nullptr) {
-    os << value.typeName() << " {";
-    value.Print(os, 1, true);
-    os << "\n}";
-    return;
-  }
-  value.Print(os, 0, false);
-}
+void PrintValue(std::ostream& os, const AsnType& value) { AsnWriteValueNotation(os, value); }
 
 void DescribeTypes(std::ostream& os, std::string_view only) {
   bool first = true;

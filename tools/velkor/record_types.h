@@ -38,8 +38,7 @@ std::size_t DecodeFrontBytes(AsnType& value, std::string_view bytes, std::size_t
 // encoding leaves the value as it was).
 std::string EncodeBytes(const AsnType& value);
 
-// Writes `value` in value notation ("QAsnPortIndex {" ... "}"), a list as its
-// type name and one "- element" line per element.
+// Writes `value` in ASN.1 value notation (asn_value_notation.h).
 void PrintValue(std::ostream& os, const AsnType& value);
 
 // Writes every catalogue type (or only the one named `only`, when not empty)

@@ -1,0 +1,96 @@
+// AsnPrimitive: a value that carries its own codec. The runtime's generic
+// operations (the record decoder, assignment, the encoder's two passes, the
+// JSON reader and writer, value notation, the type descriptions) handle
+// octet strings, integers and booleans themselves and every other universal
+// kind through these functions, one case each (AsnMemberKind::kPrimitive).
+//
+// A concrete class gives, besides the virtual functions:
+//   static constexpr AsnTag kUniversalTag;      the tag it carries on its own
+//   static constexpr bool kConstructedAllowed;  BER may segment it (strings)
+//   static constexpr char kTypeName[];          its class name
+// so that a record's member lines know its tag at compile time.
+//
+// An open value (AsnAny) carries kAsnOpenTag: it is its whole encoding, any
+// tag; as an optional record member numbered n it travels inside [n]
+// EXPLICIT, since an open value cannot be tagged implicitly.
+#pragma once
+#pragma GCC visibility push(default)
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "tn_platform/asn/asn_json_tokens.h"
+#include "tn_platform/asn/asn_type.h"
+#include "tn_platform/asn/ber.h"
+
+class AsnPrimitive : public AsnType {
+ public:
+  virtual AsnTag UniversalTag() const = 0;
+  virtual bool ConstructedAllowed() const { return false; }
+  // The ASN.1 type's name: "BIT STRING", "UTF8String".
+  virtual const char* AsnTypeName() const = 0;
+
+  // Decodes the content after a header with `tag` (the universal one or an
+  // implicit one, in either form the type allows) and `length`
+  // (kIndefiniteLength for the constructed indefinite form): exactly the
+  // content, end-of-contents included. Errors are AsnDecodeError* placed at
+  // the item (buf.ItemStart() when called).
+  virtual void DecodeContent(AsnBuf& buf, AsnTag tag, unsigned long length) = 0;
+  // The DER content: its length, then the octets written at `out` (returns the end).
+  virtual unsigned long ContentLength() const = 0;
+  virtual unsigned char* WriteContent(unsigned char* out) const = 0;
+  // Takes the value of `other`, a value of the same class.
+  virtual void AssignFrom(const AsnPrimitive& other) = 0;
+  // JSON in the form `out.Jer()` / `in.Jer()` says.
+  virtual void WriteJson(AsnJsonOut& out) const = 0;
+  virtual void ReadJson(AsnJsonIn& in) = 0;
+  // Print (AsnType) writes ASN.1 value notation, as a value assignment takes it.
+
+  // The whole value: header (either form where allowed) and content.
+  void BDec(AsnBuf& buf, unsigned long& bytesDecoded, NIClass_EncodingFormatEnum format) override;
+  unsigned long BEnc(AsnBuf& buf, NIClass_EncodingFormatEnum format) override;
+
+  // A complete encoding under `tag` (a member's or an element's; kAsnOpenTag
+  // writes an open value as it is): its size, then written at `out`.
+  unsigned long EncodedSize(AsnTag tag) const;
+  unsigned char* WriteEncoded(unsigned char* out, AsnTag tag) const;
+  // Decodes a record member's content after its header: as DecodeContent,
+  // except that an open value under a member's own context tag (`tagged`)
+  // is the one complete encoding inside it.
+  void DecodeMember(AsnBuf& buf, AsnTag tag, unsigned long length, bool tagged);
+
+  bool IsOpen() const { return UniversalTag() == kAsnOpenTag; }
+
+ protected:
+  AsnPrimitive() = default;
+  AsnPrimitive(const AsnPrimitive&) = default;
+  AsnPrimitive& operator=(const AsnPrimitive&) = default;
+};
+
+// Helpers for the classes' content decoders.
+namespace asn_primitive {
+
+// The content octets of a string type whose header was read: the primitive
+// form (a view into the input) or the constructed form, its segments
+// primitive or constructed `segmentTag` values, gathered into `scratch`.
+// `typeName` names the type in messages.
+// With `segments`, each primitive segment's place is noted there: where its
+// item starts in the input and where its content starts in `scratch`.
+struct Segment {
+  std::size_t itemStart;
+  std::size_t contentStart;
+};
+std::string_view ReadOctets(AsnBuf& buf, AsnTag tag, unsigned long length, AsnTag segmentTag, const char* typeName,
+                            std::string& scratch, std::vector<Segment>* segments = nullptr);
+// The content of a type that is always primitive.
+std::string_view ReadPrimitive(AsnBuf& buf, AsnTag tag, unsigned long length, const char* typeName);
+// Throws an AsnDecodeError placed at `itemStart`.
+[[noreturn]] void Refuse(std::size_t itemStart, const std::string& what);
+// Writes `octets` as 'hex'H.
+void PrintHex(std::ostream& os, std::string_view octets);
+// Writes `text` as a cstring: "text", a quote doubled.
+void PrintQuoted(std::ostream& os, std::string_view text);
+
+}  // namespace asn_primitive
+#pragma GCC visibility pop
