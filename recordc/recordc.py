@@ -26,6 +26,10 @@ How the text maps to C++ (and to the wire, see the runtime's AsnSequence):
   member [n] IMPLICIT T OPTIONAL -> refl::MayNullPointer<T> registered with
   number n (its context tag). A mandatory member carries no tag of its own.
 
+The texts are read by asn_parser.py into the model of asn_model.py and
+completed by asn_resolver.py; record_subset.py checks that the module stays
+within what is compiled today and refuses anything else with one line.
+
 usage: recordc.py --root SOURCE_ROOT [--root ...] --out OUT_DIR MODULE.asn [--with OTHER.asn ...]
 """
 
@@ -35,10 +39,13 @@ import re
 import sys
 
 sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
-from asn_syntax import AsnModuleError, Modules, parse  # noqa: E402
+from asn_errors import AsnModuleError  # noqa: E402
+from asn_parser import parse  # noqa: E402
+from asn_resolver import Modules  # noqa: E402
+from record_subset import Subset, integer_bounds  # noqa: E402
 
 INT32 = (-2**31, 2**31 - 1)
-VALUE_CLASSES = {"octets": "AsnOcts", "boolean": "AsnBool"}
+VALUE_CLASSES = {"OCTET STRING": "AsnOcts", "BOOLEAN": "AsnBool"}
 VALUE_HEADERS = {"AsnOcts": "tn_platform/asn/asn_octs.h", "AsnBool": "tn_platform/asn/asn_bool.h",
                  "AsnTinyInt": "tn_platform/asn/asn_int.h", "AsnInt": "tn_platform/asn/asn_int.h"}
 
@@ -65,9 +72,6 @@ class Compiler(object):
         self.roots = [os.path.abspath(root) for root in roots]
         self.headers = set()  # what the generated header includes
 
-    def fail(self, node, what):
-        raise AsnModuleError("%s:%d: %s" % (self.module.path, node.line, what))
-
     def below_root(self, path):
         """`path` relative to the first root that holds it (to the first root
         when none does)."""
@@ -79,48 +83,33 @@ class Compiler(object):
         return os.path.splitext(self.below_root(module.path))[0] + ".h"
 
     def value_class(self, node):
-        """The C++ class of a type written in a member or as a list element."""
-        if node.kind == "integer":
-            fits = node.bounds is not None and INT32[0] <= node.bounds[0] and node.bounds[1] <= INT32[1]
+        """The C++ class of a type written in a member or as a list element
+        (record_subset.py has checked it)."""
+        if node.kind == "INTEGER":
+            bounds = integer_bounds(node)
+            fits = bounds is not None and INT32[0] <= bounds[0] and bounds[1] <= INT32[1]
             name = "AsnTinyInt" if fits else "AsnInt"
-        elif node.kind in VALUE_CLASSES:
-            name = VALUE_CLASSES[node.kind]
-        elif node.kind == "ref":
-            target, target_node = self.modules.resolve(self.module, node.name)
-            if target_node.kind not in ("sequence", "sequenceof"):
-                self.fail(node, "%s is not a SEQUENCE or SEQUENCE OF; only those can be referred to" % node.name)
+        elif node.kind == "reference":
+            target = node.target.module
             if target is self.module:
                 return node.name
             self.headers.add(self.header_of(target))
             return qualified(namespace_of(target), node.name)
-        elif node.kind == "tagged":
-            self.fail(node, "a tag is used only on an OPTIONAL member")
         else:
-            self.fail(node, "a nested SEQUENCE or SEQUENCE OF has no name: give it a type assignment")
+            name = VALUE_CLASSES[node.kind]
         self.headers.add(VALUE_HEADERS[name])
         return name
 
     def element_name(self, cpp_class):
         return cpp_class.split("::")[-1]
 
-    def member(self, type_name, name, node, optional, numbers):
-        """(declaration type, value class, number) of one member."""
-        number = -1
-        if optional:
-            if node.kind != "tagged":
-                self.fail(node, "%s.%s: an OPTIONAL member needs its tag [n] IMPLICIT" % (type_name, name))
-            if node.implicit is False or (node.implicit is None and not self.module.implicit):
-                self.fail(node, "%s.%s: only IMPLICIT tags are used" % (type_name, name))
-            number = node.number
-            if number in numbers:
-                self.fail(node, "%s.%s: tag [%d] used twice" % (type_name, name, number))
-            numbers.add(number)
-            node = node.inner
-        value = self.value_class(node)
-        if optional:
+    def member(self, member):
+        """(declaration type, number) of one member."""
+        value = self.value_class(member.type)
+        if member.optional:
             self.headers.add("tn_platform/refl/may_null_pointer.h")
-            return "refl::MayNullPointer<%s>" % value, value, number
-        return value, value, number
+            return "refl::MayNullPointer<%s>" % value, member.type.tags[0].number
+        return value, -1
 
     def order(self):
         """The module's types, each after the types of the module it uses."""
@@ -130,13 +119,12 @@ class Compiler(object):
             if name in done:
                 return
             if name in path:
-                raise AsnModuleError("%s: %s contains itself" % (self.module.path, name))
-            node = self.module.types[name]
-            inner = [m[1] for m in node.members] if node.kind == "sequence" else [node.inner]
+                raise AsnModuleError("%s:%d: %s contains itself" % (self.module.path, self.module.types[name].line,
+                                                                    name))
+            node = self.module.types[name].type
+            inner = [m.type for m in node.components] if node.kind == "SEQUENCE" else [node.element]
             for used in inner:
-                while used.kind == "tagged":
-                    used = used.inner
-                if used.kind == "ref" and used.name in self.module.types:
+                if used.kind == "reference" and used.target.module is self.module:
                     visit(used.name, path + [name])
             done.add(name)
             result.append(name)
@@ -158,13 +146,13 @@ class Compiler(object):
         return "".join("%s// %s\n" % (indent, line) if line else "%s//\n" % indent for line in lines)
 
     def record(self, name, node):
-        members, lines, numbers = [], [], set()
-        for member_name, member_node, optional in node.members:
-            declared, _, number = self.member(name, member_name, member_node, optional, numbers)
-            note = self.module.member_comments.get((name, member_name))
-            members.append("  %s %s;%s\n" % (declared, member_name, "  // " + note if note else ""))
-            number_text = ", %d" % number if optional else ""
-            lines.append('    lines.Add("%s", &%s::%s%s);\n' % (member_name, name, member_name, number_text))
+        members, lines = [], []
+        for member in node.components:
+            declared, number = self.member(member)
+            note = self.module.member_comments.get((name, member.name))
+            members.append("  %s %s;%s\n" % (declared, member.name, "  // " + note if note else ""))
+            number_text = ", %d" % number if member.optional else ""
+            lines.append('    lines.Add("%s", &%s::%s%s);\n' % (member.name, name, member.name, number_text))
         self.headers.add("tn_velkor/asn/asn_record.h")
         return (
             "class {n} final : public AsnRecord<{n}> {{\n"
@@ -188,7 +176,7 @@ class Compiler(object):
             "}};\n").format(n=name, members="".join(members), lines="".join(lines))
 
     def list_class(self, name, node):
-        element = self.value_class(node.inner)
+        element = self.value_class(node.element)
         self.headers.add("tn_velkor/asn/asn_list.h")
         return (
             "class {n} final : public AsnSeqOf<{e}> {{\n"
@@ -207,17 +195,18 @@ class Compiler(object):
         namespace = namespace_of(self.module)
         module_name = self.module.name.lower()
         classes, instances, entries = [], [], []
+        Subset(self.module).check()
         for name in self.order():
-            node = self.module.types[name]
-            text = self.comment(self.module.type_comments.get(name, []) +
-                                ([""] if self.module.type_comments.get(name) else []) +
+            assignment = self.module.types[name]
+            node = assignment.type
+            text = self.comment(assignment.comment + ([""] if assignment.comment else []) +
                                 ["  " + line for line in self.type_text(node)])
-            if node.kind == "sequence":
+            if node.kind == "SEQUENCE":
                 classes.append(text + self.record(name, node))
                 instances.append("template class AsnRecord<%s>;\n" % qualified(namespace, name))
                 entries.append('  AsnCatalogue::Add({"%s", "%s", &CreateAsnValue<%s>, "", nullptr});\n' %
                                (name, module_name, qualified(namespace, name)))
-            elif node.kind == "sequenceof":
+            else:
                 code, element = self.list_class(name, node)
                 classes.append(text + code)
                 full = qualified(namespace, element) if element in self.module.types else element
@@ -225,8 +214,6 @@ class Compiler(object):
                 entries.append('  AsnCatalogue::Add({"%s", "%s", &CreateAsnValue<%s>,\n'
                                '                     "%s", &CreateAsnValue<%s>});\n' %
                                (name, module_name, qualified(namespace, name), self.element_name(element), full))
-            else:
-                self.fail(node, "%s: only SEQUENCE and SEQUENCE OF types are compiled" % name)
 
         source = self.below_root(self.module.path)
         banner = "// Generated by recordc from %s: edit the module text, not this file.\n" % source
@@ -280,6 +267,9 @@ def main(argv):
             write_if_changed(os.path.join(options.out, relative), text)
     except (AsnModuleError, OSError) as error:
         print("recordc: %s" % error, file=sys.stderr)
+        return 1
+    except RecursionError:
+        print("recordc: %s: types or values nest too deeply to be read" % options.module, file=sys.stderr)
         return 1
     return 0
 

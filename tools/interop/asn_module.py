@@ -1,21 +1,30 @@
 """Builds pyasn1 types from the ASN.1 module texts of the project (*.asn, read
-by recordc/asn_syntax.py), so that an implementation independent of ours
-encodes and decodes the records as the texts state.
+by the record compiler's front end, recordc/asn_parser.py and
+asn_resolver.py), so that an implementation independent of ours encodes and
+decodes the records as the texts state.
 """
 
 import os
 import sys
 
 sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "..", "recordc"))
-from asn_syntax import AsnModuleError, Modules, module_files, parse  # noqa: E402,F401
+from asn_errors import AsnModuleError  # noqa: E402,F401
+from asn_parser import parse  # noqa: E402,F401
+from asn_resolver import Modules  # noqa: E402
+from record_subset import integer_bounds  # noqa: E402
 
 try:
     from pyasn1.type import constraint, namedtype, tag, univ
 except ImportError:  # the caller reports that pyasn1 is missing
     constraint = namedtype = tag = univ = None
 
-
-# ---- types ----------------------------------------------------------------------
+def module_files(root):
+    """Every *.asn file under tn_velkor/ and tn_qmodules/ of the source tree."""
+    files = []
+    for folder in ("tn_velkor", "tn_qmodules"):
+        for directory, _, names in os.walk(os.path.join(root, folder)):
+            files.extend(os.path.join(directory, name) for name in names if name.endswith(".asn"))
+    return sorted(files)
 
 
 class Registry(Modules):
@@ -26,6 +35,10 @@ class Registry(Modules):
         self._schemas = {}
         self._building = set()
 
+    def definitions(self, type_name):
+        """(module, Type) for every module that defines the type."""
+        return [(module, assignment.type) for module, assignment in Modules.definitions(self, type_name)]
+
     def schema(self, module, type_name):
         """The pyasn1 type of a type assignment."""
         key = (module.name, type_name)
@@ -34,38 +47,43 @@ class Registry(Modules):
                 raise AsnModuleError("%s: %s refers to itself" % (module.path, type_name))
             self._building.add(key)
             try:
-                self._schemas[key] = self.build(module, module.types[type_name])
+                self._schemas[key] = self.build(module, module.types[type_name].type)
             finally:
                 self._building.discard(key)
         return self._schemas[key]
 
     def build(self, module, node):
-        """The pyasn1 type of a Node of `module`."""
-        if node.kind == "octets":
-            return univ.OctetString()
-        if node.kind == "boolean":
-            return univ.Boolean()
-        if node.kind == "integer":
-            if node.bounds is None:
-                return univ.Integer()
-            return univ.Integer().subtype(subtypeSpec=constraint.ValueRangeConstraint(*node.bounds))
-        if node.kind == "sequenceof":
-            return univ.SequenceOf(componentType=self.build(module, node.inner))
-        if node.kind == "sequence":
-            members = []
-            for name, member_type, optional in node.members:
-                kind = namedtype.OptionalNamedType if optional else namedtype.NamedType
-                members.append(kind(name, self.build(module, member_type)))
-            return univ.Sequence(componentType=namedtype.NamedTypes(*members))
-        if node.kind == "ref":
-            target, _ = self.resolve(module, node.name)
-            return self.schema(target, node.name)
-        if node.kind == "tagged":
-            inner = self.build(module, node.inner)
-            implicit = module.implicit if node.implicit is None else node.implicit
-            if implicit:
-                constructed = isinstance(inner, (univ.Sequence, univ.SequenceOf))
+        """The pyasn1 type of a Type written in `module`."""
+        schema = self.untagged(module, node)
+        for written in reversed(node.tags):
+            default = "EXPLICIT" if module.tag_default == "EXPLICIT" else "IMPLICIT"
+            if (written.mode or default) == "IMPLICIT":
+                constructed = isinstance(schema, (univ.Sequence, univ.SequenceOf))
                 form = tag.tagFormatConstructed if constructed else tag.tagFormatSimple
-                return inner.subtype(implicitTag=tag.Tag(tag.tagClassContext, form, node.number))
-            return inner.subtype(explicitTag=tag.Tag(tag.tagClassContext, tag.tagFormatConstructed, node.number))
-        raise AsnModuleError("%s:%d: unknown type" % (module.path, node.line))
+                schema = schema.subtype(implicitTag=tag.Tag(tag.tagClassContext, form, written.number))
+            else:
+                schema = schema.subtype(explicitTag=tag.Tag(tag.tagClassContext, tag.tagFormatConstructed,
+                                                            written.number))
+        return schema
+
+    def untagged(self, module, node):
+        if node.kind == "OCTET STRING":
+            return univ.OctetString()
+        if node.kind == "BOOLEAN":
+            return univ.Boolean()
+        if node.kind == "INTEGER":
+            bounds = integer_bounds(node)
+            if not bounds:
+                return univ.Integer()
+            return univ.Integer().subtype(subtypeSpec=constraint.ValueRangeConstraint(*bounds))
+        if node.kind == "SEQUENCE OF":
+            return univ.SequenceOf(componentType=self.build(module, node.element))
+        if node.kind == "SEQUENCE":
+            members = []
+            for member in node.components:
+                kind = namedtype.OptionalNamedType if member.optional else namedtype.NamedType
+                members.append(kind(member.name, self.build(module, member.type)))
+            return univ.Sequence(componentType=namedtype.NamedTypes(*members))
+        if node.kind == "reference":
+            return self.schema(node.target.module, node.name)
+        raise AsnModuleError("%s:%d: %s is not used" % (module.path, node.line, node.kind))
