@@ -4,32 +4,25 @@ line naming the file, the line and the construct:
 
   TypeName ::= SEQUENCE { member Type [OPTIONAL], ... }   (no extension marker)
   TypeName ::= SEQUENCE OF Type
-  member types: OCTET STRING, BOOLEAN, INTEGER [(lower..upper)], a reference
-  to such a SEQUENCE or SEQUENCE OF; an OPTIONAL member is [n] IMPLICIT T,
-  a mandatory one carries no tag.
+  TypeName ::= Type        (any member type below: a class of that name)
+  member types: every universal type the runtime has a class for (BOOLEAN,
+  INTEGER, OCTET STRING, NULL, ENUMERATED, BIT STRING, REAL, OBJECT
+  IDENTIFIER, RELATIVE-OID, the character strings and times, ANY) and a
+  reference to a type assignment of the above; an OPTIONAL member is
+  [n] IMPLICIT T ([n] EXPLICIT for an open ANY, which has no tag of its own),
+  a mandatory one carries no tag. Constraints are accepted and not checked;
+  an INTEGER's bounds choose its class (cpp_kinds.py).
+
+What is refused for now sits in one place each: REFUSED_KINDS for the types
+(CHOICE, SET, ...), and below the member tags (only [n] of the context
+class, IMPLICIT), DEFAULT and extension markers.
 """
 
 from asn_errors import refuse
-from asn_model import Value
+from cpp_kinds import CLASSES
 
-MEMBER_KINDS = ("OCTET STRING", "BOOLEAN", "INTEGER", "reference")
-
-
-def integer_bounds(node):
-    """(lower, upper) of an INTEGER constrained to one literal range, None
-    when unconstrained; False when its constraint is anything else."""
-    if not node.constraints:
-        return None
-    if len(node.constraints) != 1:
-        return False
-    spec = node.constraints[0]
-    root = spec.root
-    if spec.extensible or spec.exception is not None or root is None or root.kind != "range" or \
-            root.lower_open or root.upper_open:
-        return False
-    if not all(isinstance(b, Value) and b.kind == "integer" for b in (root.lower, root.upper)):
-        return False
-    return root.lower.value, root.upper.value
+REFUSED_KINDS = ("CHOICE", "SET", "SET OF", "EXTERNAL", "EMBEDDED PDV", "CHARACTER STRING")
+MEMBER_KINDS = tuple(CLASSES) + ("INTEGER", "reference")
 
 
 class Subset(object):
@@ -43,24 +36,27 @@ class Subset(object):
         if self.module.tag_default == "AUTOMATIC":
             self.refuse(self.module.line, "AUTOMATIC TAGS are not supported yet")
         for name, assignment in self.module.types.items():
-            node = assignment.type
-            if node.tags:
-                self.refuse(node.tags[0].line, "%s: a tag on a type assignment is not supported yet" % name)
-            if node.kind == "SEQUENCE":
-                self.sequence(name, node)
-            elif node.kind == "SEQUENCE OF":
-                if node.constraints:
-                    self.refuse(node.line, "%s: a constraint on a SEQUENCE OF is not supported yet" % name)
-                if node.element.tags:
-                    self.refuse(node.element.line, "a tag is used only on an OPTIONAL member")
-                self.member_type(node.element)
-            else:
-                self.refuse(node.line, "%s is not supported yet" % ("a type assignment of " + node.kind
-                                                                    if node.kind in MEMBER_KINDS else node.kind))
+            self.assignment(name, assignment.type)
+
+    def assignment(self, name, node):
+        if node.tags:
+            self.refuse(node.tags[0].line, "%s: a tag on a type assignment is not supported yet" % name)
+        if node.kind == "SEQUENCE":
+            self.sequence(name, node)
+        elif node.kind == "SEQUENCE OF":
+            if node.element.tags:
+                self.refuse(node.element.line, "a tag is used only on an OPTIONAL member")
+            self.member_type(node.element, nested_ok=False)
+        else:
+            self.member_type(node, nested_ok=True)
+            if node.kind == "reference":
+                # Foo ::= Bar makes a class of Bar's shape: Bar's record or list must compile here too.
+                target = node.target
+                shape = node.resolved()
+                if shape.kind in ("SEQUENCE", "SEQUENCE OF") and target.module is not self.module:
+                    Subset(target.module).assignment(target.name, target.type)
 
     def sequence(self, name, node):
-        if node.constraints:
-            self.refuse(node.line, "%s: a constraint on a SEQUENCE is not supported yet" % name)
         if node.extensible:
             self.refuse(node.line, "%s: an extensible SEQUENCE (...) is not supported yet" % name)
         numbers = set()
@@ -72,34 +68,43 @@ class Subset(object):
             if member.optional:
                 if not tags:
                     self.refuse(member.type.line, "%s: an OPTIONAL member needs its tag [n] IMPLICIT" % where)
-                tag = tags[0]
-                if len(tags) > 1 or tag.cls != "CONTEXT":
-                    self.refuse(tag.line, "%s: only one tag [n] of the context class is used" % where)
-                if (tag.mode or self.module.tag_default) != "IMPLICIT":
-                    self.refuse(tag.line, "%s: only IMPLICIT tags are used" % where)
-                if tag.number in numbers:
-                    self.refuse(tag.line, "%s: tag [%d] used twice" % (where, tag.number))
-                numbers.add(tag.number)
+                self.member_tag(where, member.type, tags)
+                if tags[0].number in numbers:
+                    self.refuse(tags[0].line, "%s: tag [%d] used twice" % (where, tags[0].number))
+                numbers.add(tags[0].number)
             elif tags:
                 self.refuse(member.type.line, "a tag is used only on an OPTIONAL member")
-            self.member_type(member.type)
+            self.member_type(member.type, nested_ok=False)
 
-    def member_type(self, node):
-        """A member's type or a list's element, its own tags aside."""
-        if node.kind in ("SEQUENCE", "SEQUENCE OF"):
+    def member_tag(self, where, node, tags):
+        """An optional member's one tag: [n] of the context class, IMPLICIT;
+        an open value (ANY) has no tag to replace, so its [n] is EXPLICIT."""
+        tag = tags[0]
+        if len(tags) > 1 or tag.cls != "CONTEXT":
+            self.refuse(tag.line, "%s: only one tag [n] of the context class is used" % where)
+        if node.resolved().kind == "ANY":
+            return
+        if (tag.mode or self.module.tag_default) != "IMPLICIT":
+            self.refuse(tag.line, "%s: only IMPLICIT tags are used" % where)
+
+    def member_type(self, node, nested_ok):
+        """A member's type, a list's element or a type assignment's type, its
+        own tags aside. A SEQUENCE or SEQUENCE OF written inside another type
+        has no name to give its class."""
+        if node.kind in ("SEQUENCE", "SEQUENCE OF") and not nested_ok:
             self.refuse(node.line, "a nested SEQUENCE or SEQUENCE OF has no name: give it a type assignment")
-        if node.kind not in MEMBER_KINDS:
+        if node.kind in REFUSED_KINDS or node.kind not in MEMBER_KINDS:
             self.refuse(node.line, "%s is not supported yet" % node.kind)
-        if node.kind == "INTEGER":
-            if node.named_numbers:
-                self.refuse(node.line, "INTEGER with named numbers is not supported yet")
-            if integer_bounds(node) is False:
-                self.refuse(node.line, "this constraint on an INTEGER is not supported yet")
-        elif node.constraints:
-            self.refuse(node.line, "a constraint on %s is not supported yet" % (
-                node.name if node.kind == "reference" else node.kind))
         if node.kind == "reference":
-            target = node.target.type
-            if target.kind not in ("SEQUENCE", "SEQUENCE OF") or target.tags:
-                self.refuse(node.line, "%s is not a SEQUENCE or SEQUENCE OF; only those can be referred to" %
-                            node.name)
+            self.reference(node)
+
+    def reference(self, node):
+        walk = node
+        while walk.kind == "reference":
+            target = walk.target
+            if target.type.tags:
+                self.refuse(node.line, "%s: a tag on a type assignment is not supported yet" % target.name)
+            walk = target.type
+        if walk.kind in REFUSED_KINDS or (walk.kind not in MEMBER_KINDS and walk.kind not in ("SEQUENCE",
+                                                                                               "SEQUENCE OF")):
+            self.refuse(node.line, "%s is a %s, not supported yet" % (node.name, walk.kind))

@@ -17,14 +17,14 @@ are named with --with; their headers are found by the same rule, below the
 first --root that holds the text (a service's own source root, and the
 installed package's folder of module texts, whose layout is the headers').
 
-How the text maps to C++ (and to the wire, see the runtime's AsnSequence):
-  OCTET STRING -> AsnOcts; BOOLEAN -> AsnBool;
-  INTEGER whose range fits 32 bits -> AsnTinyInt, any other INTEGER -> AsnInt;
-  a reference -> the record or list class of that name;
-  TypeName ::= SEQUENCE { ... } -> a record class (AsnRecord);
-  TypeName ::= SEQUENCE OF T -> a list class (AsnSeqOf<T>);
-  member [n] IMPLICIT T OPTIONAL -> refl::MayNullPointer<T> registered with
-  number n (its context tag). A mandatory member carries no tag of its own.
+How the text maps to C++ (and to the wire, see the runtime's AsnSequence;
+docs/records.md has the table): the universal types -> the runtime's value
+classes (cpp_kinds.py); TypeName ::= SEQUENCE { ... } -> a record class
+(AsnRecord); TypeName ::= SEQUENCE OF T -> a list class (AsnSeqOf<T>);
+TypeName ::= T -> a class of that name over T's class; member
+[n] IMPLICIT T OPTIONAL -> refl::MayNullPointer<T> registered with number n
+(its context tag). A mandatory member carries no tag of its own. Names are
+made by cpp_names.py, the classes' text by cpp_classes.py.
 
 The texts are read by asn_parser.py into the model of asn_model.py and
 completed by asn_resolver.py; record_subset.py checks that the module stays
@@ -42,12 +42,10 @@ sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
 from asn_errors import AsnModuleError  # noqa: E402
 from asn_parser import parse  # noqa: E402
 from asn_resolver import Modules  # noqa: E402
-from record_subset import Subset, integer_bounds  # noqa: E402
-
-INT32 = (-2**31, 2**31 - 1)
-VALUE_CLASSES = {"OCTET STRING": "AsnOcts", "BOOLEAN": "AsnBool"}
-VALUE_HEADERS = {"AsnOcts": "tn_platform/asn/asn_octs.h", "AsnBool": "tn_platform/asn/asn_bool.h",
-                 "AsnTinyInt": "tn_platform/asn/asn_int.h", "AsnInt": "tn_platform/asn/asn_int.h"}
+from record_subset import Subset  # noqa: E402
+import cpp_classes  # noqa: E402
+from cpp_kinds import OWN_CODEC_CLASSES, header_of, needs_class_of_its_own, number, value_class  # noqa: E402
+from cpp_names import NameTable, cpp_name  # noqa: E402
 
 
 def namespace_of(module):
@@ -58,11 +56,19 @@ def namespace_of(module):
         match = re.match(r"C\+\+ namespace: (\w+)\.?$", line)
         if match:
             return "" if match.group(1) == "global" else match.group(1)
-    return module.name.lower()
+    return cpp_name(module.name.lower())
 
 
 def qualified(namespace, name):
     return "%s::%s" % (namespace, name) if namespace else name
+
+
+def shape_of(node, module):
+    """The type a type assignment's chain of references ends at, and the
+    module it is written in."""
+    while node.kind == "reference":
+        module, node = node.target.module, node.target.type
+    return node, module
 
 
 class Compiler(object):
@@ -71,6 +77,8 @@ class Compiler(object):
         self.module = module
         self.roots = [os.path.abspath(root) for root in roots]
         self.headers = set()  # what the generated header includes
+        self.names = NameTable(module.path)  # the namespace's class names
+        self.helpers = []  # classes of types written inside the one being compiled
 
     def below_root(self, path):
         """`path` relative to the first root that holds it (to the first root
@@ -82,34 +90,49 @@ class Compiler(object):
     def header_of(self, module):
         return os.path.splitext(self.below_root(module.path))[0] + ".h"
 
-    def value_class(self, node):
-        """The C++ class of a type written in a member or as a list element
-        (record_subset.py has checked it)."""
-        if node.kind == "INTEGER":
-            bounds = integer_bounds(node)
-            fits = bounds is not None and INT32[0] <= bounds[0] and bounds[1] <= INT32[1]
-            name = "AsnTinyInt" if fits else "AsnInt"
-        elif node.kind == "reference":
-            target = node.target.module
-            if target is self.module:
-                return node.name
-            self.headers.add(self.header_of(target))
-            return qualified(namespace_of(target), node.name)
-        else:
-            name = VALUE_CLASSES[node.kind]
-        self.headers.add(VALUE_HEADERS[name])
+    def runtime_class(self, name):
+        self.headers.add(header_of(name))
         return name
+
+    def class_of(self, node, module, helper_name):
+        """The C++ class of a type written in a member or as a list element
+        (record_subset.py has checked it). A type with names of its own gets
+        a helper class, `helper_name`. A reference to a type assignment of
+        OCTET STRING, BOOLEAN or a fixed-size INTEGER is that runtime class:
+        the record codec handles those by their exact class."""
+        if node.kind == "reference":
+            shape, shape_module = shape_of(node, module)
+            if shape.kind not in ("SEQUENCE", "SEQUENCE OF") and not needs_class_of_its_own(shape):
+                base = value_class(shape, shape_module)
+                if base in OWN_CODEC_CLASSES:
+                    return self.runtime_class(base)
+            target = node.target.module
+            name = cpp_name(node.name)
+            if target is self.module:
+                return name
+            self.headers.add(self.header_of(target))
+            return qualified(namespace_of(target), name)
+        if needs_class_of_its_own(node):
+            made = self.names.take(helper_name, node.line, helper_name)
+            self.helpers.append(self.value_class(made, made, node, module))
+            return made
+        return self.runtime_class(value_class(node, module))
+
+    def value_class(self, name, type_name, node, module):
+        """The class of a type assignment of a universal type."""
+        base = self.runtime_class(value_class(node, module))
+        if node.kind == "ENUMERATED":
+            self.headers.add("cstddef")
+            names = [(item.number, item.name) for item in node.items]
+            return cpp_classes.value_class(name, type_name, base, names, node.extensible)
+        if needs_class_of_its_own(node):
+            self.headers.add("cstddef")
+            names = [(number(value), bit) for bit, value in node.named_numbers]
+            return cpp_classes.value_class(name, type_name, base, names)
+        return cpp_classes.value_class(name, type_name, base)
 
     def element_name(self, cpp_class):
         return cpp_class.split("::")[-1]
-
-    def member(self, member):
-        """(declaration type, number) of one member."""
-        value = self.value_class(member.type)
-        if member.optional:
-            self.headers.add("tn_platform/refl/may_null_pointer.h")
-            return "refl::MayNullPointer<%s>" % value, member.type.tags[0].number
-        return value, -1
 
     def order(self):
         """The module's types, each after the types of the module it uses."""
@@ -122,7 +145,13 @@ class Compiler(object):
                 raise AsnModuleError("%s:%d: %s contains itself" % (self.module.path, self.module.types[name].line,
                                                                     name))
             node = self.module.types[name].type
-            inner = [m.type for m in node.components] if node.kind == "SEQUENCE" else [node.element]
+            if node.kind == "reference":
+                node = shape_of(node, self.module)[0]
+                inner = [self.module.types[name].type] + ([m.type for m in node.components]
+                                                          if node.kind == "SEQUENCE" else [])
+            else:
+                inner = [m.type for m in node.components] if node.kind == "SEQUENCE" else [node]
+            inner += [node.element] if node.kind == "SEQUENCE OF" else []
             for used in inner:
                 if used.kind == "reference" and used.target.module is self.module:
                     visit(used.name, path + [name])
@@ -145,83 +174,70 @@ class Compiler(object):
     def comment(self, lines, indent=""):
         return "".join("%s// %s\n" % (indent, line) if line else "%s//\n" % indent for line in lines)
 
-    def record(self, name, node):
+    def record(self, name, type_name, node, module):
         members, lines = [], []
+        scope = NameTable(module.path)
         for member in node.components:
-            declared, number = self.member(member)
-            note = self.module.member_comments.get((name, member.name))
-            members.append("  %s %s;%s\n" % (declared, member.name, "  // " + note if note else ""))
-            number_text = ", %d" % number if member.optional else ""
-            lines.append('    lines.Add("%s", &%s::%s%s);\n' % (member.name, name, member.name, number_text))
+            field = scope.take(member.name, member.line)
+            value = self.class_of(member.type, module, "%s_%s" % (name, field))
+            if member.optional:
+                self.headers.add("tn_platform/refl/may_null_pointer.h")
+                value = "refl::MayNullPointer<%s>" % value
+            note = module.member_comments.get((type_name, member.name))
+            members.append("  %s %s;%s\n" % (value, field, "  // " + note if note else ""))
+            number_text = ", %d" % member.type.tags[0].number if member.optional else ""
+            lines.append('    lines.Add("%s", &%s::%s%s);\n' % (member.name, name, field, number_text))
         self.headers.add("tn_velkor/asn/asn_record.h")
-        return (
-            "class {n} final : public AsnRecord<{n}> {{\n"
-            " public:\n"
-            "  static constexpr char kClassName[] = \"{n}\";\n\n"
-            "{members}\n"
-            "  {n}() {{ Constructor(*this); }}\n"
-            "  {n}(const {n}& other) : AsnRecord() {{ CopyConstructor(*this, other); }}\n"
-            "  ~{n}() override {{ Destructor(*this); }}\n"
-            "  {n}& operator=(const {n}& other) {{\n"
-            "    Assign(*this, other);\n"
-            "    return *this;\n"
-            "  }}\n\n"
-            " private:\n"
-            "  friend class AsnRecord<{n}>;\n"
-            "  // One line per member; the encoder's lines inline to the member's own code.\n"
-            "  template <class Lines>\n"
-            "  [[gnu::always_inline]] static void DescribeMembers(Lines& lines) {{\n"
-            "{lines}"
-            "  }}\n"
-            "}};\n").format(n=name, members="".join(members), lines="".join(lines))
+        return cpp_classes.record_class(name, type_name, members, lines)
 
-    def list_class(self, name, node):
-        element = self.value_class(node.element)
+    def list_class(self, name, type_name, node, module):
+        element = self.class_of(node.element, module, name + "_element")
         self.headers.add("tn_velkor/asn/asn_list.h")
-        return (
-            "class {n} final : public AsnSeqOf<{e}> {{\n"
-            " public:\n"
-            "  static constexpr char kTypeName[] = \"{n}\";\n"
-            "  // The name its reflection description carries.\n"
-            "  static constexpr char kQualifiedName[] = \"{q}\";\n\n"
-            "  {n}() = default;\n"
-            "  {n}(const {n}&) = default;\n"
-            "  {n}& operator=(const {n}&) = default;\n\n"
-            "  AsnType* Clone() const override {{ return new {n}(*this); }}\n"
-            "  const char* typeName() const override {{ return kTypeName; }}\n"
-            "}};\n").format(n=name, e=element, q=qualified(namespace_of(self.module), name)), element
+        return cpp_classes.list_class(name, type_name, element, qualified(namespace_of(self.module), name)), element
 
     def compile(self):
         namespace = namespace_of(self.module)
         module_name = self.module.name.lower()
         classes, instances, entries = [], [], []
         Subset(self.module).check()
-        for name in self.order():
-            assignment = self.module.types[name]
-            node = assignment.type
+        for type_name in self.order():
+            name = self.names.take(type_name, self.module.types[type_name].line)
+            assignment = self.module.types[type_name]
+            node, module = shape_of(assignment.type, self.module)
             text = self.comment(assignment.comment + ([""] if assignment.comment else []) +
-                                ["  " + line for line in self.type_text(node)])
+                                ["  " + line for line in self.type_text(assignment.type)])
+            full_name = qualified(namespace, name)
+            self.helpers = []
             if node.kind == "SEQUENCE":
-                classes.append(text + self.record(name, node))
-                instances.append("template class AsnRecord<%s>;\n" % qualified(namespace, name))
+                code = self.record(name, type_name, node, module)
+                instances.append("template class AsnRecord<%s>;\n" % full_name)
                 entries.append('  AsnCatalogue::Add({"%s", "%s", &CreateAsnValue<%s>, "", nullptr});\n' %
-                               (name, module_name, qualified(namespace, name)))
-            else:
-                code, element = self.list_class(name, node)
-                classes.append(text + code)
-                full = qualified(namespace, element) if element in self.module.types else element
-                instances.append("template class AsnList<%s>;\ntemplate class AsnSeqOf<%s>;\n" % (full, full))
+                               (type_name, module_name, full_name))
+            elif node.kind == "SEQUENCE OF":
+                code, element = self.list_class(name, type_name, node, module)
+                full = qualified(namespace, element) if element in self.names.given else element
+                instance = "template class AsnList<%s>;\ntemplate class AsnSeqOf<%s>;\n" % (full, full)
+                if instance not in instances:
+                    instances.append(instance)
                 entries.append('  AsnCatalogue::Add({"%s", "%s", &CreateAsnValue<%s>,\n'
                                '                     "%s", &CreateAsnValue<%s>});\n' %
-                               (name, module_name, qualified(namespace, name), self.element_name(element), full))
+                               (type_name, module_name, full_name, self.element_name(element), full))
+            else:
+                code = self.value_class(name, type_name, node, module)
+                entries.append('  AsnCatalogue::Add({"%s", "%s", &CreateAsnValue<%s>, "", nullptr});\n' %
+                               (type_name, module_name, full_name))
+            classes.extend(self.helpers)
+            classes.append(text + code)
 
         source = self.below_root(self.module.path)
         banner = "// Generated by recordc from %s: edit the module text, not this file.\n" % source
         header_path = self.header_of(self.module)
+        system = sorted(h for h in self.headers if "/" not in h)
         own = sorted(h for h in self.headers if h.startswith("tn_platform/") or h.startswith("tn_velkor/asn/"))
-        imported = sorted(h for h in self.headers if h not in own)
+        imported = sorted(h for h in self.headers if h not in own and h not in system)
         header = (banner + "//\n" + self.comment(self.module.comment) +
                   "#pragma once\n#pragma GCC visibility push(default)\n\n" +
+                  "".join("#include <%s>\n" % h for h in system) + ("\n" if system else "") +
                   "".join('#include "%s"\n' % h for h in own + imported) + "\n" +
                   ("namespace %s {\n\n" % namespace if namespace else "") + "\n".join(classes) +
                   ("\n}  // namespace %s\n" % namespace if namespace else "") + "#pragma GCC visibility pop\n")
