@@ -51,7 +51,9 @@ def value_class(name, type_name, base, names=None, extensible=None):
     (number, identifier) with `extensible`, or a BIT STRING's (bit, name)."""
     extra = ""
     if names is not None and base == "AsnEnumerated":
-        extra = ("  const AsnEnumeratedName* Names(std::size_t& count) const override {\n"
+        # A new value holds the first identifier: 0 may be none of them.
+        extra = ("  %s() : AsnEnumerated(%d) {}\n" % (name, names[0][0]) +
+                 "  const AsnEnumeratedName* Names(std::size_t& count) const override {\n"
                  "    static const AsnEnumeratedName kNames[] = {%s};\n"
                  "    count = %d;\n"
                  "    return kNames;\n"

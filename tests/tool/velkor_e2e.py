@@ -210,7 +210,8 @@ class Velkor(unittest.TestCase):
         load = ["--module", PROBE] if PROBE else []  # with the test module's types, loaded with --module
         types = [t["name"] for t in json.loads(ok(load + ["types", "--json"]))]
         if PROBE:
-            self.assertLessEqual({"CodecProbe", "QProbeLabels", "QProbePart", "QProbePartList", "QProbeRecord"},
+            self.assertLessEqual({"CodecProbe", "QProbeLabels", "QProbePart", "QProbePartList", "QProbeRecord",
+                                  "QKindsRecord", "QKindName", "QKindColour", "QKindUsage", "QKindHuge", "QKindShades"},
                                  set(types))
         for name in types:  # the skeleton encodes; its bytes go to JSON and back, and to value notation
             with self.subTest(type=name):

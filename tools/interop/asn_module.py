@@ -11,7 +11,7 @@ sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), ".."
 from asn_errors import AsnModuleError  # noqa: E402,F401
 from asn_parser import parse  # noqa: E402,F401
 from asn_resolver import Modules  # noqa: E402
-from record_subset import integer_bounds  # noqa: E402
+from cpp_kinds import integer_bounds  # noqa: E402
 
 try:
     from pyasn1.type import constraint, namedtype, tag, univ
@@ -73,7 +73,7 @@ class Registry(Modules):
             return univ.Boolean()
         if node.kind == "INTEGER":
             bounds = integer_bounds(node)
-            if not bounds:
+            if None in bounds:
                 return univ.Integer()
             return univ.Integer().subtype(subtypeSpec=constraint.ValueRangeConstraint(*bounds))
         if node.kind == "SEQUENCE OF":
