@@ -114,12 +114,13 @@ class Compiler(object):
             return qualified(namespace_of(target), name)
         if needs_class_of_its_own(node):
             made = self.names.take(helper_name, node.line, helper_name)
-            self.helpers.append(self.value_class(made, made, node, module))
+            self.helpers.append(self.named_value_class(made, made, node, module))
             return made
         return self.runtime_class(value_class(node, module))
 
-    def value_class(self, name, type_name, node, module):
-        """The class of a type assignment of a universal type."""
+    def named_value_class(self, name, type_name, node, module):
+        """The class of a type assignment of a universal type, or of one
+        written inside another type that needs names of its own."""
         base = self.runtime_class(value_class(node, module))
         if node.kind == "ENUMERATED":
             self.headers.add("cstddef")
@@ -144,14 +145,10 @@ class Compiler(object):
             if name in path:
                 raise AsnModuleError("%s:%d: %s contains itself" % (self.module.path, self.module.types[name].line,
                                                                     name))
-            node = self.module.types[name].type
-            if node.kind == "reference":
-                node = shape_of(node, self.module)[0]
-                inner = [self.module.types[name].type] + ([m.type for m in node.components]
-                                                          if node.kind == "SEQUENCE" else [])
-            else:
-                inner = [m.type for m in node.components] if node.kind == "SEQUENCE" else [node]
-            inner += [node.element] if node.kind == "SEQUENCE OF" else []
+            written = self.module.types[name].type
+            shape = shape_of(written, self.module)[0]
+            inner = [written] + [m.type for m in getattr(shape, "components", [])]
+            inner += [shape.element] if shape.kind == "SEQUENCE OF" else []
             for used in inner:
                 if used.kind == "reference" and used.target.module is self.module:
                     visit(used.name, path + [name])
@@ -223,7 +220,7 @@ class Compiler(object):
                                '                     "%s", &CreateAsnValue<%s>});\n' %
                                (type_name, module_name, full_name, self.element_name(element), full))
             else:
-                code = self.value_class(name, type_name, node, module)
+                code = self.named_value_class(name, type_name, node, module)
                 entries.append('  AsnCatalogue::Add({"%s", "%s", &CreateAsnValue<%s>, "", nullptr});\n' %
                                (type_name, module_name, full_name))
             classes.extend(self.helpers)
