@@ -5,6 +5,8 @@ line naming the file, the line and the construct:
   TypeName ::= SEQUENCE { member Type [OPTIONAL], ... }   (no extension marker)
   TypeName ::= SEQUENCE OF Type
   TypeName ::= Type        (any member type below: a class of that name)
+  a SEQUENCE or SEQUENCE OF written inside another type (a class named
+  <Outer>_<member>, see cpp_names.py)
   member types: every universal type the runtime has a class for (BOOLEAN,
   INTEGER, OCTET STRING, NULL, ENUMERATED, BIT STRING, REAL, OBJECT
   IDENTIFIER, RELATIVE-OID, the character strings and times, ANY) and a
@@ -41,20 +43,13 @@ class Subset(object):
     def assignment(self, name, node):
         if node.tags:
             self.refuse(node.tags[0].line, "%s: a tag on a type assignment is not supported yet" % name)
-        if node.kind == "SEQUENCE":
-            self.sequence(name, node)
-        elif node.kind == "SEQUENCE OF":
-            if node.element.tags:
-                self.refuse(node.element.line, "a tag is used only on an OPTIONAL member")
-            self.member_type(node.element, nested_ok=False)
-        else:
-            self.member_type(node, nested_ok=True)
-            if node.kind == "reference":
-                # Foo ::= Bar makes a class of Bar's shape: Bar's record or list must compile here too.
-                target = node.target
-                shape = node.resolved()
-                if shape.kind in ("SEQUENCE", "SEQUENCE OF") and target.module is not self.module:
-                    Subset(target.module).assignment(target.name, target.type)
+        self.member_type(node, name)
+        if node.kind == "reference":
+            # Foo ::= Bar makes a class of Bar's shape: Bar's record or list must compile here too.
+            target = node.target
+            shape = node.resolved()
+            if shape.kind in ("SEQUENCE", "SEQUENCE OF") and target.module is not self.module:
+                Subset(target.module).assignment(target.name, target.type)
 
     def sequence(self, name, node):
         if node.extensible:
@@ -74,7 +69,7 @@ class Subset(object):
                 numbers.add(tags[0].number)
             elif tags:
                 self.refuse(member.type.line, "a tag is used only on an OPTIONAL member")
-            self.member_type(member.type, nested_ok=False)
+            self.member_type(member.type, where)
 
     def member_tag(self, where, node, tags):
         """An optional member's one tag: [n] of the context class, IMPLICIT;
@@ -87,15 +82,18 @@ class Subset(object):
         if (tag.mode or self.module.tag_default) != "IMPLICIT":
             self.refuse(tag.line, "%s: only IMPLICIT tags are used" % where)
 
-    def member_type(self, node, nested_ok):
-        """A member's type, a list's element or a type assignment's type, its
-        own tags aside. A SEQUENCE or SEQUENCE OF written inside another type
-        has no name to give its class."""
-        if node.kind in ("SEQUENCE", "SEQUENCE OF") and not nested_ok:
-            self.refuse(node.line, "a nested SEQUENCE or SEQUENCE OF has no name: give it a type assignment")
-        if node.kind in REFUSED_KINDS or node.kind not in MEMBER_KINDS:
+    def member_type(self, node, where):
+        """A type assignment's type, a member's or a list's element, its own
+        tags aside; `where` names it in messages (T, T.member)."""
+        if node.kind == "SEQUENCE":
+            self.sequence(where, node)
+        elif node.kind == "SEQUENCE OF":
+            if node.element.tags:
+                self.refuse(node.element.line, "a tag is used only on an OPTIONAL member")
+            self.member_type(node.element, where + " element")
+        elif node.kind in REFUSED_KINDS or node.kind not in MEMBER_KINDS:
             self.refuse(node.line, "%s is not supported yet" % node.kind)
-        if node.kind == "reference":
+        elif node.kind == "reference":
             self.reference(node)
 
     def reference(self, node):

@@ -71,6 +71,14 @@ def shape_of(node, module):
     return node, module
 
 
+def references(node):
+    """The references written in a type, inside its nested types too."""
+    if node.kind == "reference":
+        return [node]
+    found = [ref for member in getattr(node, "components", []) for ref in references(member.type)]
+    return found + (references(node.element) if node.kind == "SEQUENCE OF" else [])
+
+
 class Compiler(object):
     def __init__(self, modules, module, roots):
         self.modules = modules
@@ -79,6 +87,8 @@ class Compiler(object):
         self.headers = set()  # what the generated header includes
         self.names = NameTable(module.path)  # the namespace's class names
         self.helpers = []  # classes of types written inside the one being compiled
+        self.instances = []  # the class code of the module's records and lists
+        self.list_element = None  # (name, qualified class) of the last list's element
 
     def below_root(self, path):
         """`path` relative to the first root that holds it (to the first root
@@ -112,11 +122,29 @@ class Compiler(object):
                 return name
             self.headers.add(self.header_of(target))
             return qualified(namespace_of(target), name)
-        if needs_class_of_its_own(node):
+        if node.kind in ("SEQUENCE", "SEQUENCE OF") or needs_class_of_its_own(node):
             made = self.names.take(helper_name, node.line, helper_name)
-            self.helpers.append(self.named_value_class(made, made, node, module))
+            self.helpers.append(self.structure_class(made, made, node, module))
             return made
         return self.runtime_class(value_class(node, module))
+
+    def structure_class(self, name, type_name, node, module):
+        """The class of a type, written in a type assignment or inside another
+        type, with its class code (explicit instantiations) noted."""
+        full_name = qualified(namespace_of(self.module), name)
+        if node.kind == "SEQUENCE":
+            code = self.record(name, type_name, node, module)  # the classes inside it come first
+            self.instances.append("template class AsnRecord<%s>;\n" % full_name)
+            return code
+        if node.kind == "SEQUENCE OF":
+            code, element = self.list_class(name, type_name, node, module)
+            full = qualified(namespace_of(self.module), element) if element in self.names.given else element
+            instance = "template class AsnList<%s>;\ntemplate class AsnSeqOf<%s>;\n" % (full, full)
+            if instance not in self.instances:
+                self.instances.append(instance)
+            self.list_element = (self.element_name(element), full)
+            return code
+        return self.named_value_class(name, type_name, node, module)
 
     def named_value_class(self, name, type_name, node, module):
         """The class of a type assignment of a universal type, or of one
@@ -147,10 +175,8 @@ class Compiler(object):
                                                                     name))
             written = self.module.types[name].type
             shape = shape_of(written, self.module)[0]
-            inner = [written] + [m.type for m in getattr(shape, "components", [])]
-            inner += [shape.element] if shape.kind == "SEQUENCE OF" else []
-            for used in inner:
-                if used.kind == "reference" and used.target.module is self.module:
+            for used in references(written) + references(shape):
+                if used.target.module is self.module:
                     visit(used.name, path + [name])
             done.add(name)
             result.append(name)
@@ -195,7 +221,7 @@ class Compiler(object):
     def compile(self):
         namespace = namespace_of(self.module)
         module_name = self.module.name.lower()
-        classes, instances, entries = [], [], []
+        classes, entries = [], []
         Subset(self.module).check()
         for type_name in self.order():
             name = self.names.take(type_name, self.module.types[type_name].line)
@@ -205,22 +231,12 @@ class Compiler(object):
                                 ["  " + line for line in self.type_text(assignment.type)])
             full_name = qualified(namespace, name)
             self.helpers = []
-            if node.kind == "SEQUENCE":
-                code = self.record(name, type_name, node, module)
-                instances.append("template class AsnRecord<%s>;\n" % full_name)
-                entries.append('  AsnCatalogue::Add({"%s", "%s", &CreateAsnValue<%s>, "", nullptr});\n' %
-                               (type_name, module_name, full_name))
-            elif node.kind == "SEQUENCE OF":
-                code, element = self.list_class(name, type_name, node, module)
-                full = qualified(namespace, element) if element in self.names.given else element
-                instance = "template class AsnList<%s>;\ntemplate class AsnSeqOf<%s>;\n" % (full, full)
-                if instance not in instances:
-                    instances.append(instance)
+            code = self.structure_class(name, type_name, node, module)
+            if node.kind == "SEQUENCE OF":
                 entries.append('  AsnCatalogue::Add({"%s", "%s", &CreateAsnValue<%s>,\n'
                                '                     "%s", &CreateAsnValue<%s>});\n' %
-                               (type_name, module_name, full_name, self.element_name(element), full))
+                               ((type_name, module_name, full_name) + self.list_element))
             else:
-                code = self.named_value_class(name, type_name, node, module)
                 entries.append('  AsnCatalogue::Add({"%s", "%s", &CreateAsnValue<%s>, "", nullptr});\n' %
                                (type_name, module_name, full_name))
             classes.extend(self.helpers)
@@ -238,7 +254,7 @@ class Compiler(object):
                   "".join('#include "%s"\n' % h for h in own + imported) + "\n" +
                   ("namespace %s {\n\n" % namespace if namespace else "") + "\n".join(classes) +
                   ("\n}  // namespace %s\n" % namespace if namespace else "") + "#pragma GCC visibility pop\n")
-        types = (banner + '#include "%s"\n\n' % header_path + "".join(instances))
+        types = (banner + '#include "%s"\n\n' % header_path + "".join(self.instances))
         catalogue = (banner + '#include "%s"\n#include "tn_qmodules/asn_catalogue.h"\n\n' % header_path +
                      "namespace {\nconst bool s_catalogued = [] {\n" + "".join(entries) +
                      "  return true;\n}();\n}  // namespace\n")

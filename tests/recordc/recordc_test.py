@@ -39,8 +39,8 @@ REFUSED = [
     ("T ::= SEQUENCE { a [APPLICATION 0] BOOLEAN OPTIONAL }",
      "2: T.a: only one tag [n] of the context class is used"),
     ("T ::= SEQUENCE { a [0] BOOLEAN OPTIONAL,\n b [0] BOOLEAN OPTIONAL }", "3: T.b: tag [0] used twice"),
-    ("T ::= SEQUENCE { a SEQUENCE { b BOOLEAN } }",
-     "2: a nested SEQUENCE or SEQUENCE OF has no name: give it a type assignment"),
+    ("T ::= SEQUENCE { a SEQUENCE {\n b BOOLEAN DEFAULT TRUE } }", "3: T.a.b: DEFAULT is not supported yet"),
+    ("T ::= SEQUENCE OF SEQUENCE { b [0] BOOLEAN }", "2: a tag is used only on an OPTIONAL member"),
     ("T ::= SEQUENCE { a T }", "2: T contains itself"),
     # C++ names: a hyphen becomes an underscore, a class of a nested type is Outer_member
     ("A-b ::= BOOLEAN\nA ::= SEQUENCE { b ENUMERATED { x } }", "3: A-b and A_b are both A_b in C++"),
@@ -87,6 +87,8 @@ COMPILED = [
     (HEAD, "T ::= U\nU ::= SEQUENCE OF NULL", "class T final : public AsnSeqOf<AsnNull> {"),
     (HEAD, "T ::= SEQUENCE { a [0] ANY OPTIONAL }", "  refl::MayNullPointer<AsnAny> a;"),
     (HEAD, "T ::= SEQUENCE OF BIT STRING { x(0) }", "class T_element final : public AsnBitString {"),
+    (HEAD, "T ::= SEQUENCE { a [0] SEQUENCE OF SEQUENCE { b U } OPTIONAL }\nU ::= SEQUENCE {}",
+     "class T_a final : public AsnSeqOf<T_a_element> {"),
     (HEAD, "T ::= ENUMERATED { a, b(5), c, ... }",
      '    static const AsnEnumeratedName kNames[] = {{0, "a"}, {5, "b"}, {1, "c"}};'),
     # Names: hyphens, C++ keywords; the ASN.1 name stays the member's name on the wire.
