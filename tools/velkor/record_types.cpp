@@ -10,6 +10,7 @@
 #include "tn_qmodules/asn_catalogue.h"
 #include "tn_platform/asn/asn_sequence.h"
 #include "tn_platform/asn/asn_value_io.h"
+#include "tn_platform/asn/asn_value_kind.h"
 #include "tn_platform/asn/asn_value_notation.h"
 #include "tn_platform/asn/csm_exception.h"
 #include "tools/velkor/decode_errors.h"
@@ -30,10 +31,12 @@ const AsnCatalogueEntry* FindEntry(std::string_view name) {
   return nullptr;
 }
 
-// A member's type in ASN.1 terms: "OCTET STRING", "INTEGER", "BIT STRING",
-// or the name of a record or list type (which `types` takes).
-std::string MemberAsnType(const AsnMemberStep& step) {
-  switch (step.kind) {
+// A value's type in ASN.1 terms: the name of a catalogued type (which
+// `types` takes) unless `universal`, else its universal type ("OCTET
+// STRING", "BIT STRING").
+std::string AsnTypeOf(const AsnType& value, bool universal = false) {
+  if (!universal && AsnCatalogue::Find(value.typeName()) != nullptr) return value.typeName();
+  switch (AsnKindOf(value)) {
     case AsnMemberKind::kOcts:
       return "OCTET STRING";
     case AsnMemberKind::kTinyInt:
@@ -41,23 +44,26 @@ std::string MemberAsnType(const AsnMemberStep& step) {
       return "INTEGER";
     case AsnMemberKind::kBool:
       return "BOOLEAN";
-    case AsnMemberKind::kPrimitive: {
-      const std::unique_ptr<AsnType, refl::DestroyFunction> value(static_cast<AsnType*>(step.create()), step.destroy);
-      return static_cast<const AsnPrimitive&>(*value).AsnTypeName();
-    }
-    default: {
-      const std::string_view name = step.typeName;
-      const std::size_t colons = name.rfind("::");
-      return std::string(colons == std::string_view::npos ? name : name.substr(colons + 2));
-    }
+    case AsnMemberKind::kPrimitive:
+      return static_cast<const AsnPrimitive&>(value).AsnTypeName();
+    default:
+      return value.typeName();
   }
+}
+
+std::string MemberAsnType(const AsnMemberStep& step) {
+  const std::unique_ptr<AsnType, refl::DestroyFunction> value(static_cast<AsnType*>(step.create()), step.destroy);
+  return AsnTypeOf(*value);
 }
 
 // The member's own tag as the module writes it ("[0] IMPLICIT"), or "" for a
 // member that travels with its type's tag.
 std::string MemberTagText(const AsnMemberStep& step) {
   if (step.number < 0) return "";
-  return "[" + std::to_string(step.number) + "] IMPLICIT";
+  const std::unique_ptr<AsnType, refl::DestroyFunction> value(static_cast<AsnType*>(step.create()), step.destroy);
+  const auto* primitive = dynamic_cast<const AsnPrimitive*>(value.get());
+  // An open value cannot be tagged implicitly.
+  return "[" + std::to_string(step.number) + (primitive != nullptr && primitive->IsOpen() ? "] EXPLICIT" : "] IMPLICIT");
 }
 
 // The member's class, for code: the value class, or a list's with its
@@ -123,6 +129,10 @@ void DescribeTypes(std::ostream& os, std::string_view only) {
     if (!first) os << '\n';
     first = false;
     os << type["name"].get<std::string>() << " ::= ";
+    if (type["kind"] == "value") {
+      os << type["type"].get<std::string>() << "  -- " << type["module"].get<std::string>() << '\n';
+      continue;
+    }
     if (type["kind"] == "list") {
       os << "SEQUENCE OF " << type["element"].get<std::string>() << "  -- " << type["module"].get<std::string>()
          << '\n';
@@ -149,14 +159,18 @@ Json DescribeTypesJson(std::string_view only) {
   Json types = Json::array();
   for (const AsnCatalogueEntry& entry : SelectedEntries(only)) {
     Json type = {{"name", entry.name}, {"module", entry.module}};
+    const std::unique_ptr<AsnType> value(entry.create());
+    const auto* record = dynamic_cast<const AsnSequence*>(value.get());
     if (entry.createElement != nullptr) {
       type["kind"] = "list";
-      type["element"] = entry.elementName;
+      type["element"] = AsnTypeOf(*std::unique_ptr<AsnType>(entry.createElement()));
+    } else if (record == nullptr) {
+      type["kind"] = "value";  // a type assignment of another kind: Version ::= INTEGER
+      type["type"] = AsnTypeOf(*value, true);
     } else {
       type["kind"] = "record";
       type["members"] = Json::array();
-      const std::unique_ptr<AsnType> value(entry.create());
-      if (const auto* record = dynamic_cast<const AsnSequence*>(value.get())) {
+      {
         for (const AsnMemberStep& step : record->Plan().members) {
           type["members"].push_back({{"name", step.name},
                                      {"type", MemberAsnType(step)},
