@@ -11,12 +11,32 @@ sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), ".."
 from asn_errors import AsnModuleError  # noqa: E402,F401
 from asn_parser import parse  # noqa: E402,F401
 from asn_resolver import Modules  # noqa: E402
-from cpp_kinds import integer_bounds  # noqa: E402
+from cpp_kinds import number  # noqa: E402
 
 try:
-    from pyasn1.type import constraint, namedtype, tag, univ
+    from pyasn1.type import char, namedtype, namedval, tag, univ, useful
 except ImportError:  # the caller reports that pyasn1 is missing
-    constraint = namedtype = tag = univ = None
+    char = namedtype = namedval = tag = univ = useful = None
+
+
+def _simple_kinds():
+    """pyasn1's class of each built-in type without named items; the time
+    types pyasn1 lacks as VisibleString under their own universal tag."""
+    kinds = {"NULL": univ.Null, "OBJECT IDENTIFIER": univ.ObjectIdentifier, "RELATIVE-OID": univ.RelativeOID,
+             "REAL": univ.Real, "ANY": univ.Any, "UTF8String": char.UTF8String,
+             "NumericString": char.NumericString, "PrintableString": char.PrintableString,
+             "TeletexString": char.TeletexString, "T61String": char.TeletexString,
+             "VideotexString": char.VideotexString, "IA5String": char.IA5String,
+             "GraphicString": char.GraphicString, "VisibleString": char.VisibleString,
+             "ISO646String": char.VisibleString, "GeneralString": char.GeneralString,
+             "UniversalString": char.UniversalString, "BMPString": char.BMPString,
+             "ObjectDescriptor": useful.ObjectDescriptor, "UTCTime": useful.UTCTime,
+             "GeneralizedTime": useful.GeneralizedTime}
+    for name, universal in (("DATE", 31), ("TIME-OF-DAY", 32), ("DATE-TIME", 33), ("DURATION", 34), ("TIME", 14)):
+        kinds[name] = (lambda n: lambda: char.VisibleString().subtype(
+            implicitTag=tag.Tag(tag.tagClassUniversal, tag.tagFormatSimple, n)))(universal)
+    return kinds
+
 
 def module_files(root):
     """Every *.asn file under tn_velkor/ and tn_qmodules/ of the source tree."""
@@ -60,6 +80,10 @@ class Registry(Modules):
             if (written.mode or default) == "IMPLICIT":
                 constructed = isinstance(schema, (univ.Sequence, univ.SequenceOf))
                 form = tag.tagFormatConstructed if constructed else tag.tagFormatSimple
+                if isinstance(schema, univ.Any):  # an open value is tagged explicitly
+                    schema = univ.Any().subtype(explicitTag=tag.Tag(tag.tagClassContext, tag.tagFormatConstructed,
+                                                                    written.number))
+                    continue
                 schema = schema.subtype(implicitTag=tag.Tag(tag.tagClassContext, form, written.number))
             else:
                 schema = schema.subtype(explicitTag=tag.Tag(tag.tagClassContext, tag.tagFormatConstructed,
@@ -71,11 +95,15 @@ class Registry(Modules):
             return univ.OctetString()
         if node.kind == "BOOLEAN":
             return univ.Boolean()
-        if node.kind == "INTEGER":
-            bounds = integer_bounds(node)
-            if None in bounds:
-                return univ.Integer()
-            return univ.Integer().subtype(subtypeSpec=constraint.ValueRangeConstraint(*bounds))
+        if node.kind == "INTEGER":  # bounds left out: both sides' samples ignore them alike
+            return univ.Integer()
+        if node.kind == "ENUMERATED":
+            return univ.Enumerated(namedValues=namedval.NamedValues(*[(i.name, i.number) for i in node.items]))
+        if node.kind == "BIT STRING":
+            named = [(name, number(value)) for name, value in getattr(node, "named_numbers", None) or []]
+            return univ.BitString(namedValues=namedval.NamedValues(*named)) if named else univ.BitString()
+        if node.kind in _simple_kinds():
+            return _simple_kinds()[node.kind]()
         if node.kind == "SEQUENCE OF":
             return univ.SequenceOf(componentType=self.build(module, node.element))
         if node.kind == "SEQUENCE":
