@@ -34,6 +34,8 @@ set(TN_PUBLIC_HEADER_ROOTS
   tn_platform/asn/asn_char_string.h
   tn_platform/asn/asn_time.h
   tn_platform/asn/asn_any.h
+  # A sample value of the kinds whose new value is none (skeletons, test data).
+  tn_platform/asn/asn_primitive_sample.h
   # The stand-ins of the server's platform libraries: model objects, module
   # manager, trace, identifier parsing and class reflection.
   tn_platform/model/*.h

@@ -10,7 +10,8 @@ import os
 import sys
 
 sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
-from asn_syntax import AsnModuleError, Modules  # noqa: E402
+from asn_errors import AsnModuleError  # noqa: E402
+from asn_resolver import Modules  # noqa: E402
 
 
 def main(argv):
@@ -23,8 +24,8 @@ def main(argv):
     except (AsnModuleError, OSError) as error:
         print("fuzz_dictionary: %s" % error, file=sys.stderr)
         return 1
-    names = sorted({member[0] for module in modules.modules.values() for node in module.types.values()
-                    for member in getattr(node, "members", [])})
+    names = sorted({member.name for module in modules.modules.values() for assignment in module.types.values()
+                    for member in getattr(assignment.type, "components", None) or []})
     with open(hand_written) as source:
         text = source.read()
     with open(out + ".tmp", "w") as dictionary:

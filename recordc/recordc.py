@@ -17,14 +17,18 @@ are named with --with; their headers are found by the same rule, below the
 first --root that holds the text (a service's own source root, and the
 installed package's folder of module texts, whose layout is the headers').
 
-How the text maps to C++ (and to the wire, see the runtime's AsnSequence):
-  OCTET STRING -> AsnOcts; BOOLEAN -> AsnBool;
-  INTEGER whose range fits 32 bits -> AsnTinyInt, any other INTEGER -> AsnInt;
-  a reference -> the record or list class of that name;
-  TypeName ::= SEQUENCE { ... } -> a record class (AsnRecord);
-  TypeName ::= SEQUENCE OF T -> a list class (AsnSeqOf<T>);
-  member [n] IMPLICIT T OPTIONAL -> refl::MayNullPointer<T> registered with
-  number n (its context tag). A mandatory member carries no tag of its own.
+How the text maps to C++ (and to the wire, see the runtime's AsnSequence;
+docs/records.md has the table): the universal types -> the runtime's value
+classes (cpp_kinds.py); TypeName ::= SEQUENCE { ... } -> a record class
+(AsnRecord); TypeName ::= SEQUENCE OF T -> a list class (AsnSeqOf<T>);
+TypeName ::= T -> a class of that name over T's class; member
+[n] IMPLICIT T OPTIONAL -> refl::MayNullPointer<T> registered with number n
+(its context tag). A mandatory member carries no tag of its own. Names are
+made by cpp_names.py, the classes' text by cpp_classes.py.
+
+The texts are read by asn_parser.py into the model of asn_model.py and
+completed by asn_resolver.py; record_subset.py checks that the module stays
+within what is compiled today and refuses anything else with one line.
 
 usage: recordc.py --root SOURCE_ROOT [--root ...] --out OUT_DIR MODULE.asn [--with OTHER.asn ...]
 """
@@ -35,12 +39,13 @@ import re
 import sys
 
 sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
-from asn_syntax import AsnModuleError, Modules, parse  # noqa: E402
-
-INT32 = (-2**31, 2**31 - 1)
-VALUE_CLASSES = {"octets": "AsnOcts", "boolean": "AsnBool"}
-VALUE_HEADERS = {"AsnOcts": "tn_platform/asn/asn_octs.h", "AsnBool": "tn_platform/asn/asn_bool.h",
-                 "AsnTinyInt": "tn_platform/asn/asn_int.h", "AsnInt": "tn_platform/asn/asn_int.h"}
+from asn_errors import AsnModuleError  # noqa: E402
+from asn_parser import parse  # noqa: E402
+from asn_resolver import Modules  # noqa: E402
+from record_subset import Subset  # noqa: E402
+import cpp_classes  # noqa: E402
+from cpp_kinds import OWN_CODEC_CLASSES, header_of, needs_class_of_its_own, number, value_class  # noqa: E402
+from cpp_names import NameTable, cpp_name  # noqa: E402
 
 
 def namespace_of(module):
@@ -51,11 +56,27 @@ def namespace_of(module):
         match = re.match(r"C\+\+ namespace: (\w+)\.?$", line)
         if match:
             return "" if match.group(1) == "global" else match.group(1)
-    return module.name.lower()
+    return cpp_name(module.name.lower())
 
 
 def qualified(namespace, name):
     return "%s::%s" % (namespace, name) if namespace else name
+
+
+def shape_of(node, module):
+    """The type a type assignment's chain of references ends at, and the
+    module it is written in."""
+    while node.kind == "reference":
+        module, node = node.target.module, node.target.type
+    return node, module
+
+
+def references(node):
+    """The references written in a type, inside its nested types too."""
+    if node.kind == "reference":
+        return [node]
+    found = [ref for member in getattr(node, "components", []) for ref in references(member.type)]
+    return found + (references(node.element) if node.kind == "SEQUENCE OF" else [])
 
 
 class Compiler(object):
@@ -64,9 +85,10 @@ class Compiler(object):
         self.module = module
         self.roots = [os.path.abspath(root) for root in roots]
         self.headers = set()  # what the generated header includes
-
-    def fail(self, node, what):
-        raise AsnModuleError("%s:%d: %s" % (self.module.path, node.line, what))
+        self.names = NameTable(module.path)  # the namespace's class names
+        self.helpers = []  # classes of types written inside the one being compiled
+        self.instances = []  # the class code of the module's records and lists
+        self.list_element = None  # (name, qualified class) of the last list's element
 
     def below_root(self, path):
         """`path` relative to the first root that holds it (to the first root
@@ -78,49 +100,68 @@ class Compiler(object):
     def header_of(self, module):
         return os.path.splitext(self.below_root(module.path))[0] + ".h"
 
-    def value_class(self, node):
-        """The C++ class of a type written in a member or as a list element."""
-        if node.kind == "integer":
-            fits = node.bounds is not None and INT32[0] <= node.bounds[0] and node.bounds[1] <= INT32[1]
-            name = "AsnTinyInt" if fits else "AsnInt"
-        elif node.kind in VALUE_CLASSES:
-            name = VALUE_CLASSES[node.kind]
-        elif node.kind == "ref":
-            target, target_node = self.modules.resolve(self.module, node.name)
-            if target_node.kind not in ("sequence", "sequenceof"):
-                self.fail(node, "%s is not a SEQUENCE or SEQUENCE OF; only those can be referred to" % node.name)
-            if target is self.module:
-                return node.name
-            self.headers.add(self.header_of(target))
-            return qualified(namespace_of(target), node.name)
-        elif node.kind == "tagged":
-            self.fail(node, "a tag is used only on an OPTIONAL member")
-        else:
-            self.fail(node, "a nested SEQUENCE or SEQUENCE OF has no name: give it a type assignment")
-        self.headers.add(VALUE_HEADERS[name])
+    def runtime_class(self, name):
+        self.headers.add(header_of(name))
         return name
+
+    def class_of(self, node, module, helper_name):
+        """The C++ class of a type written in a member or as a list element
+        (record_subset.py has checked it). A type with names of its own gets
+        a helper class, `helper_name`. A reference to a type assignment of
+        OCTET STRING, BOOLEAN or a fixed-size INTEGER is that runtime class:
+        the record codec handles those by their exact class."""
+        if node.kind == "reference":
+            shape, shape_module = shape_of(node, module)
+            if shape.kind not in ("SEQUENCE", "SEQUENCE OF") and not needs_class_of_its_own(shape):
+                base = value_class(shape, shape_module)
+                if base in OWN_CODEC_CLASSES:
+                    return self.runtime_class(base)
+            target = node.target.module
+            name = cpp_name(node.name)
+            if target is self.module:
+                return name
+            self.headers.add(self.header_of(target))
+            return qualified(namespace_of(target), name)
+        if node.kind in ("SEQUENCE", "SEQUENCE OF") or needs_class_of_its_own(node):
+            made = self.names.take(helper_name, node.line, helper_name)
+            self.helpers.append(self.structure_class(made, made, node, module))
+            return made
+        return self.runtime_class(value_class(node, module))
+
+    def structure_class(self, name, type_name, node, module):
+        """The class of a type, written in a type assignment or inside another
+        type, with its class code (explicit instantiations) noted."""
+        full_name = qualified(namespace_of(self.module), name)
+        if node.kind == "SEQUENCE":
+            code = self.record(name, type_name, node, module)  # the classes inside it come first
+            self.instances.append("template class AsnRecord<%s>;\n" % full_name)
+            return code
+        if node.kind == "SEQUENCE OF":
+            code, element = self.list_class(name, type_name, node, module)
+            full = qualified(namespace_of(self.module), element) if element in self.names.given else element
+            instance = "template class AsnList<%s>;\ntemplate class AsnSeqOf<%s>;\n" % (full, full)
+            if instance not in self.instances:
+                self.instances.append(instance)
+            self.list_element = (self.element_name(element), full)
+            return code
+        return self.named_value_class(name, type_name, node, module)
+
+    def named_value_class(self, name, type_name, node, module):
+        """The class of a type assignment of a universal type, or of one
+        written inside another type that needs names of its own."""
+        base = self.runtime_class(value_class(node, module))
+        if node.kind == "ENUMERATED":
+            self.headers.add("cstddef")
+            names = [(item.number, item.name) for item in node.items]
+            return cpp_classes.value_class(name, type_name, base, names, node.extensible)
+        if needs_class_of_its_own(node):
+            self.headers.add("cstddef")
+            names = [(number(value), bit) for bit, value in node.named_numbers]
+            return cpp_classes.value_class(name, type_name, base, names)
+        return cpp_classes.value_class(name, type_name, base)
 
     def element_name(self, cpp_class):
         return cpp_class.split("::")[-1]
-
-    def member(self, type_name, name, node, optional, numbers):
-        """(declaration type, value class, number) of one member."""
-        number = -1
-        if optional:
-            if node.kind != "tagged":
-                self.fail(node, "%s.%s: an OPTIONAL member needs its tag [n] IMPLICIT" % (type_name, name))
-            if node.implicit is False or (node.implicit is None and not self.module.implicit):
-                self.fail(node, "%s.%s: only IMPLICIT tags are used" % (type_name, name))
-            number = node.number
-            if number in numbers:
-                self.fail(node, "%s.%s: tag [%d] used twice" % (type_name, name, number))
-            numbers.add(number)
-            node = node.inner
-        value = self.value_class(node)
-        if optional:
-            self.headers.add("tn_platform/refl/may_null_pointer.h")
-            return "refl::MayNullPointer<%s>" % value, value, number
-        return value, value, number
 
     def order(self):
         """The module's types, each after the types of the module it uses."""
@@ -130,13 +171,12 @@ class Compiler(object):
             if name in done:
                 return
             if name in path:
-                raise AsnModuleError("%s: %s contains itself" % (self.module.path, name))
-            node = self.module.types[name]
-            inner = [m[1] for m in node.members] if node.kind == "sequence" else [node.inner]
-            for used in inner:
-                while used.kind == "tagged":
-                    used = used.inner
-                if used.kind == "ref" and used.name in self.module.types:
+                raise AsnModuleError("%s:%d: %s contains itself" % (self.module.path, self.module.types[name].line,
+                                                                    name))
+            written = self.module.types[name].type
+            shape = shape_of(written, self.module)[0]
+            for used in references(written) + references(shape):
+                if used.target.module is self.module:
                     visit(used.name, path + [name])
             done.add(name)
             result.append(name)
@@ -157,88 +197,64 @@ class Compiler(object):
     def comment(self, lines, indent=""):
         return "".join("%s// %s\n" % (indent, line) if line else "%s//\n" % indent for line in lines)
 
-    def record(self, name, node):
-        members, lines, numbers = [], [], set()
-        for member_name, member_node, optional in node.members:
-            declared, _, number = self.member(name, member_name, member_node, optional, numbers)
-            note = self.module.member_comments.get((name, member_name))
-            members.append("  %s %s;%s\n" % (declared, member_name, "  // " + note if note else ""))
-            number_text = ", %d" % number if optional else ""
-            lines.append('    lines.Add("%s", &%s::%s%s);\n' % (member_name, name, member_name, number_text))
+    def record(self, name, type_name, node, module):
+        members, lines = [], []
+        scope = NameTable(module.path)
+        for member in node.components:
+            field = scope.take(member.name, member.line)
+            value = self.class_of(member.type, module, "%s_%s" % (name, field))
+            if member.optional:
+                self.headers.add("tn_platform/refl/may_null_pointer.h")
+                value = "refl::MayNullPointer<%s>" % value
+            note = module.member_comments.get((type_name, member.name))
+            members.append("  %s %s;%s\n" % (value, field, "  // " + note if note else ""))
+            number_text = ", %d" % member.type.tags[0].number if member.optional else ""
+            lines.append('    lines.Add("%s", &%s::%s%s);\n' % (member.name, name, field, number_text))
         self.headers.add("tn_velkor/asn/asn_record.h")
-        return (
-            "class {n} final : public AsnRecord<{n}> {{\n"
-            " public:\n"
-            "  static constexpr char kClassName[] = \"{n}\";\n\n"
-            "{members}\n"
-            "  {n}() {{ Constructor(*this); }}\n"
-            "  {n}(const {n}& other) : AsnRecord() {{ CopyConstructor(*this, other); }}\n"
-            "  ~{n}() override {{ Destructor(*this); }}\n"
-            "  {n}& operator=(const {n}& other) {{\n"
-            "    Assign(*this, other);\n"
-            "    return *this;\n"
-            "  }}\n\n"
-            " private:\n"
-            "  friend class AsnRecord<{n}>;\n"
-            "  // One line per member; the encoder's lines inline to the member's own code.\n"
-            "  template <class Lines>\n"
-            "  [[gnu::always_inline]] static void DescribeMembers(Lines& lines) {{\n"
-            "{lines}"
-            "  }}\n"
-            "}};\n").format(n=name, members="".join(members), lines="".join(lines))
+        return cpp_classes.record_class(name, type_name, members, lines)
 
-    def list_class(self, name, node):
-        element = self.value_class(node.inner)
+    def list_class(self, name, type_name, node, module):
+        element = self.class_of(node.element, module, name + "_element")
         self.headers.add("tn_velkor/asn/asn_list.h")
-        return (
-            "class {n} final : public AsnSeqOf<{e}> {{\n"
-            " public:\n"
-            "  static constexpr char kTypeName[] = \"{n}\";\n"
-            "  // The name its reflection description carries.\n"
-            "  static constexpr char kQualifiedName[] = \"{q}\";\n\n"
-            "  {n}() = default;\n"
-            "  {n}(const {n}&) = default;\n"
-            "  {n}& operator=(const {n}&) = default;\n\n"
-            "  AsnType* Clone() const override {{ return new {n}(*this); }}\n"
-            "  const char* typeName() const override {{ return kTypeName; }}\n"
-            "}};\n").format(n=name, e=element, q=qualified(namespace_of(self.module), name)), element
+        return cpp_classes.list_class(name, type_name, element, qualified(namespace_of(self.module), name)), element
 
     def compile(self):
         namespace = namespace_of(self.module)
         module_name = self.module.name.lower()
-        classes, instances, entries = [], [], []
-        for name in self.order():
-            node = self.module.types[name]
-            text = self.comment(self.module.type_comments.get(name, []) +
-                                ([""] if self.module.type_comments.get(name) else []) +
-                                ["  " + line for line in self.type_text(node)])
-            if node.kind == "sequence":
-                classes.append(text + self.record(name, node))
-                instances.append("template class AsnRecord<%s>;\n" % qualified(namespace, name))
-                entries.append('  AsnCatalogue::Add({"%s", "%s", &CreateAsnValue<%s>, "", nullptr});\n' %
-                               (name, module_name, qualified(namespace, name)))
-            elif node.kind == "sequenceof":
-                code, element = self.list_class(name, node)
-                classes.append(text + code)
-                full = qualified(namespace, element) if element in self.module.types else element
-                instances.append("template class AsnList<%s>;\ntemplate class AsnSeqOf<%s>;\n" % (full, full))
+        classes, entries = [], []
+        Subset(self.module).check()
+        for type_name in self.order():
+            name = self.names.take(type_name, self.module.types[type_name].line)
+            assignment = self.module.types[type_name]
+            node, module = shape_of(assignment.type, self.module)
+            text = self.comment(assignment.comment + ([""] if assignment.comment else []) +
+                                ["  " + line for line in self.type_text(assignment.type)])
+            full_name = qualified(namespace, name)
+            self.helpers = []
+            code = self.structure_class(name, type_name, node, module)
+            if node.kind == "SEQUENCE OF":
                 entries.append('  AsnCatalogue::Add({"%s", "%s", &CreateAsnValue<%s>,\n'
                                '                     "%s", &CreateAsnValue<%s>});\n' %
-                               (name, module_name, qualified(namespace, name), self.element_name(element), full))
+                               ((type_name, module_name, full_name) + self.list_element))
             else:
-                self.fail(node, "%s: only SEQUENCE and SEQUENCE OF types are compiled" % name)
+                entries.append('  AsnCatalogue::Add({"%s", "%s", &CreateAsnValue<%s>, "", nullptr});\n' %
+                               (type_name, module_name, full_name))
+            classes.extend(self.helpers)
+            classes.append(text + code)
 
         source = self.below_root(self.module.path)
         banner = "// Generated by recordc from %s: edit the module text, not this file.\n" % source
         header_path = self.header_of(self.module)
+        system = sorted(h for h in self.headers if "/" not in h)
         own = sorted(h for h in self.headers if h.startswith("tn_platform/") or h.startswith("tn_velkor/asn/"))
-        imported = sorted(h for h in self.headers if h not in own)
+        imported = sorted(h for h in self.headers if h not in own and h not in system)
         header = (banner + "//\n" + self.comment(self.module.comment) +
                   "#pragma once\n#pragma GCC visibility push(default)\n\n" +
+                  "".join("#include <%s>\n" % h for h in system) + ("\n" if system else "") +
                   "".join('#include "%s"\n' % h for h in own + imported) + "\n" +
                   ("namespace %s {\n\n" % namespace if namespace else "") + "\n".join(classes) +
                   ("\n}  // namespace %s\n" % namespace if namespace else "") + "#pragma GCC visibility pop\n")
-        types = (banner + '#include "%s"\n\n' % header_path + "".join(instances))
+        types = (banner + '#include "%s"\n\n' % header_path + "".join(self.instances))
         catalogue = (banner + '#include "%s"\n#include "tn_qmodules/asn_catalogue.h"\n\n' % header_path +
                      "namespace {\nconst bool s_catalogued = [] {\n" + "".join(entries) +
                      "  return true;\n}();\n}  // namespace\n")
@@ -280,6 +296,9 @@ def main(argv):
             write_if_changed(os.path.join(options.out, relative), text)
     except (AsnModuleError, OSError) as error:
         print("recordc: %s" % error, file=sys.stderr)
+        return 1
+    except RecursionError:
+        print("recordc: %s: types or values nest too deeply to be read" % options.module, file=sys.stderr)
         return 1
     return 0
 

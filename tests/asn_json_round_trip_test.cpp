@@ -22,6 +22,7 @@
 #include "tn_platform/asn/asn_json_writer.h"
 #include "tn_platform/asn/asn_list_base.h"
 #include "tn_platform/asn/asn_octs.h"
+#include "tn_platform/asn/asn_primitive_sample.h"
 #include "tn_platform/asn/asn_sequence.h"
 #include "tn_platform/asn/asn_value_io.h"
 #include "tn_platform/asn/asn_value_kind.h"
@@ -76,8 +77,9 @@ void Fill(AsnType& value, int variant, int depth) {
       Fill(choice.Choose(static_cast<std::size_t>(variant) % choice.Plan().members.size()), variant, depth + 1);
       break;
     }
-    case AsnMemberKind::kPrimitive:
-      break;  // its default value; the kinds have their own vectors
+    case AsnMemberKind::kPrimitive:  // a sample value; the kinds have their own vectors
+      AsnGiveSampleValue(static_cast<AsnPrimitive&>(value));
+      break;
   }
 }
 

@@ -1,12 +1,11 @@
 // The BER codec against vectors, for primitives, records and lists alike:
 // the encodings of tests/ber/accepted.golden and the refusals of
-// tests/ber/refused.golden (with the nesting limit, whose inputs are made
-// here), integers at every content length, the decode budget and printing.
+// tests/ber/refused.golden, the value classes with their own codec among them
+// (with the nesting limit, whose inputs are made here), integers at every content length, the decode budget and printing.
 #include <dlfcn.h>
 #include <gtest/gtest.h>
 
 #include <climits>
-#include <fstream>
 #include <iomanip>
 #include <memory>
 #include <sstream>
@@ -14,6 +13,7 @@
 #include <string>
 #include <vector>
 
+#include "primitive_kinds.h"
 #include "test_bytes.h"
 #include "tests/qprobe/qprobe.h"
 #include "tn_platform/asn/asn_ber_list_reader.h"
@@ -28,6 +28,7 @@
 namespace {
 
 using test_bytes::DecodeExact;
+using test_bytes::Golden;
 using test_bytes::Hex;
 using test_bytes::ThrownMessage;
 using test_bytes::ToHex;
@@ -44,6 +45,7 @@ std::unique_ptr<AsnType> Create(const std::string& type) {
   if (type == "AsnTinyInt") return std::make_unique<AsnTinyInt>(12345);
   if (type == "AsnBool") return std::make_unique<AsnBool>();
   if (const AsnCatalogueEntry* entry = Entry(type)) return std::unique_ptr<AsnType>(entry->create());
+  if (std::unique_ptr<AsnType> kind = test_kinds::Create(type)) return kind;
   throw std::runtime_error("no type " + type);
 }
 
@@ -55,23 +57,6 @@ std::string Nested(int levels, const std::string& outer = "") {
   hex += " 04 01 78";
   for (int i = 0; i < levels; ++i) hex += " 00 00";
   return outer.empty() ? hex : hex + " 00 00";
-}
-
-// The rows of a file of tests/ber/ ('#' lines are comments), split at " | ".
-std::vector<std::vector<std::string>> Golden(const char* name) {
-  std::ifstream in(std::string(TN_JER_GOLDEN_DIR) + "/../ber/" + name);
-  EXPECT_TRUE(in) << name;
-  std::vector<std::vector<std::string>> rows;
-  for (std::string line; std::getline(in, line);) {
-    if (line.empty() || line[0] == '#') continue;
-    rows.emplace_back();
-    for (std::size_t start = 0, bar = 0; bar != std::string::npos; start = bar + 3) {
-      bar = line.find(" | ", start);
-      rows.back().push_back(line.substr(start, bar - start));
-    }
-  }
-  EXPECT_GT(rows.size(), 10u) << name;
-  return rows;
 }
 
 // `input` decodes, into a fresh value and into `used`, to a value that
@@ -113,7 +98,7 @@ void ExpectRefused(const std::string& input, const std::string& message) {
 TEST(BerVectors, AcceptsAndReencodes) {
   std::unique_ptr<AsnType> used;
   std::string usedType;
-  for (const std::vector<std::string>& row : Golden("accepted.golden")) {
+  for (const std::vector<std::string>& row : Golden("ber/accepted.golden")) {
     ASSERT_EQ(row.size(), 3u);
     if (usedType != row[0]) used = Create(usedType = row[0]);
     ExpectAccepted(row[0], row[1], row[2] == "=" ? row[1] : row[2], *used);
@@ -125,7 +110,7 @@ TEST(BerVectors, AcceptsAndReencodes) {
 }
 
 TEST(BerVectors, RefusesWithTheExactMessage) {
-  for (const std::vector<std::string>& row : Golden("refused.golden")) {
+  for (const std::vector<std::string>& row : Golden("ber/refused.golden")) {
     ASSERT_EQ(row.size(), 2u);
     ExpectRefused(row[0] == "-" ? "" : row[0], row[1]);
   }

@@ -68,7 +68,10 @@ TEST(RecordCompiler, TestModuleIsCataloguedWhenLoaded) {
   const struct {
     const char* list;
     const char* element;
-  } lists[] = {{"QProbePartList", "QProbePart"}, {"QProbeLabels", "AsnOcts"}};
+  } lists[] = {{"QProbePartList", "QProbePart"},
+               {"QProbeLabels", "AsnOcts"},
+               {"QKindOids", "AsnOid"},
+               {"QKindShades", "QKindShades_element"}};
   for (const auto& row : lists) {
     const AsnCatalogueEntry* entry = AsnCatalogue::Find(row.list);
     ASSERT_NE(entry, nullptr) << row.list;

@@ -1,15 +1,17 @@
 // Helpers shared by the tests: octets written as hex text, the outcome of a
-// call that may throw the runtime's CSM_Exception*, and decoding from a block
-// of exactly the input's size.
+// call that may throw the runtime's CSM_Exception*, decoding from a block of
+// exactly the input's size, and the rows of a golden file.
 #pragma once
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cctype>
+#include <fstream>
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "tn_platform/asn/asn_value_io.h"
 #include "tn_platform/asn/csm_exception.h"
@@ -81,6 +83,24 @@ void ExpectEveryPrefixRefused(Make&& make, std::string_view octets) {
       EXPECT_EQ(error->ErrorCode(), kAsnDecodeError) << error->Message();
     }
   }
+}
+
+// The rows of the golden file `name` below tests/ ('#' lines and empty ones
+// are comments), each split at " | ".
+inline std::vector<std::vector<std::string>> Golden(const std::string& name) {
+  std::ifstream in(std::string(TN_TEST_DATA_DIR) + "/" + name);
+  EXPECT_TRUE(in) << name;
+  std::vector<std::vector<std::string>> rows;
+  for (std::string line; std::getline(in, line);) {
+    if (line.empty() || line[0] == '#') continue;
+    rows.emplace_back();
+    for (std::size_t start = 0, bar = 0; bar != std::string::npos; start = bar + 3) {
+      bar = line.find(" | ", start);
+      rows.back().push_back(line.substr(start, bar - start));
+    }
+  }
+  EXPECT_GT(rows.size(), 10u) << name;
+  return rows;
 }
 
 }  // namespace test_bytes

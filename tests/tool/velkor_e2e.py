@@ -210,7 +210,8 @@ class Velkor(unittest.TestCase):
         load = ["--module", PROBE] if PROBE else []  # with the test module's types, loaded with --module
         types = [t["name"] for t in json.loads(ok(load + ["types", "--json"]))]
         if PROBE:
-            self.assertLessEqual({"CodecProbe", "QProbeLabels", "QProbePart", "QProbePartList", "QProbeRecord"},
+            self.assertLessEqual({"CodecProbe", "QProbeLabels", "QProbePart", "QProbePartList", "QProbeRecord",
+                                  "QKindsRecord", "QKindName", "QKindColour", "QKindUsage", "QKindHuge", "QKindShades"},
                                  set(types))
         for name in types:  # the skeleton encodes; its bytes go to JSON and back, and to value notation
             with self.subTest(type=name):
@@ -428,8 +429,10 @@ class Velkor(unittest.TestCase):
 
     def test_demo_types_and_trace(self):
         self.assertIn("[Convert2FiberCable]FixInvalidFiberParam", ok(["demo"]).decode())
-        listed = ok(["types", "QAsnErrInfoReturn"]).decode().split()  # a member's type, as shown, is a name `types` takes
-        self.assertIn("QAsnErrInfoList (qcommon)", ok(["types", next(t for t in listed if "::" in t)]).decode())
+        self.assertEqual(ok(["types", "QAsnErrInfoReturn"]).decode(),  # in ASN.1 terms; a member's type is a name
+                         "QAsnErrInfoReturn ::= SEQUENCE {  -- qcommon\n  retCode      INTEGER,\n"
+                         "  errInfoList  [0] IMPLICIT QAsnErrInfoList OPTIONAL\n}\n")
+        self.assertIn("QAsnErrInfoList ::= SEQUENCE OF QAsnErrInfo", ok(["types", "QAsnErrInfoList"]).decode())
         repaired = stdin_of(Hex("QAsnFiberInfo", fiber("-1")))  # repaired, with a trace line
         for args, env in [(["--trace"], None), ([], dict(os.environ, TN_TRACE="stderr"))]:
             code, out, err = run(["convert", "fiber-to-cable", "--hex"] + args, repaired, env)

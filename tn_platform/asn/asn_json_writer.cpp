@@ -15,6 +15,7 @@
 #include "tn_platform/asn/asn_json_tokens.h"
 #include "tn_platform/asn/asn_octs.h"
 #include "tn_platform/asn/asn_primitive.h"
+#include "tn_platform/asn/asn_primitive_sample.h"
 #include "tn_platform/asn/asn_sequence.h"
 #include "tn_platform/asn/asn_value_kind.h"
 
@@ -390,7 +391,8 @@ class Writer {
   const bool m_comments;  // a "//" member naming the optional ones
 };
 
-// Gives `value` every member and a list one element, down to `depth` levels
+// Gives `value` every member, a list one element and a value that is none of
+// its type a sample (an OBJECT IDENTIFIER without arcs), down to `depth` levels
 // (a type that holds itself through an optional member stops there).
 void FillEveryMember(AsnType& value, unsigned depth) {
   if (depth == 0) return;
@@ -409,6 +411,8 @@ void FillEveryMember(AsnType& value, unsigned depth) {
   } else if (kind == AsnMemberKind::kList) {
     auto& list = static_cast<AsnListBase&>(value);
     if (list.Count() == 0) FillEveryMember(list.AppendElement(), depth - 1);
+  } else if (kind == AsnMemberKind::kPrimitive) {
+    AsnGiveSampleValue(static_cast<AsnPrimitive&>(value));
   }
 }
 

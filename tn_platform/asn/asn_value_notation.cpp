@@ -9,19 +9,14 @@
 #include "tn_platform/asn/asn_list_base.h"
 #include "tn_platform/asn/asn_member.h"
 #include "tn_platform/asn/asn_octs.h"
+#include "tn_platform/asn/asn_primitive.h"
 #include "tn_platform/asn/asn_value_kind.h"
 #include "tn_platform/asn/indent_table.h"
 
 namespace {
 
 void WriteOctets(std::ostream& os, std::string_view octets) {
-  static const char kDigits[] = "0123456789ABCDEF";
-  os << '\'';
-  for (const char c : octets) {
-    const auto octet = static_cast<unsigned char>(c);
-    os << kDigits[octet >> 4] << kDigits[octet & 0x0F];
-  }
-  os << "'H";
+  asn_primitive::PrintHex(os, octets);
   // The text, for the reader, when the octets are text a comment may hold.
   if (!octets.empty() && AsnOctetsAreText(octets) && octets.find("*/") == std::string_view::npos &&
       octets.find("/*") == std::string_view::npos) {

@@ -1,21 +1,50 @@
 """Builds pyasn1 types from the ASN.1 module texts of the project (*.asn, read
-by recordc/asn_syntax.py), so that an implementation independent of ours
-encodes and decodes the records as the texts state.
+by the record compiler's front end, recordc/asn_parser.py and
+asn_resolver.py), so that an implementation independent of ours encodes and
+decodes the records as the texts state.
 """
 
 import os
 import sys
 
 sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "..", "recordc"))
-from asn_syntax import AsnModuleError, Modules, module_files, parse  # noqa: E402,F401
+from asn_errors import AsnModuleError  # noqa: E402,F401
+from asn_parser import parse  # noqa: E402,F401
+from asn_resolver import Modules  # noqa: E402
+from cpp_kinds import number  # noqa: E402
 
 try:
-    from pyasn1.type import constraint, namedtype, tag, univ
+    from pyasn1.type import char, namedtype, namedval, tag, univ, useful
 except ImportError:  # the caller reports that pyasn1 is missing
-    constraint = namedtype = tag = univ = None
+    char = namedtype = namedval = tag = univ = useful = None
 
 
-# ---- types ----------------------------------------------------------------------
+def _simple_kinds():
+    """pyasn1's class of each built-in type without named items; the time
+    types pyasn1 lacks as VisibleString under their own universal tag."""
+    kinds = {"NULL": univ.Null, "OBJECT IDENTIFIER": univ.ObjectIdentifier, "RELATIVE-OID": univ.RelativeOID,
+             "REAL": univ.Real, "ANY": univ.Any, "UTF8String": char.UTF8String,
+             "NumericString": char.NumericString, "PrintableString": char.PrintableString,
+             "TeletexString": char.TeletexString, "T61String": char.TeletexString,
+             "VideotexString": char.VideotexString, "IA5String": char.IA5String,
+             "GraphicString": char.GraphicString, "VisibleString": char.VisibleString,
+             "ISO646String": char.VisibleString, "GeneralString": char.GeneralString,
+             "UniversalString": char.UniversalString, "BMPString": char.BMPString,
+             "ObjectDescriptor": useful.ObjectDescriptor, "UTCTime": useful.UTCTime,
+             "GeneralizedTime": useful.GeneralizedTime}
+    for name, universal in (("DATE", 31), ("TIME-OF-DAY", 32), ("DATE-TIME", 33), ("DURATION", 34), ("TIME", 14)):
+        kinds[name] = (lambda n: lambda: char.VisibleString().subtype(
+            implicitTag=tag.Tag(tag.tagClassUniversal, tag.tagFormatSimple, n)))(universal)
+    return kinds
+
+
+def module_files(root):
+    """Every *.asn file under tn_velkor/ and tn_qmodules/ of the source tree."""
+    files = []
+    for folder in ("tn_velkor", "tn_qmodules"):
+        for directory, _, names in os.walk(os.path.join(root, folder)):
+            files.extend(os.path.join(directory, name) for name in names if name.endswith(".asn"))
+    return sorted(files)
 
 
 class Registry(Modules):
@@ -26,6 +55,10 @@ class Registry(Modules):
         self._schemas = {}
         self._building = set()
 
+    def definitions(self, type_name):
+        """(module, Type) for every module that defines the type."""
+        return [(module, assignment.type) for module, assignment in Modules.definitions(self, type_name)]
+
     def schema(self, module, type_name):
         """The pyasn1 type of a type assignment."""
         key = (module.name, type_name)
@@ -34,38 +67,51 @@ class Registry(Modules):
                 raise AsnModuleError("%s: %s refers to itself" % (module.path, type_name))
             self._building.add(key)
             try:
-                self._schemas[key] = self.build(module, module.types[type_name])
+                self._schemas[key] = self.build(module, module.types[type_name].type)
             finally:
                 self._building.discard(key)
         return self._schemas[key]
 
     def build(self, module, node):
-        """The pyasn1 type of a Node of `module`."""
-        if node.kind == "octets":
-            return univ.OctetString()
-        if node.kind == "boolean":
-            return univ.Boolean()
-        if node.kind == "integer":
-            if node.bounds is None:
-                return univ.Integer()
-            return univ.Integer().subtype(subtypeSpec=constraint.ValueRangeConstraint(*node.bounds))
-        if node.kind == "sequenceof":
-            return univ.SequenceOf(componentType=self.build(module, node.inner))
-        if node.kind == "sequence":
-            members = []
-            for name, member_type, optional in node.members:
-                kind = namedtype.OptionalNamedType if optional else namedtype.NamedType
-                members.append(kind(name, self.build(module, member_type)))
-            return univ.Sequence(componentType=namedtype.NamedTypes(*members))
-        if node.kind == "ref":
-            target, _ = self.resolve(module, node.name)
-            return self.schema(target, node.name)
-        if node.kind == "tagged":
-            inner = self.build(module, node.inner)
-            implicit = module.implicit if node.implicit is None else node.implicit
-            if implicit:
-                constructed = isinstance(inner, (univ.Sequence, univ.SequenceOf))
+        """The pyasn1 type of a Type written in `module`."""
+        schema = self.untagged(module, node)
+        for written in reversed(node.tags):
+            default = "EXPLICIT" if module.tag_default == "EXPLICIT" else "IMPLICIT"
+            if (written.mode or default) == "IMPLICIT":
+                constructed = isinstance(schema, (univ.Sequence, univ.SequenceOf))
                 form = tag.tagFormatConstructed if constructed else tag.tagFormatSimple
-                return inner.subtype(implicitTag=tag.Tag(tag.tagClassContext, form, node.number))
-            return inner.subtype(explicitTag=tag.Tag(tag.tagClassContext, tag.tagFormatConstructed, node.number))
-        raise AsnModuleError("%s:%d: unknown type" % (module.path, node.line))
+                if isinstance(schema, univ.Any):  # an open value is tagged explicitly
+                    schema = univ.Any().subtype(explicitTag=tag.Tag(tag.tagClassContext, tag.tagFormatConstructed,
+                                                                    written.number))
+                    continue
+                schema = schema.subtype(implicitTag=tag.Tag(tag.tagClassContext, form, written.number))
+            else:
+                schema = schema.subtype(explicitTag=tag.Tag(tag.tagClassContext, tag.tagFormatConstructed,
+                                                            written.number))
+        return schema
+
+    def untagged(self, module, node):
+        if node.kind == "OCTET STRING":
+            return univ.OctetString()
+        if node.kind == "BOOLEAN":
+            return univ.Boolean()
+        if node.kind == "INTEGER":  # bounds left out: both sides' samples ignore them alike
+            return univ.Integer()
+        if node.kind == "ENUMERATED":
+            return univ.Enumerated(namedValues=namedval.NamedValues(*[(i.name, i.number) for i in node.items]))
+        if node.kind == "BIT STRING":
+            named = [(name, number(value)) for name, value in getattr(node, "named_numbers", None) or []]
+            return univ.BitString(namedValues=namedval.NamedValues(*named)) if named else univ.BitString()
+        if node.kind in _simple_kinds():
+            return _simple_kinds()[node.kind]()
+        if node.kind == "SEQUENCE OF":
+            return univ.SequenceOf(componentType=self.build(module, node.element))
+        if node.kind == "SEQUENCE":
+            members = []
+            for member in node.components:
+                kind = namedtype.OptionalNamedType if member.optional else namedtype.NamedType
+                members.append(kind(member.name, self.build(module, member.type)))
+            return univ.Sequence(componentType=namedtype.NamedTypes(*members))
+        if node.kind == "reference":
+            return self.schema(node.target.module, node.name)
+        raise AsnModuleError("%s:%d: %s is not used" % (module.path, node.line, node.kind))

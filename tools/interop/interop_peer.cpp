@@ -20,19 +20,24 @@
 // - a list: two elements;
 // - optional members: present in "full", absent in "minimal", at every level.
 // Exit status: 0 done, 1 decoding error (message on stderr), 2 usage error.
+#include <dlfcn.h>
+
 #include <cstdint>
+#include <cstdlib>
 #include <cstdio>
 #include <iostream>
 #include <memory>
 #include <stdexcept>
 #include <string>
 
+#include "tn_platform/asn/asn_big_int.h"
 #include "tn_platform/asn/asn_bool.h"
 #include "tn_qmodules/asn_catalogue.h"
 #include "tn_platform/asn/asn_int.h"
 #include "tn_platform/asn/asn_list_base.h"
 #include "tn_platform/asn/asn_member.h"
 #include "tn_platform/asn/asn_octs.h"
+#include "tn_platform/asn/asn_primitive_sample.h"
 #include "tn_platform/asn/asn_value_io.h"
 #include "tn_platform/asn/csm_exception.h"
 #include "tn_velkor/ns_velkor.h"
@@ -94,6 +99,10 @@ void Fill(AsnType& value, const Context& context, bool full) {
     }
   } else if (auto* list = dynamic_cast<AsnListBase*>(&value)) {
     for (unsigned k = 0; k < 2; ++k) Fill(list->AppendElement(), Context{context.text, k}, full);
+  } else if (auto* big = dynamic_cast<AsnBigInt*>(&value)) {
+    big->Set(SampleInteger(context));
+  } else if (auto* primitive = dynamic_cast<AsnPrimitive*>(&value)) {
+    AsnGiveSampleValue(*primitive);  // the other universal kinds: a value of the kind's own
   } else if (auto* octets = dynamic_cast<AsnOcts*>(&value)) {
     octets->Set(SampleText(context).c_str());
   } else if (auto* tiny = dynamic_cast<AsnTinyInt*>(&value)) {
@@ -142,6 +151,14 @@ int Run(int argc, char** argv) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  // A library of further interface modules (the test modules), whose types
+  // join the catalogue when it is loaded.
+  if (const char* module = std::getenv("TN_INTEROP_MODULE")) {
+    if (dlopen(module, RTLD_NOW) == nullptr) {
+      std::cerr << "interop_peer: cannot load " << module << ": " << dlerror() << '\n';
+      return 2;
+    }
+  }
   try {
     return Run(argc, argv);
   } catch (const UsageError& error) {

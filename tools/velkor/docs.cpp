@@ -127,7 +127,7 @@ void WriteBashCompletion(std::ostream& os, const CLI::App& app) {
   }
   os << "  esac\n"
         "  if [[ $cur != -* && $types == 1 ]]; then\n"
-        "    words+=\" $(velkor types 2>/dev/null | sed -n 's/^\\([A-Za-z0-9_]*\\) (.*/\\1/p')\"\n"
+        "    words+=\" $(velkor types 2>/dev/null | sed -n 's/^\\([A-Za-z0-9_]*\\) ::=.*/\\1/p')\"\n"
         "  fi\n"
         "  COMPREPLY=($(compgen -W \"$words\" -- \"$cur\"))\n"
         "  if [[ $cur != -* && -n $path && $path != convert ]]; then COMPREPLY+=($(compgen -f -- \"$cur\")); fi\n"

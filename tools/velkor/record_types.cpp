@@ -10,6 +10,7 @@
 #include "tn_qmodules/asn_catalogue.h"
 #include "tn_platform/asn/asn_sequence.h"
 #include "tn_platform/asn/asn_value_io.h"
+#include "tn_platform/asn/asn_value_kind.h"
 #include "tn_platform/asn/asn_value_notation.h"
 #include "tn_platform/asn/csm_exception.h"
 #include "tools/velkor/decode_errors.h"
@@ -30,14 +31,44 @@ const AsnCatalogueEntry* FindEntry(std::string_view name) {
   return nullptr;
 }
 
-// A member's type as `types` shows it: a list's with its module
-// ("qcommon::QAsnNVSList"), which `types` takes as a name; a value with its
-// own codec by its ASN.1 type ("BIT STRING").
-std::string MemberTypeName(const AsnMemberStep& step) {
-  if (step.kind == AsnMemberKind::kPrimitive) {
-    const std::unique_ptr<AsnType, refl::DestroyFunction> value(static_cast<AsnType*>(step.create()), step.destroy);
-    return static_cast<const AsnPrimitive&>(*value).AsnTypeName();
+// A value's type in ASN.1 terms: the name of a catalogued type (which
+// `types` takes) unless `universal`, else its universal type ("OCTET
+// STRING", "BIT STRING").
+std::string AsnTypeOf(const AsnType& value, bool universal = false) {
+  if (!universal && AsnCatalogue::Find(value.typeName()) != nullptr) return value.typeName();
+  switch (AsnKindOf(value)) {
+    case AsnMemberKind::kOcts:
+      return "OCTET STRING";
+    case AsnMemberKind::kTinyInt:
+    case AsnMemberKind::kInt:
+      return "INTEGER";
+    case AsnMemberKind::kBool:
+      return "BOOLEAN";
+    case AsnMemberKind::kPrimitive:
+      return static_cast<const AsnPrimitive&>(value).AsnTypeName();
+    default:
+      return value.typeName();
   }
+}
+
+std::string MemberAsnType(const AsnMemberStep& step) {
+  const std::unique_ptr<AsnType, refl::DestroyFunction> value(static_cast<AsnType*>(step.create()), step.destroy);
+  return AsnTypeOf(*value);
+}
+
+// The member's own tag as the module writes it ("[0] IMPLICIT"), or "" for a
+// member that travels with its type's tag.
+std::string MemberTagText(const AsnMemberStep& step) {
+  if (step.number < 0) return "";
+  const std::unique_ptr<AsnType, refl::DestroyFunction> value(static_cast<AsnType*>(step.create()), step.destroy);
+  const auto* primitive = dynamic_cast<const AsnPrimitive*>(value.get());
+  // An open value cannot be tagged implicitly.
+  return "[" + std::to_string(step.number) + (primitive != nullptr && primitive->IsOpen() ? "] EXPLICIT" : "] IMPLICIT");
+}
+
+// The member's class, for code: the value class, or a list's with its
+// module ("qcommon::QAsnNVSList").
+std::string MemberClassName(const AsnMemberStep& step) {
   const AsnCatalogueEntry* list = step.kind == AsnMemberKind::kList ? AsnCatalogue::Find(step.typeName) : nullptr;
   return list == nullptr ? step.typeName : list->module + "::" + step.typeName;
 }
@@ -97,27 +128,30 @@ void DescribeTypes(std::ostream& os, std::string_view only) {
   for (const Json& type : DescribeTypesJson(only)) {
     if (!first) os << '\n';
     first = false;
-    os << type["name"].get<std::string>() << " (" << type["module"].get<std::string>() << ")";
-    if (type["kind"] == "list") {
-      os << ": SEQUENCE OF " << type["element"].get<std::string>() << '\n';
+    os << type["name"].get<std::string>() << " ::= ";
+    if (type["kind"] == "value") {
+      os << type["type"].get<std::string>() << "  -- " << type["module"].get<std::string>() << '\n';
       continue;
     }
-    os << '\n';
+    if (type["kind"] == "list") {
+      os << "SEQUENCE OF " << type["element"].get<std::string>() << "  -- " << type["module"].get<std::string>()
+         << '\n';
+      continue;
+    }
+    os << "SEQUENCE {  -- " << type["module"].get<std::string>() << '\n';
     std::size_t nameWidth = 0;
-    std::size_t typeWidth = 0;
     for (const Json& member : type["members"]) {
       nameWidth = std::max(nameWidth, member["name"].get<std::string>().size());
-      typeWidth = std::max(typeWidth, member["type"].get<std::string>().size());
     }
-    for (const Json& member : type["members"]) {
+    const std::size_t count = type["members"].size();
+    for (std::size_t i = 0; i < count; ++i) {
+      const Json& member = type["members"][i];
+      const std::string tag = member["tag"].get<std::string>();
       os << "  " << std::left << std::setw(static_cast<int>(nameWidth)) << member["name"].get<std::string>() << "  "
-         << std::setw(static_cast<int>(typeWidth)) << member["type"].get<std::string>() << "  ";
-      if (member["optional"].get<bool>()) {
-        os << "optional [" << member["number"].get<int>() << "]\n";
-      } else {
-        os << "mandatory\n";
-      }
+         << (tag.empty() ? "" : tag + " ") << member["type"].get<std::string>()
+         << (member["optional"].get<bool>() ? " OPTIONAL" : "") << (i + 1 < count ? ",\n" : "\n");
     }
+    os << "}\n";
   }
 }
 
@@ -125,19 +159,25 @@ Json DescribeTypesJson(std::string_view only) {
   Json types = Json::array();
   for (const AsnCatalogueEntry& entry : SelectedEntries(only)) {
     Json type = {{"name", entry.name}, {"module", entry.module}};
+    const std::unique_ptr<AsnType> value(entry.create());
+    const auto* record = dynamic_cast<const AsnSequence*>(value.get());
     if (entry.createElement != nullptr) {
       type["kind"] = "list";
-      type["element"] = entry.elementName;
+      type["element"] = AsnTypeOf(*std::unique_ptr<AsnType>(entry.createElement()));
+    } else if (record == nullptr) {
+      type["kind"] = "value";  // a type assignment of another kind: Version ::= INTEGER
+      type["type"] = AsnTypeOf(*value, true);
     } else {
       type["kind"] = "record";
       type["members"] = Json::array();
-      const std::unique_ptr<AsnType> value(entry.create());
-      if (const auto* record = dynamic_cast<const AsnSequence*>(value.get())) {
+      {
         for (const AsnMemberStep& step : record->Plan().members) {
           type["members"].push_back({{"name", step.name},
-                                     {"type", MemberTypeName(step)},
+                                     {"type", MemberAsnType(step)},
+                                     {"tag", MemberTagText(step)},
                                      {"optional", step.optional},
-                                     {"number", step.number}});
+                                     {"number", step.number},
+                                     {"class", MemberClassName(step)}});
         }
       }
     }

@@ -1,0 +1,77 @@
+"""The C++ text of each kind of generated class: a record, a list, and a
+value class of a name of its own (a type assignment of a universal type, an
+ENUMERATED's names, a BIT STRING's named bits)."""
+
+
+def c_string(text):
+    return '"%s"' % text.replace("\\", "\\\\").replace('"', '\\"')
+
+
+def record_class(name, type_name, members, lines):
+    """members: the declaration lines; lines: the member lines."""
+    return (
+        "class {n} final : public AsnRecord<{n}> {{\n"
+        " public:\n"
+        "  static constexpr char kClassName[] = {t};\n\n"
+        "{members}\n"
+        "  {n}() {{ Constructor(*this); }}\n"
+        "  {n}(const {n}& other) : AsnRecord() {{ CopyConstructor(*this, other); }}\n"
+        "  ~{n}() override {{ Destructor(*this); }}\n"
+        "  {n}& operator=(const {n}& other) {{\n"
+        "    Assign(*this, other);\n"
+        "    return *this;\n"
+        "  }}\n\n"
+        " private:\n"
+        "  friend class AsnRecord<{n}>;\n"
+        "  // One line per member; the encoder's lines inline to the member's own code.\n"
+        "  template <class Lines>\n"
+        "  [[gnu::always_inline]] static void DescribeMembers(Lines& lines) {{\n"
+        "{lines}"
+        "  }}\n"
+        "}};\n").format(n=name, t=c_string(type_name), members="".join(members), lines="".join(lines))
+
+
+def list_class(name, type_name, element, qualified_name):
+    return (
+        "class {n} final : public AsnSeqOf<{e}> {{\n"
+        " public:\n"
+        "  static constexpr char kTypeName[] = {t};\n"
+        "  // The name its reflection description carries.\n"
+        "  static constexpr char kQualifiedName[] = \"{q}\";\n\n"
+        "  {n}() = default;\n"
+        "  {n}(const {n}&) = default;\n"
+        "  {n}& operator=(const {n}&) = default;\n\n"
+        "  AsnType* Clone() const override {{ return new {n}(*this); }}\n"
+        "  const char* typeName() const override {{ return kTypeName; }}\n"
+        "}};\n").format(n=name, t=c_string(type_name), e=element, q=qualified_name)
+
+
+def value_class(name, type_name, base, names=None, extensible=None):
+    """A class of its own over a runtime value class. names: an ENUMERATED's
+    (number, identifier) with `extensible`, or a BIT STRING's (bit, name)."""
+    extra = ""
+    if names is not None and base == "AsnEnumerated":
+        # A new value holds the first identifier: 0 may be none of them.
+        extra = ("  %s() : AsnEnumerated(%d) {}\n" % (name, names[0][0]) +
+                 "  const AsnEnumeratedName* Names(std::size_t& count) const override {\n"
+                 "    static const AsnEnumeratedName kNames[] = {%s};\n"
+                 "    count = %d;\n"
+                 "    return kNames;\n"
+                 "  }\n"
+                 "  bool Extensible() const override { return %s; }\n") % (
+            ", ".join("{%d, %s}" % (number, c_string(text)) for number, text in names), len(names),
+            "true" if extensible else "false")
+    elif names is not None:
+        extra = ("  const AsnNamedBit* NamedBits(std::size_t& count) const override {\n"
+                 "    static const AsnNamedBit kBits[] = {%s};\n"
+                 "    count = %d;\n"
+                 "    return kBits;\n"
+                 "  }\n") % (", ".join("{%d, %s}" % (bit, c_string(text)) for bit, text in names), len(names))
+    return (
+        "class {n} final : public {b} {{\n"
+        " public:\n"
+        "  static constexpr char kTypeName[] = {t};\n\n"
+        "{extra}"
+        "  AsnType* Clone() const override {{ return new {n}(*this); }}\n"
+        "  const char* typeName() const override {{ return kTypeName; }}\n"
+        "}};\n").format(n=name, t=c_string(type_name), b=base, extra=extra)
