@@ -56,14 +56,21 @@ std::string MemberAsnType(const AsnMemberStep& step) {
   return AsnTypeOf(*value);
 }
 
-// The member's own tag as the module writes it ("[0] IMPLICIT"), or "" for a
-// member that travels with its type's tag.
+// The member's own tags as a module writes them ("[0] IMPLICIT",
+// "[APPLICATION 1] EXPLICIT"), or "" for a member that travels with its
+// type's tag: each tag around another is explicit, the innermost one, when it
+// is not universal, replaced the type's own.
 std::string MemberTagText(const AsnMemberStep& step) {
-  if (step.number < 0) return "";
-  const std::unique_ptr<AsnType, refl::DestroyFunction> value(static_cast<AsnType*>(step.create()), step.destroy);
-  const auto* primitive = dynamic_cast<const AsnPrimitive*>(value.get());
-  // An open value cannot be tagged implicitly.
-  return "[" + std::to_string(step.number) + (primitive != nullptr && primitive->IsOpen() ? "] EXPLICIT" : "] IMPLICIT");
+  static const char* const kClassNames[] = {"", "APPLICATION ", "", "PRIVATE "};
+  std::string text;
+  for (unsigned i = 0; i < step.tags.count; ++i) {
+    const AsnTag tag = step.tags.tags[i];
+    if (tag == kAsnOpenTag || TagClassOf(tag) == AsnTagClass::kUniversal) continue;
+    if (!text.empty()) text += ' ';
+    text += "[" + std::string(kClassNames[static_cast<unsigned>(TagClassOf(tag)) >> 6]) +
+            std::to_string(TagNumber(tag)) + (i + 1 < step.tags.count ? "] EXPLICIT" : "] IMPLICIT");
+  }
+  return text;
 }
 
 // The member's class, for code: the value class, or a list's with its
