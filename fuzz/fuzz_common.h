@@ -14,6 +14,7 @@
 
 #include "tn_platform/asn/asn_ber_reader.h"
 #include "tn_platform/asn/asn_decode_error.h"
+#include "tn_platform/asn/asn_json_reader.h"
 #include "tn_platform/asn/asn_value_io.h"
 #include "tn_qmodules/asn_catalogue.h"
 #include "tn_velkor/ns_velkor.h"
@@ -87,4 +88,22 @@ std::unique_ptr<AsnDecodeError> FuzzWalk(std::string_view bytes, std::size_t sho
     breakItem = reader.ItemStart();
     return std::unique_ptr<AsnDecodeError>(raw);
   }
+}
+
+// The input after its first octet, decoded as BER and read as JSON in both
+// forms, each time into a new value `create(octet)` makes; every value one
+// of them accepts must pass `stable(octet, value)`.
+template <class Create, class Stable>
+int FuzzValueReaders(const std::uint8_t* data, std::size_t size, Create&& create, Stable&& stable) {
+  if (size == 0) return 0;
+  const std::string_view rest(reinterpret_cast<const char*>(data) + 1, size - 1);
+  const auto decoded = create(data[0]);
+  if (FuzzDecode(*decoded, rest)) stable(data[0], *decoded);
+  for (const AsnJsonForm form : {AsnJsonForm::kReadable, AsnJsonForm::kJer}) {
+    const auto read = create(data[0]);
+    if (FuzzRefusal(read->typeName(), rest.size(), [&] { AsnReadJson(*read, rest, form); }) == nullptr) {
+      stable(data[0], *read);
+    }
+  }
+  return 0;
 }

@@ -71,21 +71,9 @@ void Stable(std::uint8_t pick, const AsnPrimitive& value) {
   }
 }
 
-void ReadJson(std::uint8_t pick, std::string_view text, AsnJsonForm form) {
-  const std::unique_ptr<AsnPrimitive> value(Create(pick));
-  if (FuzzRefusal(value->typeName(), text.size(), [&] { AsnReadJson(*value, text, form); }) == nullptr) {
-    Stable(pick, *value);
-  }
-}
-
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  if (size == 0) return 0;
-  const std::string_view rest(reinterpret_cast<const char*>(data) + 1, size - 1);
-  const std::unique_ptr<AsnPrimitive> value(Create(data[0]));
-  if (FuzzDecode(*value, rest)) Stable(data[0], *value);
-  ReadJson(data[0], rest, AsnJsonForm::kReadable);
-  ReadJson(data[0], rest, AsnJsonForm::kJer);
-  return 0;
+  const auto create = [](std::uint8_t pick) { return std::unique_ptr<AsnPrimitive>(Create(pick)); };
+  return FuzzValueReaders(data, size, create, Stable);
 }
