@@ -1,4 +1,4 @@
-# tn_asn_module(<target> <module text> [CODE <target>] [OUTPUT <dir>])
+# tn_asn_module(<target> <module text> [CODE <target>] [OUTPUT <dir>] [WITH <text>...])
 #
 # Compiles an interface module's ASN.1 text into its record and list classes
 # (recordc/recordc.py) at build time, again whenever the text or the compiler
@@ -6,7 +6,8 @@
 # .asn>.h under the output folder, declares every class. <target> gets the
 # module's catalogue entries, made when it is loaded, and its class code
 # unless CODE names the target that carries it. A module may import the types
-# of every module compiled before it.
+# of every module compiled before it, or, when WITH is given, of the texts it
+# names (modules of public texts whose names meet those of other texts).
 #
 # The same file serves the installed package (find_package(tn_velkor)), where
 # a service compiles modules of its own: there the compiler is the installed
@@ -22,7 +23,7 @@ get_filename_component(TN_RECORDC_DIR ${TN_RECORDC} DIRECTORY)
 file(GLOB TN_RECORDC_SOURCES ${TN_RECORDC_DIR}/*.py)
 
 function(tn_asn_module target text)
-  cmake_parse_arguments(PARSE_ARGV 2 MODULE "" "CODE;OUTPUT" "")
+  cmake_parse_arguments(PARSE_ARGV 2 MODULE "" "CODE;OUTPUT" "WITH")
   if(NOT MODULE_CODE)
     set(MODULE_CODE ${target})
   endif()
@@ -46,6 +47,15 @@ function(tn_asn_module target text)
   set(catalogue ${MODULE_OUTPUT}/${stem}_catalogue.cpp)
 
   get_property(known GLOBAL PROPERTY TN_ASN_MODULE_TEXTS)
+  set(explicit_with FALSE)
+  if(DEFINED MODULE_WITH OR "WITH" IN_LIST MODULE_KEYWORDS_MISSING_VALUES)
+    set(explicit_with TRUE)
+    set(known "")
+    foreach(other IN LISTS MODULE_WITH)
+      get_filename_component(other ${other} ABSOLUTE)
+      list(APPEND known ${other})
+    endforeach()
+  endif()
   if(TN_VELKOR_ASN_DIR)
     file(GLOB_RECURSE installed ${TN_VELKOR_ASN_DIR}/*.asn)
     list(PREPEND known ${installed})
@@ -61,7 +71,9 @@ function(tn_asn_module target text)
     COMMENT "recordc ${stem}.asn"
     VERBATIM)
   add_custom_target(recordc_${name} DEPENDS ${header} ${types} ${catalogue})
-  set_property(GLOBAL APPEND PROPERTY TN_ASN_MODULE_TEXTS ${text})
+  if(NOT explicit_with)
+    set_property(GLOBAL APPEND PROPERTY TN_ASN_MODULE_TEXTS ${text})
+  endif()
   # The code may go to a target of another folder than the one compiling it.
   set_source_files_properties(${header} ${types} TARGET_DIRECTORY ${MODULE_CODE} PROPERTIES GENERATED TRUE)
   target_sources(${MODULE_CODE} PRIVATE ${header} ${types})

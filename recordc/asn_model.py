@@ -89,7 +89,8 @@ class Component(object):
     extension: an extension addition (after the first "..."); group: the
     index of its addition group [[ ]] among the additions (None outside one),
     version: the group's "n:" if written. components_of: the Type of a
-    COMPONENTS OF until the resolver expands it (then name is set)."""
+    COMPONENTS OF until the resolver expands it (then name is set).
+    after_extensions: a root component written after the second "..."."""
 
     def __init__(self, name, type_, line, optional=False, default=None, extension=False, group=None,
                  version=None, components_of=None):
@@ -102,6 +103,7 @@ class Component(object):
         self.group = group
         self.version = version
         self.components_of = components_of
+        self.after_extensions = False
 
     def __repr__(self):
         return "%s %r%s" % (self.name, self.type, " OPTIONAL" if self.optional else "")

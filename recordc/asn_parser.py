@@ -388,6 +388,7 @@ class Parser(ConstraintReader):
                 self.take("]]")
             else:
                 node.components.append(self.component(kind, markers == 1, None, None))
+                node.components[-1].after_extensions = markers == 2
             if not self.take_if(","):
                 break
         self.take("}")

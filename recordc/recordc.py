@@ -17,18 +17,25 @@ are named with --with; their headers are found by the same rule, below the
 first --root that holds the text (a service's own source root, and the
 installed package's folder of module texts, whose layout is the headers').
 
-How the text maps to C++ (and to the wire, see the runtime's AsnSequence;
+How the text maps to C++ (and to the wire, see the runtime's AsnRecord;
 docs/records.md has the table): the universal types -> the runtime's value
-classes (cpp_kinds.py); TypeName ::= SEQUENCE { ... } -> a record class
-(AsnRecord); TypeName ::= SEQUENCE OF T -> a list class (AsnSeqOf<T>);
-TypeName ::= T -> a class of that name over T's class; member
-[n] IMPLICIT T OPTIONAL -> refl::MayNullPointer<T> registered with number n
-(its context tag). A mandatory member carries no tag of its own. Names are
-made by cpp_names.py, the classes' text by cpp_classes.py.
+classes (cpp_kinds.py); SEQUENCE and SET { ... } -> a record class
+(AsnRecord, kStructure for a SET); CHOICE -> AsnRecord<T, AsnChoice>, every
+alternative optional; SEQUENCE OF / SET OF T -> a list class (AsnSeqOf<T>,
+AsnSetOf<T>); TypeName ::= T -> a class of that name over T's class; a type
+written inside another -> a class named <Outer>_<member>. An OPTIONAL member,
+and an extension addition (an older peer leaves it out), is a
+refl::MayNullPointer<T>; a DEFAULT member a plain one whose default a
+function of the class gives (cpp_defaults.py); an extensible type keeps
+unknown additions in a member `unknown_`. Tags (cpp_tags.py) go on the member
+line, or in kTagging for those written on a type assignment; a member line
+with a number alone stands for [n] IMPLICIT on an optional member. Names are
+made by cpp_names.py, the classes' text by cpp_classes.py. Every module of
+the text goes into the one header, in namespace blocks.
 
 The texts are read by asn_parser.py into the model of asn_model.py and
-completed by asn_resolver.py; record_subset.py checks that the module stays
-within what is compiled today and refuses anything else with one line.
+completed by asn_resolver.py; record_subset.py refuses what is not compiled
+yet with one line.
 
 usage: recordc.py --root SOURCE_ROOT [--root ...] --out OUT_DIR MODULE.asn [--with OTHER.asn ...]
 """
@@ -39,13 +46,22 @@ import re
 import sys
 
 sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
-from asn_errors import AsnModuleError  # noqa: E402
+from asn_errors import AsnModuleError, refuse  # noqa: E402
 from asn_parser import parse  # noqa: E402
 from asn_resolver import Modules  # noqa: E402
+from asn_tags import wire_tags  # noqa: E402
 from record_subset import Subset  # noqa: E402
 import cpp_classes  # noqa: E402
 from cpp_kinds import OWN_CODEC_CLASSES, header_of, needs_class_of_its_own, number, value_class  # noqa: E402
+from cpp_defaults import default_body  # noqa: E402
 from cpp_names import NameTable, cpp_name  # noqa: E402
+from cpp_tags import bare_tags, is_context_implicit, tagging, written_tags  # noqa: E402
+
+STRUCTURED = ("SEQUENCE", "SET", "CHOICE", "SEQUENCE OF", "SET OF")
+LISTS = ("SEQUENCE OF", "SET OF")
+# The member that keeps an extensible type's unknown additions: no ASN.1
+# name ends in an underscore.
+UNKNOWN_MEMBERS = "unknown_"
 
 
 def namespace_of(module):
@@ -76,7 +92,7 @@ def references(node):
     if node.kind == "reference":
         return [node]
     found = [ref for member in getattr(node, "components", []) for ref in references(member.type)]
-    return found + (references(node.element) if node.kind == "SEQUENCE OF" else [])
+    return found + (references(node.element) if node.kind in LISTS else [])
 
 
 class Compiler(object):
@@ -105,60 +121,80 @@ class Compiler(object):
         return name
 
     def class_of(self, node, module, helper_name):
-        """The C++ class of a type written in a member or as a list element
-        (record_subset.py has checked it). A type with names of its own gets
-        a helper class, `helper_name`. A reference to a type assignment of
-        OCTET STRING, BOOLEAN or a fixed-size INTEGER is that runtime class:
-        the record codec handles those by their exact class."""
+        """(C++ class, the wire tags it carries on its own) of a type written
+        in a member or as a list element (record_subset.py has checked it). A
+        type with names of its own gets a helper class, `helper_name`. A
+        reference to a type assignment of OCTET STRING, BOOLEAN or a
+        fixed-size INTEGER is that runtime class: the record codec handles
+        those by their exact class (tags of the assignment go on the line)."""
         if node.kind == "reference":
             shape, shape_module = shape_of(node, module)
-            if shape.kind not in ("SEQUENCE", "SEQUENCE OF") and not needs_class_of_its_own(shape):
+            if shape.kind not in STRUCTURED and not needs_class_of_its_own(shape):
                 base = value_class(shape, shape_module)
                 if base in OWN_CODEC_CLASSES:
-                    return self.runtime_class(base)
-            target = node.target.module
+                    return self.runtime_class(base), bare_tags(shape.kind)
+            target = node.target
+            own = wire_tags(target.type, target.module)
             name = cpp_name(node.name)
-            if target is self.module:
-                return name
-            self.headers.add(self.header_of(target))
-            return qualified(namespace_of(target), name)
-        if node.kind in ("SEQUENCE", "SEQUENCE OF") or needs_class_of_its_own(node):
+            if target.module is self.module:
+                return name, own
+            self.headers.add(self.header_of(target.module))
+            return qualified(namespace_of(target.module), name), own
+        if node.kind in STRUCTURED or needs_class_of_its_own(node):
             made = self.names.take(helper_name, node.line, helper_name)
-            self.helpers.append(self.structure_class(made, made, node, module))
-            return made
-        return self.runtime_class(value_class(node, module))
+            self.helpers.append(self.structure_class(made, made, node, module, None))
+            return made, bare_tags(node.kind)
+        return self.runtime_class(value_class(node, module)), bare_tags(node.kind)
 
-    def structure_class(self, name, type_name, node, module):
+    def element_class(self, node, module, helper_name):
+        """A list element's class: it carries every tag of the element itself."""
+        if node.tags and (node.kind in STRUCTURED or needs_class_of_its_own(node) or
+                          (node.kind != "reference" and value_class(node, module) not in OWN_CODEC_CLASSES)):
+            made = self.names.take(helper_name, node.line, helper_name)
+            self.helpers.append(self.structure_class(made, made, node, module, wire_tags(node, module)))
+            return made
+        cpp_class, own = self.class_of(node, module, helper_name)
+        if written_tags(wire_tags(node, module), own):
+            refuse(module.path, node.line, "a tag on a list element of this type is not supported yet")
+        return cpp_class
+
+    def structure_class(self, name, type_name, node, module, wire):
         """The class of a type, written in a type assignment or inside another
-        type, with its class code (explicit instantiations) noted."""
+        type, with its class code (explicit instantiations) noted. `wire`: the
+        wire tags the class carries on its own (None: its type's bare tags)."""
         full_name = qualified(namespace_of(self.module), name)
-        if node.kind == "SEQUENCE":
-            code = self.record(name, type_name, node, module)  # the classes inside it come first
-            self.instances.append("template class AsnRecord<%s>;\n" % full_name)
+        tags = tagging(wire, bare_tags(node.kind)) if wire is not None else None
+        if node.kind in ("SEQUENCE", "SET", "CHOICE"):
+            code = self.record(name, type_name, node, module, tags)  # the classes inside it come first
+            base = "AsnRecord<%s, AsnChoice>" % full_name if node.kind == "CHOICE" else "AsnRecord<%s>" % full_name
+            self.instances.append("template class %s;\n" % base)
             return code
-        if node.kind == "SEQUENCE OF":
-            code, element = self.list_class(name, type_name, node, module)
+        if node.kind in LISTS:
+            code, element = self.list_class(name, type_name, node, module, tags)
             full = qualified(namespace_of(self.module), element) if element in self.names.given else element
-            instance = "template class AsnList<%s>;\ntemplate class AsnSeqOf<%s>;\n" % (full, full)
-            if instance not in self.instances:
-                self.instances.append(instance)
+            if tags is None and node.kind == "SEQUENCE OF":
+                instance = "template class AsnList<%s>;\ntemplate class AsnSeqOf<%s>;\n" % (full, full)
+                if instance not in self.instances:
+                    self.instances.append(instance)
             self.list_element = (self.element_name(element), full)
             return code
-        return self.named_value_class(name, type_name, node, module)
+        return self.named_value_class(name, type_name, node, module, tags)
 
-    def named_value_class(self, name, type_name, node, module):
+    def named_value_class(self, name, type_name, node, module, tags):
         """The class of a type assignment of a universal type, or of one
         written inside another type that needs names of its own."""
         base = self.runtime_class(value_class(node, module))
+        if tags is not None:
+            self.headers.add("tn_velkor/asn/asn_tagged_value.h")
         if node.kind == "ENUMERATED":
             self.headers.add("cstddef")
             names = [(item.number, item.name) for item in node.items]
-            return cpp_classes.value_class(name, type_name, base, names, node.extensible)
+            return cpp_classes.value_class(name, type_name, base, tags, names, node.extensible)
         if needs_class_of_its_own(node):
             self.headers.add("cstddef")
             names = [(number(value), bit) for bit, value in node.named_numbers]
-            return cpp_classes.value_class(name, type_name, base, names)
-        return cpp_classes.value_class(name, type_name, base)
+            return cpp_classes.value_class(name, type_name, base, tags, names)
+        return cpp_classes.value_class(name, type_name, base, tags)
 
     def element_name(self, cpp_class):
         return cpp_class.split("::")[-1]
@@ -197,28 +233,78 @@ class Compiler(object):
     def comment(self, lines, indent=""):
         return "".join("%s// %s\n" % (indent, line) if line else "%s//\n" % indent for line in lines)
 
-    def record(self, name, type_name, node, module):
-        members, lines = [], []
+    def record(self, name, type_name, node, module, tags):
+        """A SEQUENCE, SET or CHOICE: its members, their lines, the functions
+        that give DEFAULT members their values, and a member for unknown
+        extension additions."""
+        choice = node.kind == "CHOICE"
+        members, lines, makers = [], [], []
         scope = NameTable(module.path)
-        for member in node.components:
+        optional_count = 0
+        unknown_at = self.unknown_members_line(node)
+        for index, member in enumerate(node.components):
+            if index == unknown_at:
+                lines.append("    lines.Extensions(&%s::%s);\n" % (name, UNKNOWN_MEMBERS))
             field = scope.take(member.name, member.line)
-            value = self.class_of(member.type, module, "%s_%s" % (name, field))
-            if member.optional:
-                self.headers.add("tn_platform/refl/may_null_pointer.h")
-                value = "refl::MayNullPointer<%s>" % value
+            value, own = self.class_of(member.type, module, "%s_%s" % (name, field))
+            wire = wire_tags(member.type, module)
+            # An extension addition may be missing in what an older peer sends.
+            optional = choice or member.optional or (member.extension and member.default is None)
             note = module.member_comments.get((type_name, member.name))
-            members.append("  %s %s;%s\n" % (value, field, "  // " + note if note else ""))
-            number_text = ", %d" % member.type.tags[0].number if member.optional else ""
-            lines.append('    lines.Add("%s", &%s::%s%s);\n' % (member.name, name, field, number_text))
+            held = value
+            if optional:
+                self.headers.add("tn_platform/refl/may_null_pointer.h")
+                held = "refl::MayNullPointer<%s>" % value
+            members.append("  %s %s;%s\n" % (held, field, "  // " + note if note else ""))
+            if not choice and not optional and member.default is None and not written_tags(wire, own):
+                lines.append('    lines.Add("%s", &%s::%s);\n' % (member.name, name, field))
+            elif not choice and optional and is_context_implicit(wire, own):
+                lines.append('    lines.Add("%s", &%s::%s, %d);\n' % (member.name, name, field, wire[0][1]))
+            else:
+                number_text = "-1"
+                if optional:
+                    number_text = str(optional_count)
+                    optional_count += 1
+                maker = ""
+                if member.default is not None:
+                    maker_name = "Default" + field[0].upper() + field[1:]
+                    body = default_body(module.path, member.line, member.type, member.default, value)
+                    makers.append("  static void %s(%s& value) { %s }\n" % (maker_name, value, body))
+                    maker = ", &%s::%s" % (name, maker_name)
+                    if "AsnReadJson" in body:
+                        self.headers.add("tn_platform/asn/asn_json_reader.h")
+                lines.append('    lines.Add("%s", &%s::%s, %s, %s%s);\n' %
+                             (member.name, name, field, number_text, tagging(wire, own) or "AsnTagging()", maker))
+        if unknown_at == len(node.components):
+            lines.append("    lines.Extensions(&%s::%s);\n" % (name, UNKNOWN_MEMBERS))
+        if unknown_at is not None:
+            members.append("  AsnExtensions %s;  // unknown extension additions, kept as they came\n" %
+                           UNKNOWN_MEMBERS)
         self.headers.add("tn_velkor/asn/asn_record.h")
-        return cpp_classes.record_class(name, type_name, members, lines)
+        return cpp_classes.record_class(name, type_name, members, lines, makers, choice=choice,
+                                        is_set=node.kind == "SET", tags=tags)
 
-    def list_class(self, name, type_name, node, module):
-        element = self.class_of(node.element, module, name + "_element")
+    def unknown_members_line(self, node):
+        """Where an extensible type's unknown additions go among its lines:
+        after the additions it knows, before the root members written after
+        the second "..."; None when it is not extensible."""
+        if not node.extensible:
+            return None
+        components = node.components
+        additions = [index for index, member in enumerate(components) if member.extension]
+        if additions:
+            return additions[-1] + 1
+        later = [index for index, member in enumerate(components) if member.after_extensions]
+        return later[0] if later else len(components)
+
+    def list_class(self, name, type_name, node, module, tags):
+        element = self.element_class(node.element, module, name + "_element")
         self.headers.add("tn_velkor/asn/asn_list.h")
-        return cpp_classes.list_class(name, type_name, element, qualified(namespace_of(self.module), name)), element
+        return cpp_classes.list_class(name, type_name, element, qualified(namespace_of(self.module), name),
+                                      set_of=node.kind == "SET OF", tags=tags), element
 
     def compile(self):
+        """The module's classes (in namespace blocks) and catalogue entries."""
         namespace = namespace_of(self.module)
         module_name = self.module.name.lower()
         classes, entries = [], []
@@ -231,8 +317,8 @@ class Compiler(object):
                                 ["  " + line for line in self.type_text(assignment.type)])
             full_name = qualified(namespace, name)
             self.helpers = []
-            code = self.structure_class(name, type_name, node, module)
-            if node.kind == "SEQUENCE OF":
+            code = self.structure_class(name, type_name, node, module, wire_tags(assignment.type, self.module))
+            if node.kind in LISTS:
                 entries.append('  AsnCatalogue::Add({"%s", "%s", &CreateAsnValue<%s>,\n'
                                '                     "%s", &CreateAsnValue<%s>});\n' %
                                ((type_name, module_name, full_name) + self.list_element))
@@ -241,25 +327,60 @@ class Compiler(object):
                                (type_name, module_name, full_name))
             classes.extend(self.helpers)
             classes.append(text + code)
+        block = "\n".join(classes)
+        if namespace:
+            block = "namespace %s {\n\n%s\n}  // namespace %s\n" % (namespace, block, namespace)
+        return block, entries
 
-        source = self.below_root(self.module.path)
-        banner = "// Generated by recordc from %s: edit the module text, not this file.\n" % source
-        header_path = self.header_of(self.module)
-        system = sorted(h for h in self.headers if "/" not in h)
-        own = sorted(h for h in self.headers if h.startswith("tn_platform/") or h.startswith("tn_velkor/asn/"))
-        imported = sorted(h for h in self.headers if h not in own and h not in system)
-        header = (banner + "//\n" + self.comment(self.module.comment) +
-                  "#pragma once\n#pragma GCC visibility push(default)\n\n" +
-                  "".join("#include <%s>\n" % h for h in system) + ("\n" if system else "") +
-                  "".join('#include "%s"\n' % h for h in own + imported) + "\n" +
-                  ("namespace %s {\n\n" % namespace if namespace else "") + "\n".join(classes) +
-                  ("\n}  // namespace %s\n" % namespace if namespace else "") + "#pragma GCC visibility pop\n")
-        types = (banner + '#include "%s"\n\n' % header_path + "".join(self.instances))
-        catalogue = (banner + '#include "%s"\n#include "tn_qmodules/asn_catalogue.h"\n\n' % header_path +
-                     "namespace {\nconst bool s_catalogued = [] {\n" + "".join(entries) +
-                     "  return true;\n}();\n}  // namespace\n")
-        stem = os.path.splitext(header_path)[0]
-        return {stem + ".h": header, stem + "_types.cpp": types, stem + "_catalogue.cpp": catalogue}
+
+def module_order(modules):
+    """The modules of one text, each after those of the text it imports from."""
+    by_name = dict((module.name, module) for module in modules)
+    done, result = set(), []
+
+    def visit(module):
+        if module.name in done:
+            return
+        done.add(module.name)
+        for source in module.imports.values():
+            if source in by_name:
+                visit(by_name[source])
+        result.append(module)
+
+    for module in modules:
+        visit(module)
+    return result
+
+
+def compile_text(modules, text_modules, roots):
+    """The three files of one text: every module it holds, in one header."""
+    compilers = [Compiler(modules, module, roots) for module in module_order(text_modules)]
+    blocks, entries, headers, instances = [], [], set(), []
+    for compiler in compilers:
+        block, found = compiler.compile()
+        blocks.append(block)
+        entries += found
+        headers |= compiler.headers
+        instances += [instance for instance in compiler.instances if instance not in instances]
+    first = compilers[0]
+    header_path = first.header_of(first.module)
+    headers.discard(header_path)
+    source = first.below_root(first.module.path)
+    banner = "// Generated by recordc from %s: edit the module text, not this file.\n" % source
+    system = sorted(h for h in headers if "/" not in h)
+    own = sorted(h for h in headers if h.startswith("tn_platform/") or h.startswith("tn_velkor/asn/"))
+    imported = sorted(h for h in headers if h not in own and h not in system)
+    header = (banner + "//\n" + first.comment(text_modules[0].comment) +
+              "#pragma once\n#pragma GCC visibility push(default)\n\n" +
+              "".join("#include <%s>\n" % h for h in system) + ("\n" if system else "") +
+              "".join('#include "%s"\n' % h for h in own + imported) + "\n" +
+              "\n".join(blocks) + "#pragma GCC visibility pop\n")
+    types = (banner + '#include "%s"\n\n' % header_path + "".join(instances))
+    catalogue = (banner + '#include "%s"\n#include "tn_qmodules/asn_catalogue.h"\n\n' % header_path +
+                 "namespace {\nconst bool s_catalogued = [] {\n" + "".join(entries) +
+                 "  return true;\n}();\n}  // namespace\n")
+    stem = os.path.splitext(header_path)[0]
+    return {stem + ".h": header, stem + "_types.cpp": types, stem + "_catalogue.cpp": catalogue}
 
 
 def write_if_changed(path, text):
@@ -288,11 +409,8 @@ def main(argv):
         for path in [options.module] + options.others:
             with open(path) as text:
                 texts.append(parse(text.read(), path))
-        if len(texts[0]) != 1:
-            raise AsnModuleError("%s: one module per text" % options.module)
         modules = Modules([module for found in texts for module in found])
-        compiler = Compiler(modules, texts[0][0], options.roots)
-        for relative, text in compiler.compile().items():
+        for relative, text in compile_text(modules, texts[0], options.roots).items():
             write_if_changed(os.path.join(options.out, relative), text)
     except (AsnModuleError, OSError) as error:
         print("recordc: %s" % error, file=sys.stderr)

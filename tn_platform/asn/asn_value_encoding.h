@@ -65,9 +65,9 @@ struct AsnHasStructure<Value, std::void_t<decltype(Value::kStructure)>> : std::t
 // The tag a value of class `Value` carries without tags of its type.
 template <class Value>
 constexpr AsnTag AsnBareTagOf() {
-  if constexpr (std::is_same_v<Value, AsnOcts>) return kTagOctetString;
-  if constexpr (std::is_same_v<Value, AsnTinyInt> || std::is_same_v<Value, AsnInt>) return kTagInteger;
-  if constexpr (std::is_same_v<Value, AsnBool>) return kTagBoolean;
+  if constexpr (std::is_base_of_v<AsnOcts, Value>) return kTagOctetString;
+  if constexpr (std::is_base_of_v<AsnTinyInt, Value> || std::is_base_of_v<AsnInt, Value>) return kTagInteger;
+  if constexpr (std::is_base_of_v<AsnBool, Value>) return kTagBoolean;
   if constexpr (std::is_base_of_v<AsnPrimitive, Value>) return Value::kUniversalTag;
   if constexpr (std::is_base_of_v<AsnChoice, Value>) return kAsnChoiceTag;
   if constexpr (std::is_base_of_v<AsnListBase, Value>) return Value::kListTag;
