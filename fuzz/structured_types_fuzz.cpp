@@ -1,4 +1,4 @@
-// The structured types (tests/structured_types.h: tags of every class and
+// The structured types (tests/structured/structured.asn: tags of every class and
 // mode, CHOICE, DEFAULT, extensible records and CHOICEs, SET, SET OF): the
 // first octet picks a type, the rest is read as BER and as JSON text in both
 // forms. A refusal is a located AsnDecodeError; what is accepted is stable:

@@ -16,10 +16,12 @@ constexpr std::size_t kLookAhead = 4096;
 
 }  // namespace
 
-AsnBerListReader::AsnBerListReader(AsnByteSource source, AsnType* (*createElement)(), std::string listTypeName)
+AsnBerListReader::AsnBerListReader(AsnByteSource source, AsnType* (*createElement)(), std::string listTypeName,
+                                   AsnTag listTag)
     : m_window(std::make_unique<AsnSourceWindow>(std::move(source))),
       m_element(createElement()),
-      m_typeName(std::move(listTypeName)) {}
+      m_typeName(std::move(listTypeName)),
+      m_listTag(listTag) {}
 
 AsnBerListReader::~AsnBerListReader() = default;
 
@@ -39,8 +41,8 @@ void AsnBerListReader::ReadHeader() {
   AsnHeader header;
   try {
     header = BDecHeader(
-        buf, octets, [](AsnTag tag) { return tag == kTagSequence; }, AsnLengthCheck::kPrimitiveOnly);
-    if (header.status != AsnHeader::kComplete) AsnThrowHeaderError(header, kTagSequence, buf);
+        buf, octets, [this](AsnTag tag) { return tag == m_listTag; }, AsnLengthCheck::kPrimitiveOnly);
+    if (header.status != AsnHeader::kComplete) AsnThrowHeaderError(header, m_listTag, buf);
   } catch (AsnDecodeError* error) {
     Throw(error);
   }

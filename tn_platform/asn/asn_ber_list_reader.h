@@ -1,4 +1,4 @@
-// Reads an encoded SEQUENCE OF one element at a time, without building the
+// Reads an encoded SEQUENCE OF or SET OF one element at a time, without building the
 // list: memory stays bounded by the largest element, whatever the list's
 // length. For services that process long lists as they arrive, and for the
 // tool's streaming decode.
@@ -16,12 +16,15 @@
 
 #include "tn_platform/asn/asn_byte_source.h"
 #include "tn_platform/asn/asn_type.h"
+#include "tn_platform/asn/ber.h"
 
 class AsnBerListReader {
  public:
   // `createElement` makes a new default element (a catalogue entry's
-  // createElement); `listTypeName` starts the path of errors.
-  AsnBerListReader(AsnByteSource source, AsnType* (*createElement)(), std::string listTypeName);
+  // createElement); `listTypeName` starts the path of errors; `listTag` is
+  // the list's own tag (a list type with EXPLICIT tags is not read here).
+  AsnBerListReader(AsnByteSource source, AsnType* (*createElement)(), std::string listTypeName,
+                   AsnTag listTag = kTagSequence);
   ~AsnBerListReader();
   AsnBerListReader(const AsnBerListReader&) = delete;
   AsnBerListReader& operator=(const AsnBerListReader&) = delete;
@@ -45,6 +48,7 @@ class AsnBerListReader {
   std::unique_ptr<AsnSourceWindow> m_window;
   std::unique_ptr<AsnType> m_element;  // decoding replaces its content: one serves every element
   std::string m_typeName;
+  AsnTag m_listTag;
   enum class State { kStart, kElements, kDone } m_state = State::kStart;
   bool m_indefinite = false;
   unsigned long m_length = 0;    // the content length, when definite

@@ -143,8 +143,7 @@ bool AsnJsonListReader::NextEncoded(std::string& ber) {
   return true;
 }
 
-std::string AsnEncodedListHeader(unsigned long contentLength) {
-  const AsnTag tag = AsnMemberTag(AsnMemberKind::kList, false, -1);
+std::string AsnEncodedListHeader(unsigned long contentLength, AsnTag tag) {
   unsigned char header[16];
   const unsigned char* const end = AsnWriteHeader(header, tag, contentLength);
   return std::string(reinterpret_cast<const char*>(header), static_cast<std::size_t>(end - header));

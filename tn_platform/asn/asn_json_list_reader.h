@@ -17,6 +17,7 @@
 #include "tn_platform/asn/asn_byte_source.h"
 #include "tn_platform/asn/asn_json_form.h"
 #include "tn_platform/asn/asn_type.h"
+#include "tn_platform/asn/ber.h"
 
 class AsnJsonListReader {
  public:
@@ -62,6 +63,7 @@ class AsnJsonListReader {
 };
 
 // The identifier and length octets that make `contentLength` octets of
-// encoded elements (NextEncoded's, one after another) the encoding of a list.
-std::string AsnEncodedListHeader(unsigned long contentLength);
+// encoded elements (NextEncoded's, one after another) the encoding of a list
+// whose own tag is `tag` (a SEQUENCE OF's unless tags are written on it).
+std::string AsnEncodedListHeader(unsigned long contentLength, AsnTag tag = kTagSequence);
 #pragma GCC visibility pop

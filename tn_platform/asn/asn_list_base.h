@@ -67,6 +67,9 @@ class AsnListBase : public AsnType {
   // The tags a value of the list's class carries on its own: SEQUENCE OF
   // (30) or SET OF (31), or the tags written on its type.
   virtual AsnTagChain OwnTags() const = 0;
+  // Whether DER orders the elements (a SET OF): a list written as its
+  // elements come cannot be DER.
+  virtual bool SortedInDer() const { return false; }
 
   // VisitElements with any callable taking AsnType&.
   template <class Visitor>

@@ -164,6 +164,7 @@ template <class T, class Self = void>
 class AsnSetOf : public AsnSeqOf<T, Self, kTagSet> {
  public:
   unsigned char* WriteContent(unsigned char* out, AsnEncodeSizes& sizes) const override;
+  bool SortedInDer() const override { return true; }
 };
 
 // ---- definitions ------------------------------------------------------------

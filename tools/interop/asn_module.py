@@ -15,8 +15,10 @@ from cpp_kinds import number  # noqa: E402
 
 try:
     from pyasn1.type import char, namedtype, namedval, tag, univ, useful
+    TAG_CLASSES = {"UNIVERSAL": tag.tagClassUniversal, "APPLICATION": tag.tagClassApplication,
+                   "CONTEXT": tag.tagClassContext, "PRIVATE": tag.tagClassPrivate}
 except ImportError:  # the caller reports that pyasn1 is missing
-    char = namedtype = namedval = tag = univ = useful = None
+    char = namedtype = namedval = tag = univ = useful = TAG_CLASSES = None
 
 
 def _simple_kinds():
@@ -76,18 +78,13 @@ class Registry(Modules):
         """The pyasn1 type of a Type written in `module`."""
         schema = self.untagged(module, node)
         for written in reversed(node.tags):
+            cls = TAG_CLASSES[written.cls]
             default = "EXPLICIT" if module.tag_default == "EXPLICIT" else "IMPLICIT"
-            if (written.mode or default) == "IMPLICIT":
-                constructed = isinstance(schema, (univ.Sequence, univ.SequenceOf))
-                form = tag.tagFormatConstructed if constructed else tag.tagFormatSimple
-                if isinstance(schema, univ.Any):  # an open value is tagged explicitly
-                    schema = univ.Any().subtype(explicitTag=tag.Tag(tag.tagClassContext, tag.tagFormatConstructed,
-                                                                    written.number))
-                    continue
-                schema = schema.subtype(implicitTag=tag.Tag(tag.tagClassContext, form, written.number))
-            else:
-                schema = schema.subtype(explicitTag=tag.Tag(tag.tagClassContext, tag.tagFormatConstructed,
-                                                            written.number))
+            outer = schema.tagSet[-1] if len(schema.tagSet) else None
+            if (written.mode or default) == "IMPLICIT" and outer is not None:
+                schema = schema.subtype(implicitTag=tag.Tag(cls, outer.tagFormat, written.number))
+            else:  # EXPLICIT, or on an untagged CHOICE or open value, which have no tag to replace
+                schema = schema.subtype(explicitTag=tag.Tag(cls, tag.tagFormatConstructed, written.number))
         return schema
 
     def untagged(self, module, node):
@@ -104,14 +101,33 @@ class Registry(Modules):
             return univ.BitString(namedValues=namedval.NamedValues(*named)) if named else univ.BitString()
         if node.kind in _simple_kinds():
             return _simple_kinds()[node.kind]()
-        if node.kind == "SEQUENCE OF":
-            return univ.SequenceOf(componentType=self.build(module, node.element))
-        if node.kind == "SEQUENCE":
-            members = []
-            for member in node.components:
-                kind = namedtype.OptionalNamedType if member.optional else namedtype.NamedType
-                members.append(kind(member.name, self.build(module, member.type)))
-            return univ.Sequence(componentType=namedtype.NamedTypes(*members))
+        if node.kind in ("SEQUENCE OF", "SET OF"):
+            kind = univ.SequenceOf if node.kind == "SEQUENCE OF" else univ.SetOf
+            return kind(componentType=self.build(module, node.element))
+        if node.kind in ("SEQUENCE", "SET", "CHOICE"):
+            members = [self.member(module, member, node.kind == "CHOICE") for member in node.components]
+            kind = {"SEQUENCE": univ.Sequence, "SET": univ.Set, "CHOICE": univ.Choice}[node.kind]
+            return kind(componentType=namedtype.NamedTypes(*members))
         if node.kind == "reference":
             return self.schema(node.target.module, node.name)
         raise AsnModuleError("%s:%d: %s is not used" % (module.path, node.line, node.kind))
+
+    def member(self, module, member, alternative):
+        """A member's named type: an extension addition may be missing, as an
+        optional member; a DEFAULT of a number or truth value is pyasn1's
+        default, any other DEFAULT taken as optional."""
+        schema = self.build(module, member.type)
+        if alternative:
+            return namedtype.NamedType(member.name, schema)
+        if member.default is not None:
+            shape = member.type.resolved()
+            value = member.default
+            while value.kind == "reference" and getattr(value, "resolved", None) is not None:
+                value = value.resolved
+            if shape.kind == "BOOLEAN" and value.kind == "boolean":
+                return namedtype.DefaultedNamedType(member.name, schema.clone(value.value))
+            if shape.kind == "INTEGER" and number(value) is not None:
+                return namedtype.DefaultedNamedType(member.name, schema.clone(number(value)))
+        if member.optional or member.extension or member.default is not None:
+            return namedtype.OptionalNamedType(member.name, schema)
+        return namedtype.NamedType(member.name, schema)

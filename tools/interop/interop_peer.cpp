@@ -18,7 +18,9 @@
 //   32-bit, value = s >> (h mod 29) (arithmetic shift);
 // - BOOLEAN: TRUE;
 // - a list: two elements;
-// - optional members: present in "full", absent in "minimal", at every level.
+// - optional members: present in "full", absent in "minimal", at every level;
+// - a CHOICE: its last alternative in "full", its first in "minimal", whose
+//   text is the alternative's name.
 // Exit status: 0 done, 1 decoding error (message on stderr), 2 usage error.
 #include <dlfcn.h>
 
@@ -31,6 +33,7 @@
 #include <string>
 
 #include "tn_platform/asn/asn_big_int.h"
+#include "tn_platform/asn/asn_choice.h"
 #include "tn_platform/asn/asn_bool.h"
 #include "tn_qmodules/asn_catalogue.h"
 #include "tn_platform/asn/asn_int.h"
@@ -93,7 +96,10 @@ const AsnCatalogueEntry& EntryOf(const std::string& name) {
 
 // Fills `value` (new, with its defaults) with the sample in `context`.
 void Fill(AsnType& value, const Context& context, bool full) {
-  if (auto* record = dynamic_cast<AsnSequence*>(&value)) {
+  if (auto* choice = dynamic_cast<AsnChoice*>(&value)) {
+    const std::size_t index = full ? choice->Plan().members.size() - 1 : 0;
+    Fill(choice->Choose(index), Context{choice->Plan().members[index].name, context.k}, full);
+  } else if (auto* record = dynamic_cast<AsnSequence*>(&value)) {
     for (const AsnMember& member : AsnMembersOf(*record)) {
       if (full || !member.IsOptional()) Fill(*member.ValueOrCreate(), Context{member.Name(), context.k}, full);
     }

@@ -12,6 +12,7 @@
 #include "tn_platform/asn/asn_json_list_reader.h"
 #include "tn_platform/asn/asn_json_reader.h"
 #include "tn_platform/asn/asn_json_writer.h"
+#include "tn_platform/asn/asn_list_base.h"
 #include "tn_platform/asn/asn_value_io.h"
 #include "tn_platform/asn/asn_value_notation.h"
 #include "tn_platform/asn/indent_table.h"
@@ -130,8 +131,21 @@ class RunWriter {
 
 AsnJsonForm FormOf(bool jer) { return jer ? AsnJsonForm::kJer : AsnJsonForm::kReadable; }
 
+// The own tag of a list type read or written one element at a time; none for
+// a type that is read whole: a record, a list type with EXPLICIT tags, and,
+// when writing, a SET OF, whose DER orders the elements.
+std::optional<AsnTag> StreamedListTag(const AsnCatalogueEntry& entry, bool writing) {
+  if (entry.createElement == nullptr) return std::nullopt;
+  const std::unique_ptr<AsnType> value(entry.create());
+  const auto& list = static_cast<const AsnListBase&>(*value);
+  const AsnTagChain tags = list.OwnTags();
+  if (tags.Wrapped() || (writing && list.SortedInDer())) return std::nullopt;
+  return tags.Outer();
+}
+
 // Decodes a list type one element at a time, writing each as it comes.
-void DecodeListStream(const DecodeOptions& options, const AsnCatalogueEntry& entry, std::ostream& out) {
+void DecodeListStream(const DecodeOptions& options, const AsnCatalogueEntry& entry, AsnTag listTag,
+                      std::ostream& out) {
   const bool json = options.json || options.compact || options.jer || options.lines;
   const RunLayout layout = !json           ? RunLayout::kListNotation
                            : options.lines ? RunLayout::kLines
@@ -146,7 +160,7 @@ void DecodeListStream(const DecodeOptions& options, const AsnCatalogueEntry& ent
   } else {
     source = InputSource(options.io.input, head);
   }
-  AsnBerListReader reader(std::move(source), entry.createElement, entry.name);
+  AsnBerListReader reader(std::move(source), entry.createElement, entry.name, listTag);
   RunWriter writer(layout, FormOf(options.jer), entry.name, out);
   Progress progress("decode", InputSize(options.io.input));
   try {
@@ -216,7 +230,11 @@ void RunDecode(const DecodeOptions& options, std::ostream& out) {
     ThrowBadUsage("--lines needs a list type (and no --all): " + options.type + " is " +
                   (options.all ? "decoded with --all" : "a record"));
   }
-  if (!options.all && entry.createElement != nullptr) return DecodeListStream(options, entry, out);
+  if (!options.all) {
+    if (const std::optional<AsnTag> listTag = StreamedListTag(entry, false)) {
+      return DecodeListStream(options, entry, *listTag, out);
+    }
+  }
   const std::string bytes = ReadBytes(options.io.input, options.io.hex, options.io.base64);
   const bool json = options.json || options.compact || options.jer;
   const RunLayout layout = !json                            ? RunLayout::kNotation
@@ -271,7 +289,8 @@ void RunEncode(const std::string& type, const InputOutput& io, bool all, std::op
                std::ostream& out) {
   const AsnCatalogueEntry& entry = CatalogueEntryOf(type);
   const bool hex = BytesAsHex(io.hex, io.output);
-  if (!all && entry.createElement == nullptr) {
+  const std::optional<AsnTag> listTag = StreamedListTag(entry, true);
+  if (!all && !listTag) {
     const std::unique_ptr<AsnType> prototype(entry.create());
     const std::string text = ReadInput(io.input);
     std::string bytes;
@@ -321,7 +340,7 @@ void RunEncode(const std::string& type, const InputOutput& io, bool all, std::op
     ThrowJsonRefusal(exception);
   }
   if (!all) {
-    const std::string header = AsnEncodedListHeader(spill->Size());
+    const std::string header = AsnEncodedListHeader(spill->Size(), *listTag);
     out << (hex ? EncodeHex(header) : header);
   }
   spill->CopyTo(out, hex);
