@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <iomanip>
+#include <sstream>
 #include <vector>
 
 #include "tn_platform/asn/asn_list_base.h"
@@ -51,26 +52,68 @@ std::string AsnTypeOf(const AsnType& value, bool universal = false) {
   }
 }
 
-std::string MemberAsnType(const AsnMemberStep& step) {
-  const std::unique_ptr<AsnType, refl::DestroyFunction> value(static_cast<AsnType*>(step.create()), step.destroy);
-  return AsnTypeOf(*value);
+// The tags a value of `value`'s class carries on its own: a record's or
+// list's own chain (with the tags written on its type), else its universal
+// tag (none for a CHOICE or an open value).
+AsnTagChain OwnTagsOf(const AsnType& value) {
+  switch (AsnKindOf(value)) {
+    case AsnMemberKind::kList:
+      return static_cast<const AsnListBase&>(value).OwnTags();
+    case AsnMemberKind::kRecord:
+    case AsnMemberKind::kChoice:
+      return static_cast<const AsnSequence&>(value).Plan().ownTags;
+    case AsnMemberKind::kOcts:
+      return AsnTagChainOf(kTagOctetString);
+    case AsnMemberKind::kBool:
+      return AsnTagChainOf(kTagBoolean);
+    case AsnMemberKind::kPrimitive:
+      return AsnTagChainOf(static_cast<const AsnPrimitive&>(value).UniversalTag());
+    default:
+      return AsnTagChainOf(kTagInteger);
+  }
 }
 
-// The member's own tags as a module writes them ("[0] IMPLICIT",
-// "[APPLICATION 1] EXPLICIT"), or "" for a member that travels with its
-// type's tag: each tag around another is explicit, the innermost one, when it
-// is not universal, replaced the type's own.
-std::string MemberTagText(const AsnMemberStep& step) {
-  static const char* const kClassNames[] = {"", "APPLICATION ", "", "PRIVATE "};
+// The tags written on a member or a type as a module writes them ("[0]
+// IMPLICIT", "[1] EXPLICIT [APPLICATION 5] IMPLICIT"), or "": those of
+// `chain` around the `own` tags of the type it holds, each EXPLICIT, and an
+// IMPLICIT one where the outermost own tag is replaced.
+std::string TagText(const AsnTagChain& chain, const AsnTagChain& own) {
+  static const char* const kClassNames[] = {"UNIVERSAL ", "APPLICATION ", "", "PRIVATE "};
+  const bool ownHeaderless = own.count == 1 && AsnTagIsHeaderless(own.Outer());
+  const unsigned ownCount = ownHeaderless ? 0 : own.count;
+  const unsigned around = chain.count >= ownCount ? chain.count - ownCount : 0;
+  const auto written = [&](AsnTag tag, const char* mode) {
+    return "[" + std::string(kClassNames[static_cast<unsigned>(TagClassOf(tag)) >> 6]) +
+           std::to_string(TagNumber(tag)) + "] " + mode;
+  };
   std::string text;
-  for (unsigned i = 0; i < step.tags.count; ++i) {
-    const AsnTag tag = step.tags.tags[i];
-    if (tag == kAsnOpenTag || TagClassOf(tag) == AsnTagClass::kUniversal) continue;
-    if (!text.empty()) text += ' ';
-    text += "[" + std::string(kClassNames[static_cast<unsigned>(TagClassOf(tag)) >> 6]) +
-            std::to_string(TagNumber(tag)) + (i + 1 < step.tags.count ? "] EXPLICIT" : "] IMPLICIT");
+  for (unsigned i = 0; i < around; ++i) {
+    if (ownHeaderless && i + 1 == chain.count && AsnTagIsHeaderless(chain.tags[i])) break;
+    text += (text.empty() ? "" : " ") + written(chain.tags[i], "EXPLICIT");
+  }
+  if (ownCount > 0 && around < chain.count && TagWithForm(chain.tags[around], false) != TagWithForm(own.Outer(), false)) {
+    text += (text.empty() ? "" : " ") + written(chain.tags[around], "IMPLICIT");
   }
   return text;
+}
+
+// A record's, CHOICE's or list's keyword in ASN.1 terms.
+std::string StructureOf(const AsnType& value) {
+  if (const auto* list = dynamic_cast<const AsnListBase*>(&value)) return list->SortedInDer() ? "SET OF" : "SEQUENCE OF";
+  switch (static_cast<const AsnSequence&>(value).Plan().structure) {
+    case AsnStructure::kSet:
+      return "SET";
+    case AsnStructure::kChoice:
+      return "CHOICE";
+    default:
+      return "SEQUENCE";
+  }
+}
+
+// The bare tag of a structure, before tags written on its type.
+AsnTagChain BareTagsOf(const std::string& structure) {
+  if (structure == "CHOICE") return AsnTagChainOf(kAsnChoiceTag);
+  return AsnTagChainOf(structure.rfind("SET", 0) == 0 ? kTagSet : kTagSequence);
 }
 
 // The member's class, for code: the value class, or a list's with its
@@ -135,29 +178,39 @@ void DescribeTypes(std::ostream& os, std::string_view only) {
   for (const Json& type : DescribeTypesJson(only)) {
     if (!first) os << '\n';
     first = false;
-    os << type["name"].get<std::string>() << " ::= ";
+    const std::string tag = type.value("tag", "");
+    os << type["name"].get<std::string>() << " ::= " << (tag.empty() ? "" : tag + " ");
+    const std::string module = "  -- " + type["module"].get<std::string>() + "\n";
     if (type["kind"] == "value") {
-      os << type["type"].get<std::string>() << "  -- " << type["module"].get<std::string>() << '\n';
+      os << type["type"].get<std::string>() << module;
       continue;
     }
     if (type["kind"] == "list") {
-      os << "SEQUENCE OF " << type["element"].get<std::string>() << "  -- " << type["module"].get<std::string>()
-         << '\n';
+      os << type["structure"].get<std::string>() << " " << type["element"].get<std::string>() << module;
       continue;
     }
-    os << "SEQUENCE {  -- " << type["module"].get<std::string>() << '\n';
+    os << type["structure"].get<std::string>() << " {" << module;
     std::size_t nameWidth = 0;
     for (const Json& member : type["members"]) {
       nameWidth = std::max(nameWidth, member["name"].get<std::string>().size());
     }
-    const std::size_t count = type["members"].size();
-    for (std::size_t i = 0; i < count; ++i) {
-      const Json& member = type["members"][i];
-      const std::string tag = member["tag"].get<std::string>();
-      os << "  " << std::left << std::setw(static_cast<int>(nameWidth)) << member["name"].get<std::string>() << "  "
-         << (tag.empty() ? "" : tag + " ") << member["type"].get<std::string>()
-         << (member["optional"].get<bool>() ? " OPTIONAL" : "") << (i + 1 < count ? ",\n" : "\n");
+    std::vector<std::string> lines;
+    for (const Json& member : type["members"]) {
+      std::ostringstream line;
+      const std::string memberTag = member["tag"].get<std::string>();
+      line << "  " << std::left << std::setw(static_cast<int>(nameWidth)) << member["name"].get<std::string>()
+           << "  " << (memberTag.empty() ? "" : memberTag + " ") << member["type"].get<std::string>();
+      if (member.contains("default")) {
+        line << " DEFAULT " << member["default"].get<std::string>();
+      } else if (member["optional"].get<bool>() && type["structure"] != "CHOICE") {
+        line << " OPTIONAL";
+      }
+      lines.push_back(line.str());
     }
+    if (type.contains("extensionsAt")) {
+      lines.insert(lines.begin() + type["extensionsAt"].get<std::ptrdiff_t>(), "  ...");
+    }
+    for (std::size_t i = 0; i < lines.size(); ++i) os << lines[i] << (i + 1 < lines.size() ? ",\n" : "\n");
     os << "}\n";
   }
 }
@@ -168,6 +221,10 @@ Json DescribeTypesJson(std::string_view only) {
     Json type = {{"name", entry.name}, {"module", entry.module}};
     const std::unique_ptr<AsnType> value(entry.create());
     const auto* record = dynamic_cast<const AsnSequence*>(value.get());
+    if (entry.createElement != nullptr || record != nullptr) {
+      type["structure"] = StructureOf(*value);
+      type["tag"] = TagText(OwnTagsOf(*value), BareTagsOf(type["structure"]));
+    }
     if (entry.createElement != nullptr) {
       type["kind"] = "list";
       type["element"] = AsnTypeOf(*std::unique_ptr<AsnType>(entry.createElement()));
@@ -177,16 +234,19 @@ Json DescribeTypesJson(std::string_view only) {
     } else {
       type["kind"] = "record";
       type["members"] = Json::array();
-      {
-        for (const AsnMemberStep& step : record->Plan().members) {
-          type["members"].push_back({{"name", step.name},
-                                     {"type", MemberAsnType(step)},
-                                     {"tag", MemberTagText(step)},
-                                     {"optional", step.optional},
-                                     {"number", step.number},
-                                     {"class", MemberClassName(step)}});
-        }
+      for (const AsnMemberStep& step : record->Plan().members) {
+        const std::unique_ptr<AsnType, refl::DestroyFunction> member(static_cast<AsnType*>(step.create()),
+                                                                     step.destroy);
+        Json described = {{"name", step.name},
+                          {"type", AsnTypeOf(*member)},
+                          {"tag", TagText(step.tags, OwnTagsOf(*member))},
+                          {"optional", step.optional},
+                          {"number", step.number},
+                          {"class", MemberClassName(step)}};
+        if (step.HasDefault()) described["default"] = AsnToValueNotation(*step.defaultValue);
+        type["members"].push_back(described);
       }
+      if (record->Plan().extensible) type["extensionsAt"] = record->Plan().extension.index;
     }
     types.push_back(type);
   }
