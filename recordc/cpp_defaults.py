@@ -1,8 +1,9 @@
 """The body of the function that gives a DEFAULT member its value.
 
-INTEGER, BOOLEAN, ENUMERATED and finite REAL values are set directly; the
-value of any other kind is written as its JER text and read by the runtime's
-JSON reader (one grammar for every kind), once per new record:
+INTEGER, BOOLEAN, ENUMERATED and finite REAL values are set directly; a
+value of any other type (lists and records included) is written as its JER
+text and read by the runtime's JSON reader (one grammar for every kind), once
+per new record:
 
   version INTEGER DEFAULT 1           ->  value.Set(1);
   usage BIT STRING DEFAULT {sign}     ->  AsnReadJson(value, "{\"value\":\"80\",\"length\":1}", AsnJsonForm::kJer);
@@ -55,25 +56,53 @@ def bits_of(node, value):
     return "".join("%02x" % int(padded[i:i + 8], 2) for i in range(0, len(padded), 8)), len(bits)
 
 
-def jer_text(node, value):
-    """The JER text of a value of a kind set through the JSON reader, or None."""
+UNKNOWN = object()  # a value jer_value cannot write
+
+
+def jer_value(node, value):
+    """The JER of a value of type `node` as a Python value for json, or UNKNOWN."""
+    node, value = node.resolved(), plain(value)
     kind = node.kind
+    if not isinstance(value, Value):
+        return UNKNOWN
+    if kind == "INTEGER":
+        found = number(value)
+        if found is None:
+            found = named(node, value, [(name, number(bit)) for name, bit in node.named_numbers])
+        return UNKNOWN if found is None else found
+    if kind == "BOOLEAN" and value.kind == "boolean":
+        return bool(value.value)
+    if kind == "ENUMERATED" and value.kind == "reference":
+        return value.name if any(item.name == value.name for item in node.items) else UNKNOWN
+    if kind == "REAL" and value.kind in ("integer", "real"):
+        return value.value
+    if kind == "REAL" and value.kind == "special":
+        return {"PLUS-INFINITY": "INF", "MINUS-INFINITY": "-INF", "NOT-A-NUMBER": "NaN"}[value.name]
     if kind == "NULL":
-        return "null"
-    if kind == "OCTET STRING":
-        found = bits_of(node, value) if value.kind in ("bstring", "hstring") else None
-        return json.dumps(found[0]) if found and found[1] % 8 == 0 else None
+        return None
+    if kind == "OCTET STRING" and value.kind in ("bstring", "hstring"):
+        found = bits_of(node, value)
+        return found[0] if found[1] % 8 == 0 else UNKNOWN
     if kind == "BIT STRING":
         found = bits_of(node, value)
-        return json.dumps({"value": found[0], "length": found[1]}, separators=(",", ":")) if found else None
+        return {"value": found[0], "length": found[1]} if found else UNKNOWN
     if kind in ("OBJECT IDENTIFIER", "RELATIVE-OID"):
         arcs = [component[1] for component in getattr(value, "components", [])]
-        return json.dumps(".".join(str(arc) for arc in arcs)) if arcs and None not in arcs else None
+        return ".".join(str(arc) for arc in arcs) if arcs and None not in arcs else UNKNOWN
     if kind in STRING_KINDS and value.kind == "cstring":
-        return json.dumps(value.text)
-    if kind == "REAL" and value.kind == "special":
-        return json.dumps({"PLUS-INFINITY": "INF", "MINUS-INFINITY": "-INF", "NOT-A-NUMBER": "NaN"}[value.name])
-    return None
+        return value.text
+    if kind in ("SEQUENCE OF", "SET OF") and value.kind == "list":
+        items = [jer_value(node.element, item) for item in value.items]
+        return UNKNOWN if any(item is UNKNOWN for item in items) else items
+    if kind in ("SEQUENCE", "SET") and value.kind == "sequence":
+        types = dict((member.name, member.type) for member in node.components)
+        members = dict((name, jer_value(types[name], item)) for name, item in value.members if name in types)
+        return UNKNOWN if len(members) != len(value.members) or UNKNOWN in members.values() else members
+    if kind == "CHOICE" and value.kind == "choice":
+        types = dict((member.name, member.type) for member in node.components)
+        found = jer_value(types[value.name], value.value) if value.name in types else UNKNOWN
+        return UNKNOWN if found is UNKNOWN else {value.name: found}
+    return UNKNOWN
 
 
 def default_body(path, line, node, value, cpp_class):
@@ -99,7 +128,7 @@ def default_body(path, line, node, value, cpp_class):
             return "value.Set(%d);" % found
     elif kind == "REAL" and value.kind in ("integer", "real") and math.isfinite(value.value):
         return "value.Set(%r);" % float(value.value)
-    text = jer_text(node, value)
-    if text is None:
-        refuse(path, line, "a DEFAULT value of a %s in this form is not supported yet" % kind)
-    return "AsnReadJson(value, %s, AsnJsonForm::kJer);" % json.dumps(text)
+    found = jer_value(node, value)
+    if found is UNKNOWN:
+        refuse(path, line, "DEFAULT: a %s value written this way is not supported yet" % kind)
+    return "AsnReadJson(value, %s, AsnJsonForm::kJer);" % json.dumps(json.dumps(found, separators=(",", ":")))

@@ -22,8 +22,8 @@ REFUSED = [
     ("T ::= SEQUENCE {\n a EMBEDDED PDV }", "3: EMBEDDED PDV is not supported yet"),
     ("T ::= SEQUENCE { a EXTERNAL }", "2: EXTERNAL is not supported yet"),
     ("T ::= SEQUENCE OF [1] BOOLEAN", "2: a tag on a list element of this type is not supported yet"),
-    ("T ::= SEQUENCE { a SEQUENCE OF INTEGER DEFAULT {1} }",
-     "2: a DEFAULT value of a SEQUENCE OF in this form is not supported yet"),
+    ("T ::= SEQUENCE { a OCTET STRING DEFAULT '101'B }",
+     "2: DEFAULT: a OCTET STRING value written this way is not supported yet"),
     ("T ::= SEQUENCE { a T }", "2: T contains itself"),
     # C++ names: a hyphen becomes an underscore, a class of a nested type is Outer_member
     ("A-b ::= BOOLEAN\nA ::= SEQUENCE { b ENUMERATED { x } }", "3: A-b and A_b are both A_b in C++"),
@@ -95,6 +95,10 @@ COMPILED = [
      '  static void DefaultA(T_a& value) { AsnReadJson(value, "{\\"value\\":\\"0040\\",\\"length\\":10}", '
      'AsnJsonForm::kJer); }'),
     (HEAD, "T ::= SEQUENCE { a BOOLEAN, ..., b BOOLEAN, ..., c NULL }", "    lines.Extensions(&T::unknown_);"),
+    (HEAD, "T ::= SEQUENCE { a SEQUENCE OF SEQUENCE { b INTEGER, c CHOICE { d NULL } }\n"
+           "  DEFAULT { { b 1, c d : NULL } } }",
+     '  static void DefaultA(T_a& value) { AsnReadJson(value, "[{\\"b\\":1,\\"c\\":{\\"d\\":null}}]", '
+     'AsnJsonForm::kJer); }'),
     (HEAD, "T ::= SET { a BOOLEAN, ..., [[ b BOOLEAN ]] }", "  refl::MayNullPointer<AsnBool> b;"),
     # Names: hyphens, C++ keywords; the ASN.1 name stays the member's name on the wire.
     (HEAD, "T ::= SEQUENCE { class [0] NULL OPTIONAL }", '    lines.Add("class", &T::class_, 0);'),
