@@ -94,6 +94,8 @@ const Vector kVectors[] = {
     // SET OF: the encodings sorted.
     {"Numbers", "31 0A 02 02 01 2C 02 01 05 02 01 FF", "31 0A 02 01 05 02 01 FF 02 02 01 2C", "[300,5,-1]",
      "[300,5,-1]", "{|300,|5,|-1|}"},
+    {"Label", "62 80 04 01 68 04 01 69 00 00", "42 02 68 69", R"("hi")", R"("6869")", R"('6869'H /* "hi" */)"},
+    {"Note", "A1 80 0C 02 68 69 00 00", "A1 04 0C 02 68 69", R"("hi")", R"("hi")", R"("hi")"},
 };
 
 TEST(StructuredTypes, Vectors) {

@@ -9,7 +9,9 @@
 #include "tn_platform/asn/asn_null.h"
 #include "tn_platform/asn/asn_primitive.h"
 #include "tn_platform/asn/asn_sequence.h"
+#include "tn_platform/asn/asn_value_io.h"
 #include "tn_platform/asn/asn_value_kind.h"
+#include "tn_platform/asn/ber.h"
 
 namespace {
 
@@ -22,6 +24,23 @@ struct ShapeCache {
 ShapeCache& Cache() {
   static ShapeCache* const cache = new ShapeCache;
   return *cache;
+}
+
+// Whether a simple value's encoding starts with `tag`: a class of a type
+// with tags of its own (AsnTaggedValue) writes them in its BEnc, and a value
+// of it is read whole before it is encoded.
+bool TravelsUnder(const AsnType& value, AsnTag tag) {
+  if (tag == kAsnOpenTag) return true;
+  try {
+    const std::string encoding = AsnEncodeValue(value);
+    AsnBuf buf(reinterpret_cast<const unsigned char*>(encoding.data()), encoding.size());
+    unsigned long octets = 0;
+    const AsnHeader header = BDecHeader(buf, octets, [](AsnTag) { return true; }, AsnLengthCheck::kPrimitiveOnly);
+    return TagWithForm(header.tag, false) == TagWithForm(tag, false);
+  } catch (CSM_Exception* exception) {
+    delete exception;  // a new value that cannot be written as it is: read whole to be safe
+    return false;
+  }
 }
 
 // With the cache locked. A shape enters the cache before its members' do, so
@@ -62,8 +81,10 @@ const AsnJsonShape& Build(ShapeCache& cache, const AsnType& value) {
     shape.tag = static_cast<const AsnPrimitive&>(value).UniversalTag();
     shape.prototype.reset(value.Clone());
     shape.nullIsValue = dynamic_cast<const AsnNull*>(&value) != nullptr;
+    shape.berDirect = TravelsUnder(value, shape.tag);
   } else {
     shape.tag = AsnUniversalTag(kind);
+    shape.berDirect = TravelsUnder(value, shape.tag);
   }
   return shape;
 }
