@@ -93,9 +93,17 @@ class Modules(object):
         for assignment in list(module.types.values()):
             self.resolve_type(module, assignment.type)
         for assignment in list(module.values.values()):
-            self.resolve_type(module, assignment.type)
-            self.resolve_value(module, assignment.value, assignment.type)
+            # A value nothing uses may name what no text defines (modules
+            # written for a tool that reads only what it needs): its fault is
+            # kept and raised where a type or value uses it.
+            try:
+                self.resolve_type(module, assignment.type)
+                self.resolve_value(module, assignment.value, assignment.type)
+            except AsnModuleError as error:
+                assignment.error = error
         for assignment in list(module.types.values()) + list(module.values.values()):
+            if getattr(assignment, "error", None) is not None:
+                continue
             for node in inner_types(assignment.type):
                 wire_tags(node, module)
         if module.oid is not None:
@@ -317,6 +325,8 @@ class Modules(object):
         assignment = self.lookup(module, value.name, value.line, "values", value.module)
         if assignment is None:
             refuse(module.path, value.line, "%s is neither defined nor imported" % value.name)
+        if getattr(assignment, "error", None) is not None:
+            raise assignment.error
         key = (assignment.module.name, assignment.name)
         if key in self._resolving:
             refuse(module.path, value.line, "%s is defined by itself" % value.name)

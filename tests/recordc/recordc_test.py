@@ -30,7 +30,7 @@ REFUSED = [
     ("T ::= SEQUENCE { a-b BOOLEAN,\n a-b NULL }", "3: a-b twice"),
     # the resolver
     ("T ::= SEQUENCE { a Missing }", "2: Missing is neither defined nor imported"),
-    ("v INTEGER ::= w", "2: w is neither defined nor imported"),
+    ("T ::= INTEGER (0..v)\nv INTEGER ::= w", "3: w is neither defined nor imported"),  # raised where v is used
     ("C ::= CHOICE { a BOOLEAN }\nT ::= [1] IMPLICIT C", "3: an IMPLICIT tag on an untagged CHOICE or ANY"),
     ("E ::= ENUMERATED { a(1), b(1) }", "2: two enumerations share a number"),
     ("T ::= SEQUENCE { COMPONENTS OF U }\nU ::= SET { a BOOLEAN }", "2: COMPONENTS OF in a SEQUENCE names a SET"),
