@@ -87,12 +87,19 @@ def shape_of(node, module):
     return node, module
 
 
-def references(node):
-    """The references written in a type, inside its nested types too."""
+def references(node, by_value=True):
+    """The references written in a type, inside its nested types too, each
+    with whether the class holds a value of it in place: a list's element, an
+    optional member and a CHOICE's alternative are held through a pointer,
+    so their class may be declared after this one (a type that holds
+    itself)."""
     if node.kind == "reference":
-        return [node]
-    found = [ref for member in getattr(node, "components", []) for ref in references(member.type)]
-    return found + (references(node.element) if node.kind in LISTS else [])
+        return [(node, by_value)]
+    found = []
+    for member in getattr(node, "components", []):
+        pointer = node.kind == "CHOICE" or member.optional or (member.extension and member.default is None)
+        found += references(member.type, by_value and not pointer)
+    return found + (references(node.element, False) if node.kind in LISTS else [])
 
 
 class Compiler(object):
@@ -165,13 +172,15 @@ class Compiler(object):
         full_name = qualified(namespace_of(self.module), name)
         tags = tagging(wire, bare_tags(node.kind)) if wire is not None else None
         if node.kind in ("SEQUENCE", "SET", "CHOICE"):
-            code = self.record(name, type_name, node, module, tags)  # the classes inside it come first
+            code = self.record(name, type_name, node, module, tags,  # the classes inside it come first
+                               type_name in self.module.types and self.holds_itself(type_name))
             base = "AsnRecord<%s, AsnChoice>" % full_name if node.kind == "CHOICE" else "AsnRecord<%s>" % full_name
             self.instances.append("template class %s;\n" % base)
             return code
         if node.kind in LISTS:
             code, element = self.list_class(name, type_name, node, module, tags)
-            full = qualified(namespace_of(self.module), element) if element in self.names.given else element
+            own = element in self.names.given or element in (cpp_name(n) for n in self.module.types)
+            full = qualified(namespace_of(self.module), element) if own else element
             if tags is None and node.kind == "SEQUENCE OF":
                 instance = "template class AsnList<%s>;\ntemplate class AsnSeqOf<%s>;\n" % (full, full)
                 if instance not in self.instances:
@@ -200,7 +209,8 @@ class Compiler(object):
         return cpp_class.split("::")[-1]
 
     def order(self):
-        """The module's types, each after the types of the module it uses."""
+        """The module's types, each after the types of the module it holds
+        in place; those it holds through a pointer are declared ahead."""
         done, result = set(), []
 
         def visit(name, path):
@@ -211,8 +221,8 @@ class Compiler(object):
                                                                     name))
             written = self.module.types[name].type
             shape = shape_of(written, self.module)[0]
-            for used in references(written) + references(shape):
-                if used.target.module is self.module:
+            for used, by_value in references(written) + references(shape):
+                if used.target.module is self.module and by_value:
                     visit(used.name, path + [name])
             done.add(name)
             result.append(name)
@@ -220,6 +230,22 @@ class Compiler(object):
         for name in self.module.types:
             visit(name, [])
         return result
+
+    def holds_itself(self, name):
+        """Whether the type of assignment `name` reaches itself through the
+        types it uses (LDAP's Filter holds a list of Filters)."""
+        seen, pending = set(), [name]
+        while pending:
+            written = self.module.types[pending.pop()].type
+            for used, _ in references(written) + references(shape_of(written, self.module)[0]):
+                if used.target.module is not self.module:
+                    continue
+                if used.name == name:
+                    return True
+                if used.name not in seen:
+                    seen.add(used.name)
+                    pending.append(used.name)
+        return False
 
     def type_text(self, node):
         """The type's own lines of the module text, comments removed."""
@@ -233,7 +259,7 @@ class Compiler(object):
     def comment(self, lines, indent=""):
         return "".join("%s// %s\n" % (indent, line) if line else "%s//\n" % indent for line in lines)
 
-    def record(self, name, type_name, node, module, tags):
+    def record(self, name, type_name, node, module, tags, holds_itself=False):
         """A SEQUENCE, SET or CHOICE: its members, their lines, the functions
         that give DEFAULT members their values, and a member for unknown
         extension additions."""
@@ -282,7 +308,7 @@ class Compiler(object):
                            UNKNOWN_MEMBERS)
         self.headers.add("tn_velkor/asn/asn_record.h")
         return cpp_classes.record_class(name, type_name, members, lines, makers, choice=choice,
-                                        is_set=node.kind == "SET", tags=tags)
+                                        is_set=node.kind == "SET", tags=tags, holds_itself=holds_itself)
 
     def unknown_members_line(self, node):
         """Where an extensible type's unknown additions go among its lines:
@@ -327,7 +353,8 @@ class Compiler(object):
                                (type_name, module_name, full_name))
             classes.extend(self.helpers)
             classes.append(text + code)
-        block = "\n".join(classes)
+        ahead = "".join("class %s;\n" % cpp_name(name) for name in self.module.types)
+        block = ahead + "\n" + "\n".join(classes)
         if namespace:
             block = "namespace %s {\n\n%s\n}  // namespace %s\n" % (namespace, block, namespace)
         return block, entries

@@ -74,7 +74,9 @@ void Fill(AsnType& value, int variant, int depth) {
     }
     case AsnMemberKind::kChoice: {
       auto& choice = static_cast<AsnChoice&>(value);
-      Fill(choice.Choose(static_cast<std::size_t>(variant) % choice.Plan().members.size()), variant, depth + 1);
+      // Deep down a type that holds itself takes its last alternative (Filter's present).
+      const std::size_t count = choice.Plan().members.size();
+      Fill(choice.Choose(depth > 6 ? count - 1 : static_cast<std::size_t>(variant) % count), variant, depth + 1);
       break;
     }
     case AsnMemberKind::kPrimitive:  // a sample value; the kinds have their own vectors

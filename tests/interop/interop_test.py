@@ -88,7 +88,7 @@ def indefinite_form(der):
     return bytes(out)
 
 
-def sample(schema, text, k, full):
+def sample(schema, text, k, full, depth=0):
     # The kinds beyond OCTET STRING, INTEGER and BOOLEAN have no sample rules
     # here (pyasn1 derives some of them from those three).
     if isinstance(schema, (univ.Enumerated, univ.Null, univ.ObjectIdentifier, univ.RelativeOID, univ.Real,
@@ -96,19 +96,19 @@ def sample(schema, text, k, full):
         raise TypeError("no sample rules for %s" % type(schema).__name__)
     if isinstance(schema, univ.Choice):  # before the records: a CHOICE derives from SET in pyasn1
         value = schema.clone()
-        member = schema.componentType.namedTypes[-1 if full else 0]
-        value.setComponentByName(member.name, sample(member.asn1Object, member.name, k, full))
+        member = schema.componentType.namedTypes[-1 if full or depth >= 4 else 0]
+        value.setComponentByName(member.name, sample(member.asn1Object, member.name, k, full, depth + 1))
         return value
     if isinstance(schema, univ.SequenceAndSetBase):
         value = schema.clone()
         for member in schema.componentType.namedTypes:
             if full or not member.isOptional:
-                value.setComponentByName(member.name, sample(member.asn1Object, member.name, k, full))
+                value.setComponentByName(member.name, sample(member.asn1Object, member.name, k, full, depth + 1))
         return value
     if isinstance(schema, univ.SequenceOfAndSetOfBase):
         value = schema.clone()
         for index in range(2):
-            value.setComponentByPosition(index, sample(schema.componentType, text, index, full))
+            value.setComponentByPosition(index, sample(schema.componentType, text, index, full, depth + 1))
         return value
     if isinstance(schema, univ.Boolean):  # before Integer: BOOLEAN derives from it in pyasn1
         return schema.clone(True)

@@ -394,23 +394,38 @@ class Writer {
 // Gives `value` every member, a list one element and a value that is none of
 // its type a sample (an OBJECT IDENTIFIER without arcs), down to `depth` levels
 // (a type that holds itself through an optional member stops there).
+// Near the depth limit a template ends: a CHOICE takes its first alternative
+// of a simple kind, a list stays empty, optional members are left out (a
+// type that holds itself, as LDAP's Filter does, still gets a value).
+constexpr unsigned kTemplateEnding = 2;
+
+bool IsSimple(AsnMemberKind kind) {
+  return kind != AsnMemberKind::kRecord && kind != AsnMemberKind::kChoice && kind != AsnMemberKind::kList;
+}
+
 void FillEveryMember(AsnType& value, unsigned depth) {
-  if (depth == 0) return;
   const AsnMemberKind kind = AsnKindOf(value);
+  if (depth == 0 && kind != AsnMemberKind::kChoice && kind != AsnMemberKind::kPrimitive) return;
   if (kind == AsnMemberKind::kChoice) {
     auto& choice = static_cast<AsnChoice&>(value);
-    if (choice.Which() == AsnChoice::kNone && !choice.Plan().members.empty()) {
-      FillEveryMember(choice.Choose(0), depth - 1);
+    const auto& alternatives = choice.Plan().members;
+    if (choice.Which() == AsnChoice::kNone && !alternatives.empty()) {
+      std::size_t index = 0;
+      while (depth <= kTemplateEnding && index + 1 < alternatives.size() && !IsSimple(alternatives[index].kind)) {
+        ++index;
+      }
+      if (!IsSimple(alternatives[index].kind)) index = 0;
+      FillEveryMember(choice.Choose(index), depth == 0 ? 0 : depth - 1);
     }
   } else if (kind == AsnMemberKind::kRecord) {
     auto& record = static_cast<AsnSequence&>(value);
     for (const AsnMemberStep& member : record.Plan().members) {
-      if (member.optional && depth == 1) continue;
+      if (member.optional && depth <= kTemplateEnding) continue;
       FillEveryMember(*member.ValueOrCreateIn(&record), depth - 1);
     }
   } else if (kind == AsnMemberKind::kList) {
     auto& list = static_cast<AsnListBase&>(value);
-    if (list.Count() == 0) FillEveryMember(list.AppendElement(), depth - 1);
+    if (list.Count() == 0 && depth > kTemplateEnding) FillEveryMember(list.AppendElement(), depth - 1);
   } else if (kind == AsnMemberKind::kPrimitive) {
     AsnGiveSampleValue(static_cast<AsnPrimitive&>(value));
   }

@@ -58,6 +58,10 @@ struct AsnHasTagging : std::false_type {};
 template <class Value>
 struct AsnHasTagging<Value, std::void_t<decltype(Value::kTagging)>> : std::true_type {};
 template <class Value, class = void>
+struct AsnHasHoldsItself : std::false_type {};
+template <class Value>
+struct AsnHasHoldsItself<Value, std::void_t<decltype(Value::kHoldsItself)>> : std::true_type {};
+template <class Value, class = void>
 struct AsnHasStructure : std::false_type {};
 template <class Value>
 struct AsnHasStructure<Value, std::void_t<decltype(Value::kStructure)>> : std::true_type {};

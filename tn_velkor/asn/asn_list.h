@@ -68,13 +68,13 @@ class AsnList : public AsnListBase {
   unsigned long MeasureContent(AsnEncodeSizes& sizes) const override {
     unsigned long total = 0;
     for (const Node* node = first; node != nullptr; node = node->next) {
-      total += AsnChainSize(kElementTags, node->element, sizes);
+      total += AsnChainSize(ElementTags(), node->element, sizes);
     }
     return total;
   }
   unsigned char* WriteContent(unsigned char* out, AsnEncodeSizes& sizes) const override {
     for (const Node* node = first; node != nullptr; node = node->next) {
-      out = AsnWriteChain(out, kElementTags, node->element, sizes);
+      out = AsnWriteChain(out, ElementTags(), node->element, sizes);
     }
     return out;
   }
@@ -113,10 +113,20 @@ class AsnList : public AsnListBase {
     std::size_t capacity;
     std::size_t used;
   };
-  static constexpr AsnTagChain kElementTags = AsnOwnTagsOf<T>();
+  // Functions, not constants: a list may be declared while its element's
+  // class is still incomplete (a type that holds a list of itself, as LDAP's
+  // Filter does); they are evaluated where the list's code is.
+  static constexpr AsnTagChain ElementTags() { return AsnOwnTagsOf<T>(); }
   static constexpr std::size_t kMaxBlockNodes = 64;
-  static constexpr bool kFirstNodeInside = sizeof(Node) <= 32;
-  static constexpr std::size_t kBlockHeader = (sizeof(Block) + alignof(Node) - 1) / alignof(Node) * alignof(Node);
+  // The first node of a list of small numbers or truth values lives in the
+  // list itself; the test names the classes, as a size test would need the
+  // element's class complete.
+  static constexpr bool kFirstNodeInside =
+      std::is_same_v<T, AsnTinyInt> || std::is_same_v<T, AsnInt> || std::is_same_v<T, AsnBool>;
+  static constexpr std::size_t kFirstSlotSize = kFirstNodeInside ? 32 : 1;
+  static constexpr std::size_t BlockHeader() {
+    return (sizeof(Block) + alignof(Node) - 1) / alignof(Node) * alignof(Node);
+  }
 
   // Room for one more node, taken from the newest block or a new one; the
   // slot counts as used only once Link() takes the node.
@@ -128,7 +138,7 @@ class AsnList : public AsnListBase {
   Node* last = nullptr;
   mutable Node* current = nullptr;
   Block* blocks = nullptr;  // newest first
-  alignas(Node) unsigned char firstSlot[kFirstNodeInside ? sizeof(Node) : 1];
+  alignas(alignof(void*)) unsigned char firstSlot[kFirstSlotSize];  // the first node, when inside
 };
 
 // The framing of a SEQUENCE OF (`kBareTag` 30) or SET OF (31): a list class
@@ -175,11 +185,11 @@ void* AsnList<T>::FreeSlot() {
   if (kFirstNodeInside && first == nullptr) return firstSlot;
   if (blocks == nullptr || blocks->used == blocks->capacity) {
     const std::size_t capacity = blocks == nullptr ? 1 : std::min(2 * blocks->capacity, kMaxBlockNodes);
-    Block* block = static_cast<Block*>(::operator new(kBlockHeader + capacity * sizeof(Node)));
+    Block* block = static_cast<Block*>(::operator new(BlockHeader() + capacity * sizeof(Node)));
     *block = Block{blocks, capacity, 0};
     blocks = block;
   }
-  return reinterpret_cast<char*>(blocks) + kBlockHeader + blocks->used * sizeof(Node);
+  return reinterpret_cast<char*>(blocks) + BlockHeader() + blocks->used * sizeof(Node);
 }
 
 template <class T>
@@ -327,7 +337,7 @@ unsigned char* AsnSetOf<T, Self>::WriteContent(unsigned char* out, AsnEncodeSize
   std::vector<std::string_view> encodings;
   for (const auto* node = this->first; node != nullptr; node = node->next) {
     unsigned char* const element = out;
-    out = AsnWriteChain(out, AsnList<T>::kElementTags, node->element, sizes);
+    out = AsnWriteChain(out, AsnList<T>::ElementTags(), node->element, sizes);
     encodings.emplace_back(reinterpret_cast<const char*>(element), static_cast<std::size_t>(out - element));
   }
   if (encodings.size() < 2) return out;

@@ -12,6 +12,9 @@
 //   once its own members exist;
 // and, when they apply:
 //   static constexpr AsnStructure kStructure = AsnStructure::kSet;   a SET
+//   static constexpr bool kHoldsItself = true;    a type that holds itself
+//                                                 (through a list, an optional
+//                                                 member or an alternative)
 //   static constexpr AsnTagging kTagging = ...;   tags written on its type
 //                                                 ("[APPLICATION 3] IMPLICIT")
 // A CHOICE derives from AsnRecord<itself, AsnChoice> (asn_choice.h): its
@@ -45,9 +48,24 @@ class AsnRecord : public Base {
   const AsnRecordPlan& Plan() const override { return MemberPlan(); }
 
   // The encoder's passes, compiled from the member lines; inlined where the
-  // record's class is known (a list of it, a member of its type). A SET's
-  // lines run once per member, in the canonical order of their tags.
+  // record's class is known (a list of it, a member of its type), except in a
+  // type that holds itself, where inlining would not end. A SET's lines run
+  // once per member, in the canonical order of their tags.
   [[gnu::always_inline]] unsigned long MeasureContent(AsnEncodeSizes& sizes) const override {
+    if constexpr (kOutOfLine) {
+      return MeasureOutOfLine(sizes);
+    } else {
+      return MeasureInLine(sizes);
+    }
+  }
+  [[gnu::always_inline]] unsigned char* WriteContent(unsigned char* out, AsnEncodeSizes& sizes) const override {
+    if constexpr (kOutOfLine) {
+      return WriteOutOfLine(out, sizes);
+    } else {
+      return WriteInLine(out, sizes);
+    }
+  }
+  [[gnu::always_inline]] unsigned long MeasureInLine(AsnEncodeSizes& sizes) const {
     const Record& record = static_cast<const Record&>(*this);
     if constexpr (kIsSet) {
       unsigned long length = 0;
@@ -61,7 +79,7 @@ class AsnRecord : public Base {
       return length;
     }
   }
-  [[gnu::always_inline]] unsigned char* WriteContent(unsigned char* out, AsnEncodeSizes& sizes) const override {
+  [[gnu::always_inline]] unsigned char* WriteInLine(unsigned char* out, AsnEncodeSizes& sizes) const {
     const Record& record = static_cast<const Record&>(*this);
     if constexpr (kIsSet) {
       for (const std::size_t index : MemberPlan().setOrder) out = Write(record, out, sizes, AsnLineSelection(index));
@@ -147,6 +165,18 @@ class AsnRecord : public Base {
     }
   }
   static constexpr bool kIsSet = StructureOf() == AsnStructure::kSet;
+  static constexpr bool HoldsItself() {
+    if constexpr (AsnHasHoldsItself<Record>::value) {
+      return Record::kHoldsItself;
+    } else {
+      return false;
+    }
+  }
+  static constexpr bool kOutOfLine = HoldsItself();
+  __attribute__((noinline)) unsigned long MeasureOutOfLine(AsnEncodeSizes& sizes) const { return MeasureInLine(sizes); }
+  __attribute__((noinline)) unsigned char* WriteOutOfLine(unsigned char* out, AsnEncodeSizes& sizes) const {
+    return WriteInLine(out, sizes);
+  }
 
   template <class Selection>
   [[gnu::always_inline]] static unsigned long Measure(const Record& record, AsnEncodeSizes& sizes, Selection selection) {

@@ -52,10 +52,14 @@ def module_files(root):
 class Registry(Modules):
     """The modules of several texts, with pyasn1 types built on demand."""
 
+    # pyasn1 has no type that holds itself: one is unrolled this many levels
+    # deep, below which it is an open value.
+    UNROLLED = 8
+
     def __init__(self, modules):
         Modules.__init__(self, modules)
         self._schemas = {}
-        self._building = set()
+        self._building = {}  # (module, type) -> how many of its builds are open
 
     def definitions(self, type_name):
         """(module, Type) for every module that defines the type."""
@@ -64,15 +68,19 @@ class Registry(Modules):
     def schema(self, module, type_name):
         """The pyasn1 type of a type assignment."""
         key = (module.name, type_name)
-        if key not in self._schemas:
-            if key in self._building:
-                raise AsnModuleError("%s: %s refers to itself" % (module.path, type_name))
-            self._building.add(key)
-            try:
-                self._schemas[key] = self.build(module, module.types[type_name].type)
-            finally:
-                self._building.discard(key)
-        return self._schemas[key]
+        if key in self._schemas:
+            return self._schemas[key]
+        open_builds = self._building.get(key, 0)
+        if open_builds >= self.UNROLLED:
+            return univ.Any()
+        self._building[key] = open_builds + 1
+        try:
+            built = self.build(module, module.types[type_name].type)
+        finally:
+            self._building[key] = open_builds
+        if open_builds == 0:
+            self._schemas[key] = built
+        return built
 
     def build(self, module, node):
         """The pyasn1 type of a Type written in `module`."""

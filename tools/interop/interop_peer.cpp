@@ -19,8 +19,9 @@
 // - BOOLEAN: TRUE;
 // - a list: two elements;
 // - optional members: present in "full", absent in "minimal", at every level;
-// - a CHOICE: its last alternative in "full", its first in "minimal", whose
-//   text is the alternative's name.
+// - a CHOICE: its last alternative in "full" and from depth 4 on (the top
+//   value is at depth 0), its first in "minimal", whose text is the
+//   alternative's name.
 // Exit status: 0 done, 1 decoding error (message on stderr), 2 usage error.
 #include <dlfcn.h>
 
@@ -94,17 +95,23 @@ const AsnCatalogueEntry& EntryOf(const std::string& name) {
   return *entry;
 }
 
+// From this depth (values inside values) on, a CHOICE takes its last
+// alternative, so that a type that holds itself ends.
+constexpr unsigned kChoiceEnding = 4;
+
 // Fills `value` (new, with its defaults) with the sample in `context`.
-void Fill(AsnType& value, const Context& context, bool full) {
+void Fill(AsnType& value, const Context& context, bool full, unsigned depth = 0) {
   if (auto* choice = dynamic_cast<AsnChoice*>(&value)) {
-    const std::size_t index = full ? choice->Plan().members.size() - 1 : 0;
-    Fill(choice->Choose(index), Context{choice->Plan().members[index].name, context.k}, full);
+    const std::size_t index = full || depth >= kChoiceEnding ? choice->Plan().members.size() - 1 : 0;
+    Fill(choice->Choose(index), Context{choice->Plan().members[index].name, context.k}, full, depth + 1);
   } else if (auto* record = dynamic_cast<AsnSequence*>(&value)) {
     for (const AsnMember& member : AsnMembersOf(*record)) {
-      if (full || !member.IsOptional()) Fill(*member.ValueOrCreate(), Context{member.Name(), context.k}, full);
+      if (full || !member.IsOptional()) {
+        Fill(*member.ValueOrCreate(), Context{member.Name(), context.k}, full, depth + 1);
+      }
     }
   } else if (auto* list = dynamic_cast<AsnListBase*>(&value)) {
-    for (unsigned k = 0; k < 2; ++k) Fill(list->AppendElement(), Context{context.text, k}, full);
+    for (unsigned k = 0; k < 2; ++k) Fill(list->AppendElement(), Context{context.text, k}, full, depth + 1);
   } else if (auto* big = dynamic_cast<AsnBigInt*>(&value)) {
     big->Set(SampleInteger(context));
   } else if (auto* primitive = dynamic_cast<AsnPrimitive*>(&value)) {
