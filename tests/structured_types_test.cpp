@@ -96,6 +96,10 @@ const Vector kVectors[] = {
      "[300,5,-1]", "{|300,|5,|-1|}"},
     {"Label", "62 80 04 01 68 04 01 69 00 00", "42 02 68 69", R"("hi")", R"("6869")", R"('6869'H /* "hi" */)"},
     {"Note", "A1 80 0C 02 68 69 00 00", "A1 04 0C 02 68 69", R"("hi")", R"("hi")", R"("hi")"},
+    // A type that holds itself; the value keeps the order read, DER sorts the SET OF.
+    {"Filter", "A0 80 A2 03 87 01 78 87 01 79 00 00", "A0 08 87 01 79 A2 03 87 01 78",
+     R"({"and":[{"not":{"present":"x"}},{"present":"y"}]})", R"({"and":[{"not":{"present":"78"}},{"present":"79"}]})",
+     R"(and : {|not : present : '78'H /* "x" */,|present : '79'H /* "y" */|})"},
 };
 
 TEST(StructuredTypes, Vectors) {
@@ -129,7 +133,15 @@ TEST(StructuredTypes, RefusedEncodings) {
     const char* ber;
     const char* message;
   };
+  const std::string deep = [] {
+    std::string nested = "87 01 78";
+    for (int level = 0; level < 40; ++level) nested = "A2 80 " + nested + " 00 00";
+    return nested;
+  }();
   const Refusal refusals[] = {
+      {"Filter", deep.c_str(),
+       "Filter.not.not.not.not.not.not.not.not.not.not.not.not.not.not.not.not.not.not.not.not.not.not.not.not.not."
+       "not.not.not.not.not.not.not.not: constructed values nested deeper than 32 levels at offset 64"},
       {"Tagged", "30 03 42 01 05",
        "Tagged.a: wrong tag [APPLICATION 2] primitive, expected [APPLICATION 1] primitive at offset 2"},
       {"Tagged", "30 05 41 01 05 A2 00", "Tagged.b: explicit tag without the value it holds at offset 5"},
