@@ -8,6 +8,7 @@ packages=(
   libgtest-dev libgmock-dev libbenchmark-dev
   nlohmann-json3-dev libcli11-dev
   python3 python3-pyasn1 jq
+  ca-certificates  # real X.509 data for the certificate test
   asn1c
 )
 

@@ -26,10 +26,14 @@ struct AsnCatalogueEntry {
 
 class AsnCatalogue {
  public:
-  // Adds an entry (a second entry of the same name is ignored); returns true.
+  // Adds an entry (a second entry of the same module and name is ignored);
+  // returns true. Modules may share type names (Filter, Name, Version).
   static bool Add(AsnCatalogueEntry entry);
-  // The entry of that type name, or null.
+  // The entry of that type name (of the module loaded first that has one),
+  // or null.
   static const AsnCatalogueEntry* Find(std::string_view name);
+  // The entry of that type name in that module, or null.
+  static const AsnCatalogueEntry* Find(std::string_view module, std::string_view name);
   // Every entry, ordered by module, then name.
   static std::vector<AsnCatalogueEntry> All();
 };

@@ -26,10 +26,8 @@ namespace {
 // shows for a member's type ("qcommon::QAsnNVSList"); null for none.
 const AsnCatalogueEntry* FindEntry(std::string_view name) {
   const std::size_t colons = name.rfind("::");
-  const AsnCatalogueEntry* entry =
-      AsnCatalogue::Find(colons == std::string_view::npos ? name : name.substr(colons + 2));
-  if (entry != nullptr && (colons == std::string_view::npos || entry->module == name.substr(0, colons))) return entry;
-  return nullptr;
+  if (colons == std::string_view::npos) return AsnCatalogue::Find(name);
+  return AsnCatalogue::Find(name.substr(0, colons), name.substr(colons + 2));
 }
 
 // A value's type in ASN.1 terms: the name of a catalogued type (which
