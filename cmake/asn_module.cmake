@@ -1,4 +1,5 @@
-# tn_asn_module(<target> <module text> [CODE <target>] [OUTPUT <dir>] [WITH <text>...])
+# tn_asn_module(<target> <module text> [CODE <target>] [OUTPUT <dir>] [WITH <text>...]
+#               [NAMESPACE_FROM_PATH])
 #
 # Compiles an interface module's ASN.1 text into its record and list classes
 # (recordc/recordc.py) at build time, again whenever the text or the compiler
@@ -8,6 +9,7 @@
 # unless CODE names the target that carries it. A module may import the types
 # of every module compiled before it, or, when WITH is given, of the texts it
 # names (modules of public texts whose names meet those of other texts).
+# NAMESPACE_FROM_PATH names each module's namespace after its text's file.
 #
 # The same file serves the installed package (find_package(tn_velkor)), where
 # a service compiles modules of its own: there the compiler is the installed
@@ -23,7 +25,7 @@ get_filename_component(TN_RECORDC_DIR ${TN_RECORDC} DIRECTORY)
 file(GLOB TN_RECORDC_SOURCES ${TN_RECORDC_DIR}/*.py)
 
 function(tn_asn_module target text)
-  cmake_parse_arguments(PARSE_ARGV 2 MODULE "" "CODE;OUTPUT" "WITH")
+  cmake_parse_arguments(PARSE_ARGV 2 MODULE "NAMESPACE_FROM_PATH" "CODE;OUTPUT" "WITH")
   if(NOT MODULE_CODE)
     set(MODULE_CODE ${target})
   endif()
@@ -64,6 +66,9 @@ function(tn_asn_module target text)
   foreach(other IN LISTS known)
     list(APPEND imports --with ${other})
   endforeach()
+  if(MODULE_NAMESPACE_FROM_PATH)
+    list(APPEND imports --namespace-from-path)
+  endif()
   add_custom_command(
     OUTPUT ${header} ${types} ${catalogue}
     COMMAND Python3::Interpreter ${TN_RECORDC} ${roots} --out ${MODULE_OUTPUT} ${text} ${imports}

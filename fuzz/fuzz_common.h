@@ -15,7 +15,9 @@
 #include "tn_platform/asn/asn_ber_reader.h"
 #include "tn_platform/asn/asn_decode_error.h"
 #include "tn_platform/asn/asn_json_reader.h"
+#include "tn_platform/asn/asn_json_writer.h"
 #include "tn_platform/asn/asn_value_io.h"
+#include "tn_platform/asn/asn_value_notation.h"
 #include "tn_qmodules/asn_catalogue.h"
 #include "tn_velkor/ns_velkor.h"
 
@@ -106,4 +108,21 @@ int FuzzValueReaders(const std::uint8_t* data, std::size_t size, Create&& create
     }
   }
   return 0;
+}
+
+// A value a reader accepted is stable: its DER decodes to the same DER, its
+// JSON in either form reads back to it (into a value made by `create`, and
+// straight to BER), and it prints as value notation.
+template <class Create>
+void FuzzStable(const AsnType& value, Create&& create) {
+  const std::string der = AsnEncodeValue(value);
+  const std::unique_ptr<AsnType> again(create());
+  if (!FuzzDecode(*again, der) || AsnEncodeValue(*again) != der) std::abort();
+  AsnToValueNotation(value);
+  for (const AsnJsonForm form : {AsnJsonForm::kReadable, AsnJsonForm::kJer}) {
+    const std::string json = AsnToJson(value, form);
+    const std::unique_ptr<AsnType> read(create());
+    AsnReadJson(*read, json, form);  // an exception here escapes: a finding
+    if (AsnEncodeValue(*read) != der || AsnJsonToBer(*create(), json, form) != der) std::abort();
+  }
 }

@@ -7,14 +7,14 @@ def c_string(text):
     return '"%s"' % text.replace("\\", "\\\\").replace('"', '\\"')
 
 
-def record_class(name, type_name, members, lines, makers, choice=False, is_set=False, tags=None, holds_itself=False):
+def record_class(name, type_name, members, lines, makers, choice=False, is_set=False, tags=None, deep=False):
     """members: the declaration lines; lines: the member lines; makers: the
     functions that give DEFAULT members their values; tags: the AsnTagging
     written on the type, or None."""
     base = "AsnRecord<%s, AsnChoice>" % name if choice else "AsnRecord<%s>" % name
     extra = "  static constexpr AsnStructure kStructure = AsnStructure::kSet;\n" if is_set else ""
     extra += "  static constexpr AsnTagging kTagging = %s;\n" % tags if tags else ""
-    extra += "  static constexpr bool kHoldsItself = true;\n" if holds_itself else ""
+    extra += "  static constexpr bool kDeep = true;\n" if deep else ""
     return (
         "class {n} final : public {b} {{\n"
         " public:\n"

@@ -10,13 +10,15 @@ and EXPLICIT, on members, list elements and type assignments, under any tag
 default. Constraints are accepted; an INTEGER's bounds choose its class.
 
 Refused here: the types no BER interface module uses and the runtime has no
-class for (EXTERNAL, EMBEDDED PDV, CHARACTER STRING). Refused where the code
+class for (EXTERNAL, EMBEDDED PDV, CHARACTER STRING), and a SEQUENCE member
+that may be left out followed by one with the same tag. Refused where the code
 is written: a tag on a list element held in a class the record codec knows
 by its exact class (recordc.py), a DEFAULT value of a form it cannot write
 (cpp_defaults.py), a type that contains itself (recordc.py).
 """
 
 from asn_errors import refuse
+from asn_tags import wire_tags
 
 REFUSED_KINDS = ("EXTERNAL", "EMBEDDED PDV", "CHARACTER STRING")
 
@@ -32,7 +34,27 @@ class Subset(object):
     def visit(self, node):
         if node.kind in REFUSED_KINDS:
             refuse(self.module.path, node.line, "%s is not supported yet" % node.kind)
+        if node.kind == "SEQUENCE":
+            self.distinct_tags(node)
         for member in getattr(node, "components", []):
             self.visit(member.type)
         if node.kind in ("SEQUENCE OF", "SET OF"):
             self.visit(node.element)
+
+    def distinct_tags(self, node):
+        """A member that may be left out (OPTIONAL, DEFAULT, an extension
+        addition) and a member after it with the same tag cannot be told apart
+        on the wire: the module is refused rather than read one way."""
+        may_be_absent = []
+        for member in node.components:
+            tags = wire_tags(member.type, self.module)
+            tag = tags[0][:2] if tags else None
+            for other in may_be_absent:
+                if tag is not None and tag == other[1]:
+                    refuse(self.module.path, member.line, "%s and %s have the same tag: a decoder cannot tell them "
+                           "apart" % (other[0], member.name))
+            if member.optional or member.default is not None or member.extension:
+                may_be_absent.append((member.name, tag))
+            else:
+                may_be_absent = []
+

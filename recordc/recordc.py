@@ -59,20 +59,37 @@ from cpp_tags import bare_tags, is_context_implicit, tagging, written_tags  # no
 
 STRUCTURED = ("SEQUENCE", "SET", "CHOICE", "SEQUENCE OF", "SET OF")
 LISTS = ("SEQUENCE OF", "SET OF")
+# Records nested deeper than this are encoded by a call (kDeep); the common
+# records nest four deep at most and stay inlined.
+DEEP_INLINE = 4
 # The member that keeps an extensible type's unknown additions: no ASN.1
 # name ends in an underscore.
 UNKNOWN_MEMBERS = "unknown_"
 
 
+# Set by --namespace-from-path: public texts often share module names (six
+# modules named Foo), so that each text's modules get namespaces of its own.
+NAMESPACE_FROM_PATH = False
+
+
 def namespace_of(module):
     """The module's C++ namespace: its name in lower case, unless a line
     "C++ namespace: NAME" of the comment above the module names another
-    ("global" for the global namespace)."""
+    ("global" for the global namespace); with --namespace-from-path the
+    text's file name (and the module's, for a text of several modules)."""
     for line in module.comment:
         match = re.match(r"C\+\+ namespace: (\w+)\.?$", line)
         if match:
             return "" if match.group(1) == "global" else match.group(1)
+    if NAMESPACE_FROM_PATH:
+        stem = os.path.splitext(os.path.basename(module.path))[0]
+        return cpp_name((stem if module.only_in_text else stem + "_" + module.name).lower().replace("-", "_"))
     return cpp_name(module.name.lower())
+
+
+def catalogue_module_of(module):
+    """The module name its types carry in the catalogue."""
+    return namespace_of(module) if NAMESPACE_FROM_PATH else module.name.lower()
 
 
 def qualified(namespace, name):
@@ -112,6 +129,7 @@ class Compiler(object):
         self.helpers = []  # classes of types written inside the one being compiled
         self.instances = []  # the class code of the module's records and lists
         self.list_element = None  # (name, qualified class) of the last list's element
+        self.nestings = {}  # (module, type) -> nesting()
 
     def below_root(self, path):
         """`path` relative to the first root that holds it (to the first root
@@ -172,8 +190,7 @@ class Compiler(object):
         full_name = qualified(namespace_of(self.module), name)
         tags = tagging(wire, bare_tags(node.kind)) if wire is not None else None
         if node.kind in ("SEQUENCE", "SET", "CHOICE"):
-            code = self.record(name, type_name, node, module, tags,  # the classes inside it come first
-                               type_name in self.module.types and self.holds_itself(type_name))
+            code = self.record(name, type_name, node, module, tags, self.deep(node, module))
             base = "AsnRecord<%s, AsnChoice>" % full_name if node.kind == "CHOICE" else "AsnRecord<%s>" % full_name
             self.instances.append("template class %s;\n" % base)
             return code
@@ -231,21 +248,32 @@ class Compiler(object):
             visit(name, [])
         return result
 
-    def holds_itself(self, name):
-        """Whether the type of assignment `name` reaches itself through the
-        types it uses (LDAP's Filter holds a list of Filters)."""
-        seen, pending = set(), [name]
-        while pending:
-            written = self.module.types[pending.pop()].type
-            for used, _ in references(written) + references(shape_of(written, self.module)[0]):
-                if used.target.module is not self.module:
-                    continue
-                if used.name == name:
-                    return True
-                if used.name not in seen:
-                    seen.add(used.name)
-                    pending.append(used.name)
-        return False
+    def nesting(self, node, open_types=()):
+        """How deep structured types nest in `node` (a record of simple
+        members: 1), through references too; None for a type that holds
+        itself (LDAP's Filter holds a list of Filters)."""
+        if node.kind == "reference":
+            # A type that reaches a cycle nests without end wherever one
+            # starts, so the answer per type is kept.
+            key = (node.target.module.name, node.name)
+            if key in open_types:
+                return None
+            if key not in self.nestings:
+                self.nestings[key] = self.nesting(node.target.type, open_types + (key,))
+            return self.nestings[key]
+        inner = [member.type for member in getattr(node, "components", [])]
+        inner += [node.element] if node.kind in LISTS else []
+        if node.kind not in STRUCTURED:
+            return 0
+        depths = [self.nesting(child, open_types) for child in inner]
+        return None if None in depths else 1 + max(depths, default=0)
+
+    def deep(self, node, module):
+        """Whether a record's encoder is called rather than inlined into its
+        holder's: in a type that holds itself inlining would not end, and past
+        DEEP_INLINE levels the inlined code grows with every level (X.509)."""
+        depth = self.nesting(node)
+        return depth is None or depth > DEEP_INLINE
 
     def type_text(self, node):
         """The type's own lines of the module text, comments removed."""
@@ -259,7 +287,7 @@ class Compiler(object):
     def comment(self, lines, indent=""):
         return "".join("%s// %s\n" % (indent, line) if line else "%s//\n" % indent for line in lines)
 
-    def record(self, name, type_name, node, module, tags, holds_itself=False):
+    def record(self, name, type_name, node, module, tags, deep=False):
         """A SEQUENCE, SET or CHOICE: its members, their lines, the functions
         that give DEFAULT members their values, and a member for unknown
         extension additions."""
@@ -308,7 +336,7 @@ class Compiler(object):
                            UNKNOWN_MEMBERS)
         self.headers.add("tn_velkor/asn/asn_record.h")
         return cpp_classes.record_class(name, type_name, members, lines, makers, choice=choice,
-                                        is_set=node.kind == "SET", tags=tags, holds_itself=holds_itself)
+                                        is_set=node.kind == "SET", tags=tags, deep=deep)
 
     def unknown_members_line(self, node):
         """Where an extensible type's unknown additions go among its lines:
@@ -332,7 +360,7 @@ class Compiler(object):
     def compile(self):
         """The module's classes (in namespace blocks) and catalogue entries."""
         namespace = namespace_of(self.module)
-        module_name = self.module.name.lower()
+        module_name = catalogue_module_of(self.module)
         classes, entries = [], []
         Subset(self.module).check()
         for type_name in self.order():
@@ -429,13 +457,19 @@ def main(argv):
                         help="a root the texts' paths are taken from (the first that holds a text)")
     parser.add_argument("--out", required=True, help="the folder the generated files go under")
     parser.add_argument("--with", dest="others", action="append", default=[], help="the text of an imported module")
+    parser.add_argument("--namespace-from-path", action="store_true",
+                        help="name each module's namespace after its text's file (public texts share module names)")
     parser.add_argument("module", help="the module text to compile")
     options = parser.parse_args(argv)
+    global NAMESPACE_FROM_PATH
+    NAMESPACE_FROM_PATH = options.namespace_from_path
     try:
         texts = []
         for path in [options.module] + options.others:
             with open(path) as text:
                 texts.append(parse(text.read(), path))
+            for module in texts[-1]:
+                module.only_in_text = len(texts[-1]) == 1
         modules = Modules([module for found in texts for module in found])
         for relative, text in compile_text(modules, texts[0], options.roots).items():
             write_if_changed(os.path.join(options.out, relative), text)

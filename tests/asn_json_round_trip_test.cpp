@@ -31,6 +31,9 @@
 namespace {
 
 constexpr int kVariants = 4;
+// Below this depth lists are empty, optional members absent and a CHOICE
+// takes its last alternative, so that a type that holds itself ends.
+constexpr int kDeepest = 6;
 
 // Variant 0: zeros, empty strings and lists, optional members absent;
 // 1: maxima, binary octets, short lists; 2: minima, long strings, a long list
@@ -61,22 +64,23 @@ void Fill(AsnType& value, int variant, int depth) {
     case AsnMemberKind::kList: {
       const int counts[] = {0, 2, depth == 0 ? 150 : 3, 1};
       auto& list = static_cast<AsnListBase&>(value);
+      if (depth > kDeepest) break;  // a type that holds itself ends
       for (int i = 0; i < counts[variant]; ++i) Fill(list.AppendElement(), variant, depth + 1);
       break;
     }
     case AsnMemberKind::kRecord: {
       auto& record = static_cast<AsnSequence&>(value);
       for (const AsnMemberStep& member : record.Plan().members) {
-        if (member.optional && variant == 0) continue;
+        if (member.optional && (variant == 0 || depth > kDeepest)) continue;
         Fill(*member.ValueOrCreateIn(&record), variant, depth + 1);
       }
       break;
     }
     case AsnMemberKind::kChoice: {
       auto& choice = static_cast<AsnChoice&>(value);
-      // Deep down a type that holds itself takes its last alternative (Filter's present).
       const std::size_t count = choice.Plan().members.size();
-      Fill(choice.Choose(depth > 6 ? count - 1 : static_cast<std::size_t>(variant) % count), variant, depth + 1);
+      Fill(choice.Choose(depth > kDeepest ? count - 1 : static_cast<std::size_t>(variant) % count), variant,
+           depth + 1);
       break;
     }
     case AsnMemberKind::kPrimitive:  // a sample value; the kinds have their own vectors

@@ -25,6 +25,7 @@ REFUSED = [
     ("T ::= SEQUENCE { a OCTET STRING DEFAULT '101'B }",
      "2: DEFAULT: a OCTET STRING value written this way is not supported yet"),
     ("T ::= SEQUENCE { a T }", "2: T contains itself"),
+    ("T ::= SEQUENCE { a BOOLEAN OPTIONAL,\n b BOOLEAN }", "3: a and b have the same tag: a decoder cannot tell them apart"),
     # C++ names: a hyphen becomes an underscore, a class of a nested type is Outer_member
     ("A-b ::= BOOLEAN\nA ::= SEQUENCE { b ENUMERATED { x } }", "3: A-b and A_b are both A_b in C++"),
     ("T ::= SEQUENCE { a-b BOOLEAN,\n a-b NULL }", "3: a-b twice"),

@@ -58,9 +58,9 @@ struct AsnHasTagging : std::false_type {};
 template <class Value>
 struct AsnHasTagging<Value, std::void_t<decltype(Value::kTagging)>> : std::true_type {};
 template <class Value, class = void>
-struct AsnHasHoldsItself : std::false_type {};
+struct AsnHasDeep : std::false_type {};
 template <class Value>
-struct AsnHasHoldsItself<Value, std::void_t<decltype(Value::kHoldsItself)>> : std::true_type {};
+struct AsnHasDeep<Value, std::void_t<decltype(Value::kDeep)>> : std::true_type {};
 template <class Value, class = void>
 struct AsnHasStructure : std::false_type {};
 template <class Value>

@@ -12,9 +12,10 @@
 //   once its own members exist;
 // and, when they apply:
 //   static constexpr AsnStructure kStructure = AsnStructure::kSet;   a SET
-//   static constexpr bool kHoldsItself = true;    a type that holds itself
-//                                                 (through a list, an optional
-//                                                 member or an alternative)
+//   static constexpr bool kDeep = true;   a type that holds itself (through a
+//                                         list, an optional member or an
+//                                         alternative) or nests deeply: its
+//                                         encoder is called, not inlined
 //   static constexpr AsnTagging kTagging = ...;   tags written on its type
 //                                                 ("[APPLICATION 3] IMPLICIT")
 // A CHOICE derives from AsnRecord<itself, AsnChoice> (asn_choice.h): its
@@ -49,7 +50,8 @@ class AsnRecord : public Base {
 
   // The encoder's passes, compiled from the member lines; inlined where the
   // record's class is known (a list of it, a member of its type), except in a
-  // type that holds itself, where inlining would not end. A SET's lines run
+  // deep type (kDeep), where inlining would not end or would grow the code
+  // with every level. A SET's lines run
   // once per member, in the canonical order of their tags.
   [[gnu::always_inline]] unsigned long MeasureContent(AsnEncodeSizes& sizes) const override {
     if constexpr (kOutOfLine) {
@@ -165,14 +167,14 @@ class AsnRecord : public Base {
     }
   }
   static constexpr bool kIsSet = StructureOf() == AsnStructure::kSet;
-  static constexpr bool HoldsItself() {
-    if constexpr (AsnHasHoldsItself<Record>::value) {
-      return Record::kHoldsItself;
+  static constexpr bool IsDeep() {
+    if constexpr (AsnHasDeep<Record>::value) {
+      return Record::kDeep;
     } else {
       return false;
     }
   }
-  static constexpr bool kOutOfLine = HoldsItself();
+  static constexpr bool kOutOfLine = IsDeep();
   __attribute__((noinline)) unsigned long MeasureOutOfLine(AsnEncodeSizes& sizes) const { return MeasureInLine(sizes); }
   __attribute__((noinline)) unsigned char* WriteOutOfLine(unsigned char* out, AsnEncodeSizes& sizes) const {
     return WriteInLine(out, sizes);

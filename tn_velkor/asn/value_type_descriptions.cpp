@@ -54,3 +54,9 @@ void refl::CGnlTypeInfor::CaptureTypeInfor<AsnBool>() {
   ChangeTypeTo_CustomBasicType(
       refl::BasicTypeDescription<AsnBool>(s_pAsnBoolTypeInfor, "AsnBool", kKindBool, kAsnBoolClassId));
 }
+
+template <>
+void refl::CGnlTypeInfor::CaptureTypeInfor<refl::MayNullPointer<AsnBool>>() {
+  CaptureTypeInfor<AsnBool>();
+  SetMayNull(true);
+}

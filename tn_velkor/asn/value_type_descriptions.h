@@ -30,6 +30,8 @@ template <>
 void refl::CGnlTypeInfor::CaptureTypeInfor<refl::MayNullPointer<AsnInt>>();
 template <>
 void refl::CGnlTypeInfor::CaptureTypeInfor<AsnBool>();
+template <>
+void refl::CGnlTypeInfor::CaptureTypeInfor<refl::MayNullPointer<AsnBool>>();
 
 // A member of a class `Value` with its own codec: a custom type of its class
 // name and size, identified as kAsnPrimitiveClassId; optional: may be null.
