@@ -7,9 +7,10 @@
 //     static constexpr AsnTagging kTagging = AsnTagging::Implicit(AsnTagClass::kApplication, 10); ...
 //
 // Decoded or encoded as a whole value it travels under its own tags. A
-// member or list element of such a type is held in `Base` itself, the tags
-// written on its member line (the record codec handles the simple classes
-// by their exact class).
+// member of such a type over OCTET STRING, BOOLEAN or a 32- or 64-bit INTEGER
+// is held in `Base` itself, the tags written on its member line (the record
+// codec handles those classes by their exact class); over any other kind, in
+// this class, whose kTagging the member's tags start from.
 #pragma once
 #pragma GCC visibility push(default)
 
