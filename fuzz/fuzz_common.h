@@ -3,6 +3,7 @@
 // and every accepted value must pass.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
@@ -73,6 +74,28 @@ inline std::unique_ptr<AsnType> FuzzReencoded(const AsnType& value) {
   std::unique_ptr<AsnType> again(type->create());
   if (!FuzzDecode(*again, once) || AsnEncodeValue(*again) != once) std::abort();
   return again;
+}
+
+// Whether two printed values (value notation, or indented JSON) hold the
+// same lines, in any order and without their trailing commas: DER puts the
+// elements of a SET OF in order, so a value and its re-encoding may list
+// them differently, while a lost or changed value changes a line.
+inline bool FuzzSameLines(const std::string& a, const std::string& b) {
+  const auto lines = [](const std::string& text) {
+    std::vector<std::string> found;
+    std::size_t start = 0;
+    while (start <= text.size()) {
+      std::size_t end = text.find('\n', start);
+      if (end == std::string::npos) end = text.size();
+      std::string line = text.substr(start, end - start);
+      if (!line.empty() && line.back() == ',') line.pop_back();
+      found.push_back(std::move(line));
+      start = end + 1;
+    }
+    std::sort(found.begin(), found.end());
+    return found;
+  };
+  return lines(a) == lines(b);
 }
 
 // Walks `bytes` with the structure reader behind velkor dump, keeping `shown`

@@ -156,6 +156,8 @@ TEST(StructuredTypes, RefusedEncodings) {
        "offset 2"},
       {"Pick", "01 01 FF",
        "Pick: wrong tag [UNIVERSAL 1] primitive (BOOLEAN), expected an alternative of Pick at offset 0"},
+      {"Pick", "00 04 03",  // the tag is refused before the length is found to run past the input
+       "Pick: wrong tag [UNIVERSAL 0] primitive (end-of-contents), expected an alternative of Pick at offset 0"},
       {"Shape", "00 00",
        "Shape: wrong tag [UNIVERSAL 0] primitive (end-of-contents), expected an alternative of Shape at offset 0"},
       {"Shape", "A1 03 04 01 07",

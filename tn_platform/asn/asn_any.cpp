@@ -28,7 +28,9 @@ void SkipContent(AsnBuf& buf, AsnTag tag, unsigned long length) {
                                                   : "input ends " + AsnOctetCount(end - buf.Offset()) +
                                                         " short of the value");
     }
-    const AsnHeader header = BDecHeader(buf, counted, [](AsnTag) { return true; }, AsnLengthCheck::kNone);
+    // Any tag but end-of-contents, which ends only an indefinite length (AtEoc).
+    const AsnHeader header = BDecHeader(buf, counted, [](AsnTag tag) { return tag != 0; }, AsnLengthCheck::kNone);
+    if (header.status == AsnHeader::kWrongTag) AsnThrowDecodeError(header.start, "end-of-contents where a value belongs");
     if (header.status != AsnHeader::kComplete) AsnThrowHeaderError(header, 0, buf);
     SkipContent(buf, header.tag, header.length);
   }

@@ -106,22 +106,23 @@ void AsnBitString::Print(std::ostream& os, unsigned long, bool) const {
     }
   }
   os << '\'';
-  for (std::size_t bit = 0; bit < BitCount(); ++bit) os << (Bit(bit) ? '1' : '0');
+  for (std::size_t bit = 0; bit < EncodedBits(); ++bit) os << (Bit(bit) ? '1' : '0');
   os << "'B";
 }
 
 void AsnBitString::WriteJson(AsnJsonOut& out) const {
+  const std::size_t written = EncodedBits();
   if (!out.Jer()) {
     std::string bits;
-    for (std::size_t bit = 0; bit < BitCount(); ++bit) bits.push_back(Bit(bit) ? '1' : '0');
+    for (std::size_t bit = 0; bit < written; ++bit) bits.push_back(Bit(bit) ? '1' : '0');
     out.String(bits);
     return;
   }
   out.BeginObject();
   out.Key("value");
-  out.Hex(m_octets);
+  out.Hex(m_octets.substr(0, (written + 7) / 8));
   out.Key("length");
-  out.Integer(static_cast<long long>(BitCount()));
+  out.Integer(static_cast<long long>(written));
   out.EndObject();
 }
 

@@ -1,7 +1,8 @@
 // AsnBitString: a BIT STRING value, its bits most significant first in
 // octets, the last octet's low `unused` bits not part of it (kept zero). A
 // generated subclass supplies the type's named bits: DER then leaves out
-// trailing zero bits, and value notation writes the set bits' names.
+// trailing zero bits, and value notation writes the set bits' names (or,
+// when a set bit has none, the bits without trailing zeros).
 //
 // JSON: JER {"value": "<hex>", "length": <bits>}; the readable form a string
 // of '0' and '1'.

@@ -7,7 +7,7 @@ namespace {
 // Whether a value whose own tag is `own` takes an item with `tag`.
 bool OwnTagTakes(AsnTag own, bool eitherForm, AsnTag tag) {
   if (own == kAsnOpenTag) return tag != 0;
-  if (own == kAsnChoiceTag) return true;
+  if (own == kAsnChoiceTag) return tag != 0;  // the alternatives are checked by the decoder
   return tag == own || (eitherForm && tag == TagWithForm(own, true));
 }
 
@@ -21,6 +21,10 @@ void ReadLevel(AsnBuf& buf, const AsnTagChain& chain, bool eitherForm, unsigned 
   if (header.status == AsnHeader::kWrongTag && expected == kAsnOpenTag) {
     AsnThrowDecodeError(header.start, "end-of-contents where a value belongs");
   }
+  // End-of-contents octets where a CHOICE belongs: refused by the tag, before
+  // the length they carry is checked, in the words the CHOICE refuses any
+  // tag no alternative takes.
+  if (header.status == AsnHeader::kWrongTag && expected == kAsnChoiceTag) decode(context, buf, header);
   if (header.status != AsnHeader::kComplete) AsnThrowHeaderError(header, expected, buf);
   const std::size_t contentStart = buf.Offset();
   if (own) {

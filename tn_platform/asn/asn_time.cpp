@@ -151,6 +151,11 @@ std::string TwoDigits(int value) {
   std::snprintf(text, sizeof text, "%02d", value % 100);
   return text;
 }
+std::string FourDigits(int value) {
+  char text[16];
+  std::snprintf(text, sizeof text, "%04d", value);
+  return text;
+}
 
 bool ReadDate(Cursor& cursor) {
   int year = 0, month = 0, day = 0;
@@ -244,15 +249,18 @@ std::string AsnTimeString<kNumber>::DerText() const {
   Moment moment;
   if (kNumber == 23 && ReadUtcTime(m_text, moment)) {
     ToUtc(moment);
+    // An offset can carry the moment out of the century the two digits name.
+    if (moment.year < 1950 || moment.year > 2049) return m_text;
     return TwoDigits(moment.year) + TwoDigits(moment.month) + TwoDigits(moment.day) + TwoDigits(moment.hour) +
            TwoDigits(moment.minute) + TwoDigits(moment.second) + "Z";
   }
   if (kNumber == 24 && ReadGeneralizedTime(m_text, moment) && moment.zone != Moment::kLocal &&
       (moment.fraction.empty() || moment.hasSecond)) {
     ToUtc(moment);
+    if (moment.year < 0 || moment.year > 9999) return m_text;
     std::string fraction = moment.fraction;
     while (!fraction.empty() && fraction.back() == '0') fraction.pop_back();
-    return std::to_string(moment.year) + TwoDigits(moment.month) + TwoDigits(moment.day) + TwoDigits(moment.hour) +
+    return FourDigits(moment.year) + TwoDigits(moment.month) + TwoDigits(moment.day) + TwoDigits(moment.hour) +
            TwoDigits(moment.minute) + TwoDigits(moment.second) + (fraction.empty() ? "" : "." + fraction) + "Z";
   }
   return m_text;

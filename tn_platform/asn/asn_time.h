@@ -14,7 +14,8 @@
 // GeneralizedTime as YYYYMMDDhhmmss[.fraction]Z, the fraction without
 // trailing zeros, an offset taken into the time (a local GeneralizedTime, or
 // one with a fraction of an hour or minute, has no such form and is written
-// as it is); the other types as they are. JSON writes the text, value
+// as it is; so is a time the offset carries out of the years the form can
+// write); the other types as they are. JSON writes the text, value
 // notation a quoted cstring.
 #pragma once
 #pragma GCC visibility push(default)
