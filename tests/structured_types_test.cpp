@@ -16,6 +16,7 @@
 #include "tn_platform/asn/asn_json_writer.h"
 #include "tn_platform/asn/asn_value_io.h"
 #include "tn_platform/asn/asn_value_notation.h"
+#include "tn_platform/refl/class_infor.h"
 
 namespace {
 
@@ -269,6 +270,25 @@ TEST(StructuredTypes, NestingLimitHoldsInEveryForm) {
                 std::string::npos);
     }
   }
+}
+
+// Reflection describes types that hold themselves or each other: a member of
+// the class being described points at it.
+TEST(StructuredTypes, ReflectionOfTypesThatHoldThemselves) {
+  const auto classOf = [](const char* type) {
+    refl::CRefrence reference;
+    dynamic_cast<AsnSequence&>(*Create(type)).BindReflection(reference);
+    return reference.ClassInfor();
+  };
+  const refl::CClassInfor* node = classOf("Node");  // registers Branch on the way
+  const refl::CClassInfor* branch = classOf("Branch");
+  const refl::CClassInfor* filter = classOf("Filter");
+  ASSERT_TRUE(node != nullptr && branch != nullptr && filter != nullptr);
+  EXPECT_EQ(node->FindAttribute("next")->type.Class(), node);
+  EXPECT_EQ(node->FindAttribute("branch")->type.Class(), branch);
+  EXPECT_EQ(branch->FindAttribute("head")->type.Class(), node);
+  EXPECT_EQ(filter->FindAttribute("not")->type.Class(), filter);
+  EXPECT_EQ(filter->Attributes().size(), 3u);
 }
 
 TEST(StructuredTypes, ChoiceHoldsOneAlternative) {
