@@ -426,7 +426,13 @@ void FillEveryMember(AsnType& value, FillPath& path, unsigned depth) {
     path.push_back(&choice.Plan());
     std::size_t index = 0;
     while (index + 1 < count && LeadsBack(choice.Choose(index), path)) ++index;
-    if (LeadsBack(choice.Choose(index), path)) index = 0;  // every one leads back
+    if (LeadsBack(choice.Choose(index), path)) {
+      index = 0;  // every one leads back: a type without a finite value ends at the depth limit
+      if (depth == 0) {
+        path.pop_back();
+        return;
+      }
+    }
     FillEveryMember(choice.Choose(index), path, depth == 0 ? 0 : depth - 1);
     path.pop_back();
     return;
