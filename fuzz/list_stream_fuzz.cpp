@@ -80,6 +80,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const std::size_t first = input.find_first_not_of(" \t\r\n");
   if (first == std::string_view::npos || input[first] != '[') return 0;  // JSON Lines: no whole-text twin
   AsnJsonListReader reader(Trickle(input, step), AsnJsonForm::kJer, type.createElement, type.name);
+  reader.ReadInsideList();
   std::unique_ptr<AsnType> held;
   const std::string streamed = Streamed(reader, type, [&held](AsnJsonListReader& r) {
     held = r.Next();

@@ -102,7 +102,7 @@ TEST(AsnJsonReader, RefusesWithPathAndOffset) {
       {"QProbePart", kReadable, R"({"name":"","weight":"9223372036854775808"})",
        "QProbePart.weight: integer 9223372036854775808 out of range (-9223372036854775808 to 9223372036854775807) at offset 20"},
       {"QAsnColumn", kReadable, R"({"//":[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[]]]]]]]]]]]]]]]]]]]]]]]]]]]]]]]]]],"strCondition":""})",
-       "QAsnColumn: nested too deeply at offset 37"},
+       "QAsnColumn: nested too deeply at offset 38"},
   };
   for (const auto& row : cases) {
     EXPECT_EQ(Refusal(row.type, row.form, row.text), row.message) << row.text;

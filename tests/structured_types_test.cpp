@@ -1,8 +1,9 @@
 // The structured types on the member plan: tags of every class and mode on
 // members and on types, CHOICE, DEFAULT, extensible records and CHOICEs, SET
-// and SET OF, against one vector table {type, BER, DER, readable JSON, JER,
-// value notation} and one table of refusals, on the classes the record
-// compiler writes from structured/structured.asn.
+// and SET OF, types that hold themselves or each other, against one vector
+// table {type, BER, DER, readable JSON, JER, value notation} and tables of
+// refusals, on the classes the record compiler writes from
+// structured/structured.asn.
 
 #include <gtest/gtest.h>
 
@@ -15,6 +16,7 @@
 #include "tn_platform/asn/asn_json_writer.h"
 #include "tn_platform/asn/asn_value_io.h"
 #include "tn_platform/asn/asn_value_notation.h"
+#include "tn_platform/refl/class_infor.h"
 
 namespace {
 
@@ -100,7 +102,21 @@ const Vector kVectors[] = {
     {"Filter", "A0 80 A2 03 87 01 78 87 01 79 00 00", "A0 08 87 01 79 A2 03 87 01 78",
      R"({"and":[{"not":{"present":"x"}},{"present":"y"}]})", R"({"and":[{"not":{"present":"78"}},{"present":"79"}]})",
      R"(and : {|not : present : '78'H /* "x" */,|present : '79'H /* "y" */|})"},
+    // Records that hold each other: an optional member of its own type, a
+    // record held in place, a list of them.
+    {"Node", "30 80 04 01 61 A0 80 04 01 62 00 00 A1 0C 30 03 04 01 63 30 05 30 03 04 01 64 00 00",
+     "30 16 04 01 61 A0 03 04 01 62 A1 0C 30 03 04 01 63 30 05 30 03 04 01 64",
+     R"({"label":"a","next":{"label":"b"},"branch":{"head":{"label":"c"},"more":[{"label":"d"}]}})",
+     R"({"label":"61","next":{"label":"62"},"branch":{"head":{"label":"63"},"more":[{"label":"64"}]}})",
+     R"({|label '61'H /* "a" */,|next {|label '62'H /* "b" */|},|branch {|head {|label '63'H /* "c" */|},|more {|{|)"
+     R"(label '64'H /* "d" */|}|}|}|})"},
 };
+
+std::string Repeat(const std::string& text, int times) {
+  std::string repeated;
+  for (int i = 0; i < times; ++i) repeated += text;
+  return repeated;
+}
 
 TEST(StructuredTypes, Vectors) {
   for (const Vector& row : kVectors) {
@@ -133,11 +149,7 @@ TEST(StructuredTypes, RefusedEncodings) {
     const char* ber;
     const char* message;
   };
-  const std::string deep = [] {
-    std::string nested = "87 01 78";
-    for (int level = 0; level < 40; ++level) nested = "A2 80 " + nested + " 00 00";
-    return nested;
-  }();
+  const std::string deep = Repeat("A2 80 ", 1000000) + "87 01 78" + Repeat(" 00 00", 1000000);
   const Refusal refusals[] = {
       {"Filter", deep.c_str(),
        "Filter.not.not.not.not.not.not.not.not.not.not.not.not.not.not.not.not.not.not.not.not.not.not.not.not.not."
@@ -194,7 +206,15 @@ TEST(StructuredTypes, RefusedJson) {
     const char* json;
     const char* message;
   };
+  const std::string deep = Repeat(R"({"not":)", 1000000) + R"({"present":"x"})" + Repeat("}", 1000000);
+  // An open value's levels count with the record's.
+  const std::string deepUnknown = R"({"name":"n","...":[{"ber":")" + Repeat("a980", 32) + "0500" +
+                                  Repeat("0000", 32) + R"("}]})";
   const Refusal refusals[] = {
+      {"Filter", deep.c_str(),
+       "Filter.not.not.not.not.not.not.not.not.not.not.not.not.not.not.not.not.not.not.not.not.not.not.not.not.not."
+       "not.not.not.not.not.not.not.not: constructed values nested deeper than 32 levels at offset 231"},
+      {"Config", deepUnknown.c_str(), "Config....[0]: constructed values nested deeper than 32 levels at offset 26"},
       {"Shape", "{}", "Shape: a value of Shape names one alternative at offset 0"},
       {"Shape", R"({"circle":1,"square":2})", "Shape: a value of Shape names one alternative at offset 11"},
       {"Shape", R"({"oval":1})", "Shape: Shape has no alternative \"oval\" at offset 1"},
@@ -212,6 +232,64 @@ TEST(StructuredTypes, RefusedJson) {
     const std::unique_ptr<AsnType> value = Create(row.type);
     EXPECT_EQ(ThrownMessage([&] { AsnReadJson(*value, row.json, AsnJsonForm::kReadable); }), row.message) << row.json;
   }
+}
+
+// A value nested as deep as decoding allows reads back from its JSON in both
+// forms (an `and` takes two JSON levels to one BER level); one level more is
+// refused by every reader alike.
+TEST(StructuredTypes, NestingLimitHoldsInEveryForm) {
+  const struct {
+    const char* type;
+    const char* head;  // BER: `head`, then a `step` a level, `inner`, end-of-contents
+    const char* step;
+    const char* inner;
+    const char* jsonOpen;  // one level more around a value's JSON
+    const char* jsonClose;
+  } rows[] = {
+      {"Filter", "", "A0 80", "87 00", R"({"and":[)", "]}"},
+      {"Filter", "", "A2 80", "87 00", R"({"not":)", "}"},
+      {"Node", "30 80 04 00", "A0 80 04 00", "", R"({"label":"","next":)", "}"},
+  };
+  const std::string tooDeep = "constructed values nested deeper than 32 levels";
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.step);
+    const int headLevels = *row.head != '\0' ? 1 : 0;
+    const auto nested = [&](int levels) {
+      const int steps = levels - headLevels;
+      return row.head + Repeat(row.step, steps) + row.inner + Repeat("00 00", levels);
+    };
+    const std::unique_ptr<AsnType> value = Create(row.type);
+    ASSERT_EQ(ThrownMessage([&] { AsnDecodeValue(*value, Hex(nested(32))); }), "no exception");
+    const std::string der = AsnEncodeValue(*value);
+    EXPECT_NE(ThrownMessage([&] { AsnDecodeValue(*Create(row.type), Hex(nested(33))); }).find(tooDeep),
+              std::string::npos);
+    for (const AsnJsonForm form : {AsnJsonForm::kReadable, AsnJsonForm::kJer}) {
+      const std::string json = AsnToJson(*value, form);
+      EXPECT_EQ(AsnJsonToBer(*Create(row.type), json, form), der);
+      const std::string deeper = row.jsonOpen + json + row.jsonClose;
+      EXPECT_NE(ThrownMessage([&] { AsnReadJson(*Create(row.type), deeper, form); }).find(tooDeep), std::string::npos);
+      EXPECT_NE(ThrownMessage([&] { AsnJsonToBer(*Create(row.type), deeper, form); }).find(tooDeep),
+                std::string::npos);
+    }
+  }
+}
+
+// Reflection describes types that hold themselves or each other: a member of
+// the class being described points at it.
+TEST(StructuredTypes, ReflectionOfTypesThatHoldThemselves) {
+  const auto classOf = [](const char* type) {
+    refl::CRefrence reference;
+    dynamic_cast<AsnSequence&>(*Create(type)).BindReflection(reference);
+    return reference.ClassInfor();
+  };
+  const refl::CClassInfor* node = classOf("Node");  // registers Branch on the way
+  const refl::CClassInfor* branch = classOf("Branch");
+  const refl::CClassInfor* filter = classOf("Filter");
+  ASSERT_TRUE(node != nullptr && branch != nullptr && filter != nullptr);
+  EXPECT_EQ(node->FindAttribute("next")->type.Class(), node);
+  EXPECT_EQ(node->FindAttribute("branch")->type.Class(), branch);
+  EXPECT_EQ(branch->FindAttribute("head")->type.Class(), node);
+  EXPECT_EQ(filter->FindAttribute("not")->type.Class(), filter);
 }
 
 TEST(StructuredTypes, ChoiceHoldsOneAlternative) {

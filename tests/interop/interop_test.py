@@ -5,7 +5,8 @@ module texts (*.asn under tn_velkor/ and tn_qmodules/). For every type of our
 catalogue (interop_peer list):
   - exactly one module text defines it (a catalogue type without one fails);
   - pyasn1's DER encoding of interop_peer's sample value, with all optional
-    members ("full") and with none ("minimal"), equals ours, and pyasn1
+    members ("full", down to where a type that holds itself ends) and with
+    none ("minimal"), equals ours, and pyasn1
     decodes our encoding back to that value;
   - we decode that DER rewritten in BER's other forms (indefinite lengths,
     segmented octet strings) and re-encode it to our exact bytes.
@@ -102,7 +103,7 @@ def sample(schema, text, k, full, depth=0):
     if isinstance(schema, univ.SequenceAndSetBase):
         value = schema.clone()
         for member in schema.componentType.namedTypes:
-            if full or not member.isOptional:
+            if (full and depth + 1 < 4) or not member.isOptional:
                 value.setComponentByName(member.name, sample(member.asn1Object, member.name, k, full, depth + 1))
         return value
     if isinstance(schema, univ.SequenceOfAndSetOfBase):

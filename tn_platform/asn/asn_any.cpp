@@ -1,8 +1,10 @@
 #include "tn_platform/asn/asn_any.h"
 
+#include <algorithm>
 #include <cstring>
 #include <ostream>
 
+#include "tn_platform/asn/asn_ber_reader.h"
 #include "tn_platform/asn/asn_text_codes.h"
 
 namespace {
@@ -35,6 +37,18 @@ void SkipContent(AsnBuf& buf, AsnTag tag, unsigned long length) {
     SkipContent(buf, header.tag, header.length);
   }
   if (indefinite) BDecEoc(buf, counted);
+}
+
+// The constructed values `ber`, the encoding of one whole value, opens one
+// inside another.
+unsigned NestingOf(std::string_view ber) {
+  AsnBerReader reader(AsnBytesSource(ber), 0);
+  AsnBerItem item;
+  unsigned levels = 0;
+  while (reader.Next(item)) {
+    if (!item.endOfContents && TagIsConstructed(item.tag)) levels = std::max(levels, item.depth + 1);
+  }
+  return levels;
 }
 
 }  // namespace
@@ -106,6 +120,8 @@ void AsnAny::ReadJson(AsnJsonIn& in) {
   }
   if (hex.size() % 2 != 0) in.Fail("odd number of hex digits");
   if (!SetEncoding(ber)) in.Fail("not the BER encoding of one value");
+  // Its levels count with those around it, as when it is decoded in place.
+  if (NestingOf(m_encoding) > in.LevelsLeft()) in.Fail(AsnDecodeLimits::TooDeepText());
   if (!jer) {
     std::string key;
     if (in.NextKey(key)) in.Fail("an open value is {\"ber\": \"<hex>\"}");

@@ -91,8 +91,7 @@ void AsnBerReader::ReadContent(AsnBerItem& item) {
 
 void AsnBerReader::OpenValue(const AsnBerItem& item, std::size_t end) {
   if (!m_open.MayOpen(1)) {
-    Break(item.offset, "constructed values nested deeper than " + std::to_string(AsnDecodeLimits::kMaxDepth) +
-                           " levels");
+    Break(item.offset, AsnDecodeLimits::TooDeepText());
   }
   m_open.Push(AsnOpenValue{item.offset, end, item.length, AsnHolder::kValue, 0});
 }

@@ -24,10 +24,11 @@ std::string AsnBuf::EncodedBytes() const {
   return std::string(reinterpret_cast<const char*>(EncodedData()), EncodedLength());
 }
 
-void AsnBuf::ThrowTooDeep(std::size_t start) {
-  AsnThrowDecodeError(start, "constructed values nested deeper than " + std::to_string(AsnDecodeLimits::kMaxDepth) +
-                                 " levels");
+std::string AsnDecodeLimits::TooDeepText() {
+  return "constructed values nested deeper than " + std::to_string(kMaxDepth) + " levels";
 }
+
+void AsnBuf::ThrowTooDeep(std::size_t start) { AsnThrowDecodeError(start, AsnDecodeLimits::TooDeepText()); }
 
 void AsnBuf::ThrowTooManyElements() const {
   // About the element being made: the list's caller has not read past it.

@@ -38,8 +38,14 @@ enum NIClass_EncodingFormatEnum { NIClass_BER = 1 };
 
 // Decoding limits, one place for all of them.
 struct AsnDecodeLimits {
-  // Constructed values nested deeper than this are refused.
+  // Constructed values nested deeper than this are refused: a value of a
+  // type that holds itself (LDAP's Filter) nests as deep as its input does,
+  // and every reader walks it with the call stack. The JSON reader counts
+  // the levels the value's BER would open (asn_json_reader.h), so that what
+  // one form accepts every other form reads back.
   static constexpr unsigned kMaxDepth = AsnOpenValues::kMaxDepth;
+  // What a refusal of deeper nesting says.
+  static std::string TooDeepText();
   // A long-form length whose value needs more octets than this is refused
   // (leading zero octets do not count: up to 126 length octets are read).
   static constexpr unsigned kMaxLengthOctets = 8;

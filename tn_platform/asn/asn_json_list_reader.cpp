@@ -97,6 +97,7 @@ void AsnJsonListReader::ReadElement(ReadOne&& readOne) {
     const std::string_view available = m_window.Available();
     AsnJsonReader reader(available, m_form, m_window.Offset());
     if (m_refuseAmbiguous) reader.RefuseAmbiguousOctets();
+    reader.SetLevelsAround(m_levelsAround);
     try {
       readOne(reader, false);
       // A value that reaches the end of what is read may go on (a number).

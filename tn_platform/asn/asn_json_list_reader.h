@@ -37,6 +37,9 @@ class AsnJsonListReader {
   bool NextEncoded(std::string& ber);
   // Refuses ambiguous octets as AsnJsonReader::RefuseAmbiguousOctets does.
   void RefuseAmbiguousOctets() { m_refuseAmbiguous = true; }
+  // The values are a list's elements, not whole values one after another:
+  // the list's level counts against the nesting limit, as in its BER.
+  void ReadInsideList() { m_levelsAround = 1; }
   // Elements returned so far.
   unsigned long Count() const { return m_index; }
 
@@ -55,6 +58,7 @@ class AsnJsonListReader {
   AsnSourceWindow m_window;
   AsnJsonForm m_form;
   bool m_refuseAmbiguous = false;
+  unsigned m_levelsAround = 0;
   AsnType* (*m_createElement)();
   std::string m_typeName;
   std::unique_ptr<AsnType> m_prototype;  // an element, for NextEncoded

@@ -248,7 +248,12 @@ class AsnJsonGrammar : public JsonText {
   AsnJsonGrammar(const JsonText& text, Sink& sink, bool refuseAmbiguous)
       : JsonText(text), m_sink(sink), m_pairs(HexPairValues()), m_refuseAmbiguous(refuseAmbiguous) {}
 
-  void Read(const AsnJsonShape& shape, Slot slot) {
+  // Reads a value of `shape`; `depth` counts the constructed values its BER
+  // has open once its own tags are (AsnJsonShape::levels), against the
+  // nesting limit, as the BER decoder counts them. Every path through a type
+  // that holds itself opens one, so this bounds the reader's recursion too.
+  void Read(const AsnJsonShape& shape, Slot slot, unsigned depth) {
+    if (depth > AsnDecodeLimits::kMaxDepth) FailTooDeep();
     switch (shape.kind) {
       case AsnMemberKind::kOcts:
         return ReadOcts(slot);
@@ -260,26 +265,31 @@ class AsnJsonGrammar : public JsonText {
       case AsnMemberKind::kBool:
         return m_sink.Bool(slot, ReadBool());
       case AsnMemberKind::kList:
-        return ReadList(shape, slot);
+        return ReadList(shape, slot, depth);
       case AsnMemberKind::kRecord:
-        return ReadRecord(shape, slot);
+        return ReadRecord(shape, slot, depth);
       case AsnMemberKind::kChoice:
-        return ReadChoice(shape, slot);
+        return ReadChoice(shape, slot, depth);
       case AsnMemberKind::kPrimitive: {
         SkipBlanks();
-        AsnJsonIn in(static_cast<JsonText*>(this), m_jer);
+        AsnJsonIn in(static_cast<JsonText*>(this), m_jer, AsnDecodeLimits::kMaxDepth - depth);
         return m_sink.Primitive(slot, shape, in);
       }
     }
   }
 
  private:
-  void ReadRecord(const AsnJsonShape& shape, Slot slot) {
+  [[noreturn]] __attribute__((noinline)) void FailTooDeep() {
+    SkipBlanks();
+    Fail(AsnDecodeLimits::TooDeepText());
+  }
+
+  void ReadRecord(const AsnJsonShape& shape, Slot slot, unsigned depth) {
     const std::vector<AsnMemberStep>& members = shape.plan->members;
     const std::size_t count = members.size();
     const char* const start = (SkipBlanks(), m_at);
     if (Peek() != '{') FailExpected("an object");
-    Enter(start);
+    Enter();
     typename Sink::Record record = m_sink.OpenRecord(slot);
     GivenMembers given(count + 1);  // and the unknown members
     std::size_t next = 0;  // members mostly come in order: the next one is tried first
@@ -297,7 +307,7 @@ class AsnJsonGrammar : public JsonText {
           if (index == count && key == kUnknownKey && shape.plan->extensible) {
             Consume(':', "':'");
             if (given.Mark(count)) {
-              ReadUnknown(shape, m_sink.Unknown(record, *shape.plan));
+              ReadUnknown(shape, m_sink.Unknown(record, *shape.plan), depth);
               if (!NextMember()) break;
               continue;
             }
@@ -308,7 +318,7 @@ class AsnJsonGrammar : public JsonText {
             if (m_jer || key.substr(0, 2) != "//") {
               FailAt(keyAt, std::string(shape.plan->className) + " has no member \"" + std::string(key) + "\"");
             }
-            SkipValue(m_depth);  // a comment
+            SkipValue();  // a comment
             if (!NextMember()) break;
             continue;
           }
@@ -323,7 +333,7 @@ class AsnJsonGrammar : public JsonText {
             ExpectLiteral("null");
             m_sink.Absent(record, member);
           } else {
-            Read(*shape.members[index], m_sink.Member(record, index, member));
+            Read(*shape.members[index], m_sink.Member(record, index, member), depth + shape.memberLevels[index]);
           }
         } catch (AsnDecodeError* error) {
           error->AddMember(member.name);
@@ -348,10 +358,10 @@ class AsnJsonGrammar : public JsonText {
   }
 
   // An extensible record's unknown members: an array of open values.
-  void ReadUnknown(const AsnJsonShape& shape, Slot slot) {
+  void ReadUnknown(const AsnJsonShape& shape, Slot slot, unsigned depth) {
     const char* const start = (SkipBlanks(), m_at);
     try {
-      Read(*shape.extensions, slot);
+      Read(*shape.extensions, slot, depth);  // a list in the value, not in its BER
       if constexpr (std::is_same_v<Sink, ValueSink>) {
         static_cast<AsnListBase*>(slot)->ForEachElement(
             [&](const AsnType& unknown) { CheckUnknown(*shape.plan, unknown, start); });
@@ -376,11 +386,11 @@ class AsnJsonGrammar : public JsonText {
   }
 
   // {"alternative": value}, or {"...": <open value>} for an unknown one.
-  void ReadChoice(const AsnJsonShape& shape, Slot slot) {
+  void ReadChoice(const AsnJsonShape& shape, Slot slot, unsigned depth) {
     const AsnRecordPlan& plan = *shape.plan;
     const char* const start = (SkipBlanks(), m_at);
     if (Peek() != '{') FailExpected("an object");
-    Enter(start);
+    Enter();
     typename Sink::Record record = m_sink.OpenChoice(slot);
     if (Peek() != '"') {
       if (Peek() == '}') FailAt(start, std::string("a value of ") + plan.className + " names one alternative");
@@ -393,7 +403,8 @@ class AsnJsonGrammar : public JsonText {
     Consume(':', "':'");
     if (index < shape.names.size()) {
       try {
-        Read(*shape.members[index], m_sink.Member(record, index, plan.members[index]));
+        Read(*shape.members[index], m_sink.Member(record, index, plan.members[index]),
+             depth + shape.memberLevels[index]);
       } catch (AsnDecodeError* error) {
         error->AddMember(plan.members[index].name);
         throw;
@@ -402,7 +413,7 @@ class AsnJsonGrammar : public JsonText {
       const char* const valueAt = (SkipBlanks(), m_at);
       try {
         const Slot unknown = m_sink.UnknownAlternative(record, plan);
-        Read(*shape.extensions->element, unknown);
+        Read(*shape.extensions->element, unknown, depth + shape.extensions->element->levels);
         if constexpr (std::is_same_v<Sink, ValueSink>) CheckUnknown(plan, *unknown, valueAt);
       } catch (AsnDecodeError* error) {
         error->AddMember(kUnknownKey);
@@ -426,15 +437,14 @@ class AsnJsonGrammar : public JsonText {
     return true;
   }
 
-  void ReadList(const AsnJsonShape& shape, Slot slot) {
-    const char* const start = (SkipBlanks(), m_at);
+  void ReadList(const AsnJsonShape& shape, Slot slot, unsigned depth) {
     if (Peek() != '[') FailExpected("an array");
-    Enter(start);
+    Enter();
     typename Sink::List list = m_sink.OpenList(slot);
     if (Peek() != ']') {
       for (unsigned long index = 0;; ++index) {
         try {
-          Read(*shape.element, m_sink.Element(list, shape));
+          Read(*shape.element, m_sink.Element(list, shape), depth + shape.element->levels);
         } catch (AsnDecodeError* error) {
           error->AddIndex(index);
           throw;
@@ -529,18 +539,19 @@ AsnJsonReader::AsnJsonReader(std::string_view text, AsnJsonForm form, std::size_
 
 namespace {
 
-JsonText TextOf(const char* begin, const char* at, const char* end, std::size_t base, bool jer, unsigned depth,
-                bool& endedEarly, std::string& scratch, std::string& key) {
-  return JsonText(begin, at, end, base, jer, depth, endedEarly, scratch, key);
+JsonText TextOf(const char* begin, const char* at, const char* end, std::size_t base, bool jer, bool& endedEarly,
+                std::string& scratch, std::string& key) {
+  return JsonText(begin, at, end, base, jer, endedEarly, scratch, key);
 }
 
 }  // namespace
 
 void AsnJsonReader::ReadValue(AsnType& value) {
-  const JsonText text = TextOf(m_begin, m_at, m_end, m_base, m_jer, m_depth, m_endedEarly, m_scratch, m_key);
+  const JsonText text = TextOf(m_begin, m_at, m_end, m_base, m_jer, m_endedEarly, m_scratch, m_key);
   ValueSink sink(m_scratch);
   AsnJsonGrammar<ValueSink> grammar(text, sink, m_refuseAmbiguous);
-  grammar.Read(AsnJsonShapeOf(value), &value);
+  const AsnJsonShape& shape = AsnJsonShapeOf(value);
+  grammar.Read(shape, &value, m_levelsAround + shape.levels);
   m_at = grammar.At();
 }
 
@@ -548,10 +559,10 @@ void AsnJsonReader::ReadEncoded(const AsnType& prototype, std::string& ber) {
   const AsnJsonShape& shape = AsnJsonShapeOf(prototype);
   const std::size_t had = ber.size();
   if (shape.berDirect) try {
-    const JsonText text = TextOf(m_begin, m_at, m_end, m_base, m_jer, m_depth, m_endedEarly, m_scratch, m_key);
+    const JsonText text = TextOf(m_begin, m_at, m_end, m_base, m_jer, m_endedEarly, m_scratch, m_key);
     BerSink sink(ber);
     AsnJsonGrammar<BerSink> grammar(text, sink, m_refuseAmbiguous);
-    grammar.Read(shape, shape.tag);
+    grammar.Read(shape, shape.tag, m_levelsAround + shape.levels);
     sink.Done();
     m_at = grammar.At();
     return;
@@ -575,7 +586,7 @@ char AsnJsonReader::Peek() {
 }
 
 void AsnJsonReader::Fail(const std::string& what) {
-  TextOf(m_begin, m_at, m_end, m_base, m_jer, m_depth, m_endedEarly, m_scratch, m_key).Fail(what);
+  TextOf(m_begin, m_at, m_end, m_base, m_jer, m_endedEarly, m_scratch, m_key).Fail(what);
 }
 
 // ---- whole texts ----------------------------------------------------------------------------
@@ -713,7 +724,7 @@ void AsnJsonIn::BeginObject() {
   JsonText& text = TextIn(m_text);
   if (Peek() != Token::kObject) FailExpected("an object");
   Start();
-  text.Enter(m_last);
+  text.Enter();
   m_firstKey = true;
 }
 

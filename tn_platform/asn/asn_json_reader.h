@@ -16,7 +16,14 @@
 //   - an integer with a fraction or exponent, or outside the member's range
 //     (32 bits for AsnTinyInt, 64 for AsnInt; read exactly, never as double);
 //   - in JER: null, an odd number of hex digits, a character that is no hex
-//     digit; in the readable form: a {"hex": ...} object with anything else.
+//     digit; in the readable form: a {"hex": ...} object with anything else;
+//   - a value whose BER would nest constructed values deeper than
+//     AsnDecodeLimits::kMaxDepth (asn_buf.h), as the BER decoder refuses it:
+//     explicit tags, records, lists and the insides of open values count, a
+//     CHOICE without a tag does not, whatever the JSON's own nesting. So a
+//     value one form accepts every form reads back, and a deep hostile text
+//     (1,000,000 nested `not` alternatives of LDAP's Filter) is refused at
+//     its 33rd level without running the stack out.
 // Keys of an object may come in any order.
 #pragma once
 #pragma GCC visibility push(default)
@@ -78,6 +85,9 @@ class AsnJsonReader {
   // In JER, refuses every OCTET STRING written as a non-empty string with an
   // AsnJsonAmbiguity (AsnChooseJsonForm finds where two readings part).
   void RefuseAmbiguousOctets() { m_refuseAmbiguous = true; }
+  // The values read sit inside `levels` constructed values (a streamed
+  // list's elements inside the list), which count against the nesting limit.
+  void SetLevelsAround(unsigned levels) { m_levelsAround = levels; }
   // Skips blanks; the next character, or '\0' when the text is used up.
   char Peek();
   // Where the reader is, counted from the base.
@@ -99,7 +109,7 @@ class AsnJsonReader {
   bool m_jer;
   bool m_refuseAmbiguous = false;
   bool m_endedEarly = false;
-  unsigned m_depth = 0;
+  unsigned m_levelsAround = 0;
   std::string m_scratch;  // a string's content with escapes decoded, reused
   std::string m_key;      // a key with escapes, decoded
 };

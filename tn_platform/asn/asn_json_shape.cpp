@@ -43,6 +43,25 @@ bool TravelsUnder(const AsnType& value, AsnTag tag) {
   }
 }
 
+// The constructed values a simple value's encoding opens before its
+// primitive content: the EXPLICIT tags of a type with tags of its own.
+unsigned OwnLevels(const AsnType& value) {
+  try {
+    const std::string encoding = AsnEncodeValue(value);
+    AsnBuf buf(reinterpret_cast<const unsigned char*>(encoding.data()), encoding.size());
+    unsigned levels = 0;
+    for (;;) {
+      unsigned long octets = 0;
+      const AsnHeader header = BDecHeader(buf, octets, [](AsnTag) { return true; }, AsnLengthCheck::kPrimitiveOnly);
+      if (header.status != AsnHeader::kComplete || !TagIsConstructed(header.tag)) return levels;
+      ++levels;
+    }
+  } catch (CSM_Exception* exception) {
+    delete exception;  // a new value that cannot be written as it is: no tags of its own known
+    return 0;
+  }
+}
+
 // With the cache locked. A shape enters the cache before its members' do, so
 // a type that holds itself (through an optional member) finds its own.
 const AsnJsonShape& Build(ShapeCache& cache, const AsnType& value) {
@@ -56,6 +75,7 @@ const AsnJsonShape& Build(ShapeCache& cache, const AsnType& value) {
     const AsnRecordPlan& plan = static_cast<const AsnSequence&>(value).Plan();
     shape.plan = &plan;
     shape.tag = plan.ownTags.Outer();
+    shape.levels = AsnConstructedLevels(plan.ownTags);
     shape.berDirect = plan.structure == AsnStructure::kSequence && !plan.extensible && !plan.hasDefaults &&
                       !plan.ownTags.Wrapped();
     for (const AsnMemberStep& step : plan.members) {
@@ -63,6 +83,7 @@ const AsnJsonShape& Build(ShapeCache& cache, const AsnType& value) {
       shape.names.emplace_back(step.name);
       const AsnJsonShape& memberShape = Build(cache, *member);
       shape.members.push_back(&memberShape);
+      shape.memberLevels.push_back(static_cast<unsigned char>(AsnConstructedLevels(step.tags)));
       shape.berDirect = shape.berDirect && !step.tags.Wrapped() && memberShape.berDirect;
     }
     if (plan.extensible) {
@@ -74,6 +95,7 @@ const AsnJsonShape& Build(ShapeCache& cache, const AsnType& value) {
     auto& elements = static_cast<AsnListBase&>(*list);
     const AsnTagChain own = elements.OwnTags();
     shape.tag = own.Outer();
+    shape.levels = AsnConstructedLevels(own);
     shape.element = &Build(cache, elements.AppendElement());
     shape.elementTag = shape.element->tag;
     shape.berDirect = !own.Wrapped() && own.Outer() == kTagSequence && shape.element->berDirect;
@@ -82,9 +104,11 @@ const AsnJsonShape& Build(ShapeCache& cache, const AsnType& value) {
     shape.prototype.reset(value.Clone());
     shape.nullIsValue = dynamic_cast<const AsnNull*>(&value) != nullptr;
     shape.berDirect = TravelsUnder(value, shape.tag);
+    shape.levels = OwnLevels(value);
   } else {
     shape.tag = AsnUniversalTag(kind);
     shape.berDirect = TravelsUnder(value, shape.tag);
+    shape.levels = OwnLevels(value);
   }
   return shape;
 }

@@ -25,6 +25,12 @@ struct AsnJsonShape {
   std::unique_ptr<AsnType> prototype;               // a kPrimitive's default value
   bool nullIsValue = false;                         // a NULL: JSON null is its value, not absence
   const AsnJsonShape* extensions = nullptr;         // an extensible record's unknown members (a list)
+  // The constructed values a value of the type opens in BER on its own (its
+  // own tags: asn_tagging.h's AsnConstructedLevels), and a record's members
+  // each with the tags written on them: what the reader counts against the
+  // nesting limit, so that it accepts what the decoder does.
+  unsigned levels = 0;
+  std::vector<unsigned char> memberLevels;
   // Whether a value of the type goes to BER as its text is read: a
   // SEQUENCE or SEQUENCE OF of such values under one tag each, without
   // DEFAULT members or unknown ones, or a primitive value. The others (SET,

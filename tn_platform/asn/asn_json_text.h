@@ -18,7 +18,8 @@
 namespace asn_json_text {
 
 // JSON nesting that no member plan explains (a comment's value) is refused
-// beyond this, as BER nesting is.
+// beyond this. Values are limited by the levels their BER opens instead
+// (AsnJsonGrammar), which their JSON nesting need not match.
 constexpr unsigned kMaxJsonDepth = AsnDecodeLimits::kMaxDepth;
 
 constexpr const asn_text::HexDigitValues& kHexValues = asn_text::kHexDigits;
@@ -92,14 +93,13 @@ inline bool IsPlainAscii(const char* at, std::size_t size) {
 // whole, copied back.
 class JsonText {
  public:
-  JsonText(const char* begin, const char* at, const char* end, std::size_t base, bool jer, unsigned depth,
-           bool& endedEarly, std::string& scratch, std::string& key)
+  JsonText(const char* begin, const char* at, const char* end, std::size_t base, bool jer, bool& endedEarly,
+           std::string& scratch, std::string& key)
       : m_begin(begin),
         m_at(at),
         m_end(end),
         m_base(base),
         m_jer(jer),
-        m_depth(depth),
         m_endedEarly(endedEarly),
         m_scratch(scratch),
         m_key(key) {}
@@ -155,15 +155,10 @@ class JsonText {
     if (Peek() != expected) FailExpected(what);
     ++m_at;
   }
-  // Enters an object or array starting at `start`, counting the nesting.
-  void Enter(const char* start) {
-    ++m_at;
-    if (++m_depth > kMaxJsonDepth) FailAt(start, "nested too deeply");
-  }
-  void Leave() {
-    ++m_at;
-    --m_depth;
-  }
+  // Enters an object or array, past its opening bracket; leaves it past its
+  // closing one.
+  void Enter() { ++m_at; }
+  void Leave() { ++m_at; }
 
   void ExpectLiteral(const char* literal) {
     const std::size_t length = std::strlen(literal);
@@ -340,8 +335,8 @@ class JsonText {
   }
   void SkipKey(std::string_view name) { m_at += name.size() + 2; }
 
-  // Skips any JSON value (a comment's).
-  void SkipValue(unsigned depth) {
+  // Skips any JSON value (a comment's) at `depth` levels inside it.
+  void SkipValue(unsigned depth = 0) {
     const char c = Peek();
     if (depth >= kMaxJsonDepth) Fail("nested too deeply");
     if (c == '"') {
@@ -385,7 +380,6 @@ class JsonText {
   const char* m_end;
   std::size_t m_base;
   const bool m_jer;
-  unsigned m_depth;
   bool& m_endedEarly;
   std::string& m_scratch;
   std::string& m_key;

@@ -27,19 +27,23 @@ class AsnJsonIn {
   // An object: BeginObject, then NextKey until it returns false (at the closing '}').
   void BeginObject();
   bool NextKey(std::string& key);
+  // The constructed values the value read may still open in its BER without
+  // passing the nesting limit (an open value's encoding counts them).
+  unsigned LevelsLeft() const { return m_levelsLeft; }
   // Throws an AsnDecodeError about the token read last (or the one at hand).
   [[noreturn]] void Fail(const std::string& what);
   // Throws "expected <what>, found <what stands here>" about the token at hand.
   [[noreturn]] void FailExpected(const char* what);
 
   // Made by the reader only, around its own text.
-  AsnJsonIn(void* text, bool jer) : m_text(text), m_jer(jer) {}
+  AsnJsonIn(void* text, bool jer, unsigned levelsLeft) : m_text(text), m_jer(jer), m_levelsLeft(levelsLeft) {}
 
  private:
   void Start();
 
   void* m_text;
   bool m_jer;
+  unsigned m_levelsLeft;
   const char* m_last = nullptr;  // where the token read last starts
   bool m_firstKey = true;
 };

@@ -391,43 +391,74 @@ class Writer {
   const bool m_comments;  // a "//" member naming the optional ones
 };
 
-// Gives `value` every member, a list one element and a value that is none of
-// its type a sample (an OBJECT IDENTIFIER without arcs), down to `depth` levels
-// (a type that holds itself through an optional member stops there).
-// Near the depth limit a template ends: a CHOICE takes its first alternative
-// of a simple kind, a list stays empty, optional members are left out (a
-// type that holds itself, as LDAP's Filter does, still gets a value).
-constexpr unsigned kTemplateEnding = 2;
+// The member plans of the records and CHOICEs a template is filling,
+// outermost first.
+using FillPath = std::vector<const AsnRecordPlan*>;
 
-bool IsSimple(AsnMemberKind kind) {
-  return kind != AsnMemberKind::kRecord && kind != AsnMemberKind::kChoice && kind != AsnMemberKind::kList;
+// Whether `value` is, or as a list holds, a record or CHOICE being filled
+// further out: filling it would not end for a type that holds itself.
+bool LeadsBack(const AsnType& value, const FillPath& path) {
+  const AsnMemberKind kind = AsnKindOf(value);
+  if (kind == AsnMemberKind::kRecord || kind == AsnMemberKind::kChoice) {
+    return std::find(path.begin(), path.end(), &static_cast<const AsnSequence&>(value).Plan()) != path.end();
+  }
+  if (kind != AsnMemberKind::kList) return false;
+  const std::unique_ptr<AsnType> list(value.Clone());
+  return LeadsBack(static_cast<AsnListBase&>(*list).AppendElement(), path);
 }
 
-void FillEveryMember(AsnType& value, unsigned depth) {
+// Gives `value` every member, a list one element and a value that is none of
+// its type a sample (an OBJECT IDENTIFIER without arcs). A type that holds
+// itself (LDAP's Filter, a record with an optional member of its own type)
+// ends where it comes round again: that optional member is left out, that
+// list stays empty, a CHOICE takes an alternative that does not lead back.
+// Below `depth` levels records and lists keep their defaults.
+void FillEveryMember(AsnType& value, FillPath& path, unsigned depth) {
   const AsnMemberKind kind = AsnKindOf(value);
-  if (depth == 0 && kind != AsnMemberKind::kChoice && kind != AsnMemberKind::kPrimitive) return;
+  if (kind == AsnMemberKind::kPrimitive) {
+    AsnGiveSampleValue(static_cast<AsnPrimitive&>(value));
+    return;
+  }
   if (kind == AsnMemberKind::kChoice) {
     auto& choice = static_cast<AsnChoice&>(value);
-    const auto& alternatives = choice.Plan().members;
-    if (choice.Which() == AsnChoice::kNone && !alternatives.empty()) {
-      std::size_t index = 0;
-      while (depth <= kTemplateEnding && index + 1 < alternatives.size() && !IsSimple(alternatives[index].kind)) {
-        ++index;
+    const std::size_t count = choice.Plan().members.size();
+    if (choice.Which() != AsnChoice::kNone || count == 0) return;
+    path.push_back(&choice.Plan());
+    std::size_t index = 0;
+    while (index + 1 < count && LeadsBack(choice.Choose(index), path)) ++index;
+    if (LeadsBack(choice.Choose(index), path)) {
+      index = 0;  // every one leads back: a type without a finite value ends at the depth limit
+      if (depth == 0) {
+        path.pop_back();
+        return;
       }
-      if (!IsSimple(alternatives[index].kind)) index = 0;
-      FillEveryMember(choice.Choose(index), depth == 0 ? 0 : depth - 1);
     }
-  } else if (kind == AsnMemberKind::kRecord) {
+    FillEveryMember(choice.Choose(index), path, depth == 0 ? 0 : depth - 1);
+    path.pop_back();
+    return;
+  }
+  if (depth == 0) return;
+  if (kind == AsnMemberKind::kRecord) {
     auto& record = static_cast<AsnSequence&>(value);
+    path.push_back(&record.Plan());
     for (const AsnMemberStep& member : record.Plan().members) {
-      if (member.optional && depth <= kTemplateEnding) continue;
-      FillEveryMember(*member.ValueOrCreateIn(&record), depth - 1);
+      AsnType& held = *member.ValueOrCreateIn(&record);
+      if (member.optional && LeadsBack(held, path)) {
+        member.ResetIn(&record);
+      } else {
+        FillEveryMember(held, path, depth - 1);
+      }
     }
+    path.pop_back();
   } else if (kind == AsnMemberKind::kList) {
     auto& list = static_cast<AsnListBase&>(value);
-    if (list.Count() == 0 && depth > kTemplateEnding) FillEveryMember(list.AppendElement(), depth - 1);
-  } else if (kind == AsnMemberKind::kPrimitive) {
-    AsnGiveSampleValue(static_cast<AsnPrimitive&>(value));
+    if (list.Count() != 0) return;
+    AsnType& element = list.AppendElement();
+    if (LeadsBack(element, path)) {
+      list.ClearElements();
+    } else {
+      FillEveryMember(element, path, depth - 1);
+    }
   }
 }
 
@@ -471,7 +502,8 @@ std::string AsnToJson(const AsnType& value, AsnJsonForm form, AsnJsonLayout layo
 
 std::string AsnJsonTemplate(AsnType& value, AsnJsonForm form, AsnJsonLayout layout) {
   constexpr unsigned kTemplateDepth = 16;
-  FillEveryMember(value, kTemplateDepth);
+  FillPath path;
+  FillEveryMember(value, path, kTemplateDepth);
   std::string out;
   Writer(out, form, layout, true).Value(AsnKindOf(value), value, 0);
   return out;

@@ -77,6 +77,18 @@ struct AsnTagChain {
   constexpr bool Wrapped() const { return count > 1; }
 };
 
+// The constructed values a value under `chain` opens on the wire: one per
+// EXPLICIT tag, and one for its own tag when that is constructed (a
+// SEQUENCE, SET or list; a CHOICE or an open value writes none of its own).
+constexpr unsigned AsnConstructedLevels(const AsnTagChain& chain) {
+  unsigned levels = 0;
+  for (unsigned index = 0; index < chain.count; ++index) {
+    const AsnTag tag = chain.tags[index];
+    if (!AsnTagIsHeaderless(tag) && TagIsConstructed(tag)) ++levels;
+  }
+  return levels;
+}
+
 constexpr AsnTagChain AsnTagChainOf(AsnTag tag) {
   AsnTagChain chain;
   chain.tags[0] = tag;

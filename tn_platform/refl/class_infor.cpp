@@ -7,8 +7,8 @@
 namespace refl {
 namespace {
 
-// Registered classes by name. Registration of a class may register the
-// classes of its members while it runs, so the lock is recursive.
+// Registered classes by name. Registration of a class registers the classes
+// of its members while it holds the lock, so the lock is recursive.
 struct Registry {
   std::recursive_mutex mutex;
   std::map<std::string, const CClassInfor*, std::less<>> classes;
@@ -21,19 +21,29 @@ Registry& TheRegistry() {
 
 }  // namespace
 
-CClassInfor* CClassInfor::InitClassInfor(CClassInfor*& holder, const char* name, unsigned long size,
-                                         CreateFunction create, DestroyFunction destroy,
-                                         RegisterFunction registerAttributes) {
+CClassInfor* CClassInfor::InitClassInfor(Holder& holder, const char* name, unsigned long size, CreateFunction create,
+                                         DestroyFunction destroy, RegisterFunction registerAttributes) {
+  Registry& registry = TheRegistry();
+  // Held through the registration: another thread's first use waits for the
+  // whole of it, and classes that hold each other cannot be registered from
+  // both ends at once.
+  const std::lock_guard<std::recursive_mutex> lock(registry.mutex);
+  if (CClassInfor* complete = holder.complete.load(std::memory_order_acquire)) return complete;
+  if (holder.building != nullptr) return holder.building;  // this registration holds the class itself
   auto* infor = new CClassInfor;  // lives for the rest of the process
   infor->m_name = name;
   infor->m_size = size;
   infor->m_create = create;
   infor->m_destroy = destroy;
-  if (registerAttributes != nullptr) registerAttributes(*infor, Enum::Public);
-  holder = infor;
-  Registry& registry = TheRegistry();
-  const std::lock_guard<std::recursive_mutex> lock(registry.mutex);
+  holder.building = infor;
+  try {
+    if (registerAttributes != nullptr) registerAttributes(*infor, Enum::Public);
+  } catch (...) {
+    holder.building = nullptr;  // the next use tries again (classes registered meanwhile may point at this one)
+    throw;
+  }
   registry.classes.emplace(infor->m_name, infor);
+  holder.complete.store(infor, std::memory_order_release);
   return infor;
 }
 

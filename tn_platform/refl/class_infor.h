@@ -1,12 +1,17 @@
 // Class descriptions of the reflection library and the registry of classes.
 //
 // A class registers once, lazily: CClassInfor::GetClassInforImpl<T> keeps the
-// class's description in its function-local holder s_pClassInfor and builds
-// it on the first call. That first call is serialised, so several threads may
-// use a record type for the first time at once; later calls only read.
+// class's description in its function-local holder and builds it on the
+// first call. Registrations run one at a time, under the registry's lock, so
+// several threads may use a record type for the first time at once; later
+// calls only read. A class that holds itself (an optional member or list
+// element of its own type, LDAP's Filter), or classes that hold each other,
+// meet their own description while its attributes are being registered and
+// get it as it stands: complete once the outermost registration returns.
 #pragma once
 #pragma GCC visibility push(default)
 
+#include <atomic>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -28,9 +33,17 @@ class CClassInfor {
  public:
   using RegisterFunction = void (*)(CClassInfor&, Enum::AccessSpecifierEnum);
 
-  // Builds the description of a class, lets `registerAttributes` add its
-  // attributes, stores it in `holder`, enters it in the registry and returns it.
-  static CClassInfor* InitClassInfor(CClassInfor*& holder, const char* name, unsigned long size, CreateFunction create,
+  // Where a class's description is kept: `building` while its attributes
+  // are registered (read under the registry's lock only), `complete` after.
+  struct Holder {
+    std::atomic<CClassInfor*> complete{nullptr};
+    CClassInfor* building = nullptr;
+  };
+  // The description in `holder`, built on the first call: lets
+  // `registerAttributes` add its attributes, enters it in the registry and
+  // returns it. A call from inside that registration (a class that holds
+  // itself) returns the description being built.
+  static CClassInfor* InitClassInfor(Holder& holder, const char* name, unsigned long size, CreateFunction create,
                                      DestroyFunction destroy, RegisterFunction registerAttributes);
 
   // The description of class T, built on first use.
@@ -67,17 +80,9 @@ class CClassInfor {
 template <class T>
 CClassInfor* CClassInfor::GetClassInforImpl(const char* name, CreateFunction create, DestroyFunction destroy,
                                             RegisterFunction registerAttributes) {
-  static CClassInfor* s_pClassInfor = nullptr;
-  // The initialisation of a function-local static runs exactly once, and
-  // every other caller waits for it: that makes the lazy first registration
-  // safe without a lock of our own, and registers exactly what a plain null
-  // test would.
-  static const bool s_registered = [&] {
-    InitClassInfor(s_pClassInfor, name, sizeof(T), create, destroy, registerAttributes);
-    return true;
-  }();
-  static_cast<void>(s_registered);
-  return s_pClassInfor;
+  static Holder s_holder;  // constant-initialised: no guard
+  if (CClassInfor* complete = s_holder.complete.load(std::memory_order_acquire)) return complete;
+  return InitClassInfor(s_holder, name, sizeof(T), create, destroy, registerAttributes);
 }
 
 // Binds `reference` to `object` as an instance of `classInfor`; returns true.

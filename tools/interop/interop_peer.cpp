@@ -18,10 +18,12 @@
 //   32-bit, value = s >> (h mod 29) (arithmetic shift);
 // - BOOLEAN: TRUE;
 // - a list: two elements;
-// - optional members: present in "full", absent in "minimal", at every level;
-// - a CHOICE: its last alternative in "full" and from depth 4 on (the top
-//   value is at depth 0), its first in "minimal", whose text is the
-//   alternative's name.
+// - optional members: present in "full" down to depth 3 (the top value is
+//   at depth 0, its members at 1), absent in "minimal" and from depth 4 on;
+// - a CHOICE: its last alternative in "full" and from depth 4 on, its first
+//   in "minimal", whose text is the alternative's name.
+// From depth 4 on a type that holds itself (LDAP's Filter through an
+// alternative, a record through an optional member) ends.
 // Exit status: 0 done, 1 decoding error (message on stderr), 2 usage error.
 #include <dlfcn.h>
 
@@ -96,17 +98,18 @@ const AsnCatalogueEntry& EntryOf(const std::string& name) {
 }
 
 // From this depth (values inside values) on, a CHOICE takes its last
-// alternative, so that a type that holds itself ends.
-constexpr unsigned kChoiceEnding = 4;
+// alternative and optional members are absent, so that a type that holds
+// itself ends.
+constexpr unsigned kEnding = 4;
 
 // Fills `value` (new, with its defaults) with the sample in `context`.
 void Fill(AsnType& value, const Context& context, bool full, unsigned depth = 0) {
   if (auto* choice = dynamic_cast<AsnChoice*>(&value)) {
-    const std::size_t index = full || depth >= kChoiceEnding ? choice->Plan().members.size() - 1 : 0;
+    const std::size_t index = full || depth >= kEnding ? choice->Plan().members.size() - 1 : 0;
     Fill(choice->Choose(index), Context{choice->Plan().members[index].name, context.k}, full, depth + 1);
   } else if (auto* record = dynamic_cast<AsnSequence*>(&value)) {
     for (const AsnMember& member : AsnMembersOf(*record)) {
-      if (full || !member.IsOptional()) {
+      if ((full && depth + 1 < kEnding) || !member.IsOptional()) {
         Fill(*member.ValueOrCreate(), Context{member.Name(), context.k}, full, depth + 1);
       }
     }

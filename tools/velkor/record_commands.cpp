@@ -314,6 +314,7 @@ void RunEncode(const std::string& type, const InputOutput& io, bool all, std::op
   const auto encode = [&](AsnByteSource source, AsnJsonForm reading, bool refuseAmbiguous, Spill& spill) {
     AsnJsonListReader reader(std::move(source), reading, all ? entry.create : entry.createElement, entry.name);
     if (refuseAmbiguous) reader.RefuseAmbiguousOctets();
+    if (!all) reader.ReadInsideList();
     while (reader.NextEncoded(bytes)) {
       spill.Append(bytes);
       bytes.clear();
