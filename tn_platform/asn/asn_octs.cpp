@@ -3,6 +3,7 @@
 #include <cstring>
 #include <iomanip>
 
+#include "tn_platform/asn/asn_primitive.h"
 #include "tn_platform/asn/asn_text_codes.h"
 
 void AsnOcts::Set(const char* text) {
@@ -20,71 +21,32 @@ unsigned long AsnOcts::BEnc(AsnBuf& buf, NIClass_EncodingFormatEnum) {
 }
 
 namespace {
-// Appends the segments of a constructed OCTET STRING of content `length`
-// (or indefinite) to `out`.
-void DecodeSegments(AsnBuf& buf, unsigned long length, unsigned long& bytesDecoded, std::string& out) {
-  // The value stays open while its segments are read, so that a segment
-  // running past it is refused where its header is read.
-  const AsnOpenValueGuard open(buf, AsnHolder::kSegments, length);
-  const bool indefinite = length == kIndefiniteLength;
-  const std::size_t end = indefinite ? 0 : buf.Offset() + length;
-  unsigned long consumed = 0;
-  while (indefinite ? !AtEoc(buf) : buf.Offset() < end) {
-    if (buf.Remaining() == 0) {
-      buf.ThrowInputEnds(buf.Offset(), indefinite ? std::string("input ends before the end-of-contents octets")
-                                                  : "input ends " + AsnOctetCount(end - buf.Offset()) +
-                                                        " short of the value");
-    }
-    const AsnHeader header = BDecHeader(
-        buf, consumed, [](AsnTag tag) { return tag == kTagOctetString || tag == kTagOctetStringConstructed; },
-        AsnLengthCheck::kNone);
-    if (header.status == AsnHeader::kWrongTag) {
-      AsnThrowDecodeError(header.start, "OCTET STRING segment with tag " + TagDescription(header.tag));
-    }
-    if (header.status != AsnHeader::kComplete) AsnThrowHeaderError(header, kTagOctetString, buf);
-    const unsigned long segmentLength = header.length;
-    if (TagIsConstructed(header.tag)) {
-      DecodeSegments(buf, segmentLength, consumed, out);
-    } else {
-      if (segmentLength == kIndefiniteLength) {
-        AsnThrowDecodeError(header.start, "indefinite length on a primitive OCTET STRING");
-      }
-      const unsigned char* octets = buf.GetSeg(segmentLength);
-      if (octets == nullptr) BDecLenPastInput(buf, segmentLength);
-      out.append(reinterpret_cast<const char*>(octets), segmentLength);
-      consumed += segmentLength;
-    }
-  }
-  if (indefinite) BDecEoc(buf, consumed);
-  bytesDecoded += consumed;
-}
-
-// The content of an OCTET STRING whose header was read; errors about the
-// whole value are placed at `itemStart`.
-void DecodeOctets(AsnOcts& value, AsnBuf& buf, AsnTag tag, unsigned long length, unsigned long& bytesDecoded,
-                  std::size_t itemStart) {
-  if (TagIsConstructed(tag)) {
-    std::string octets;
-    DecodeSegments(buf, length, bytesDecoded, octets);
+// The content of an OCTET STRING whose header was read. The constructed form
+// goes to the one segment reader of the string types; the primitive form,
+// every decoded string's, is read here without its scratch text.
+void DecodeOctets(AsnOcts& value, AsnBuf& buf, AsnTag tag, unsigned long length, unsigned long& bytesDecoded) {
+  if (!TagIsConstructed(tag)) {
+    const std::string_view octets = asn_primitive::ReadPrimitive(buf, tag, length, "OCTET STRING");
     value.Set(octets.data(), octets.size());
+    bytesDecoded += length;
     return;
   }
-  if (length == kIndefiniteLength) AsnThrowDecodeError(itemStart, "indefinite length on a primitive OCTET STRING");
-  const unsigned char* octets = buf.GetSeg(length);
-  if (octets == nullptr) BDecLenPastInput(buf, length);
-  value.Set(octets, length);
-  bytesDecoded += length;
+  const std::size_t start = buf.Offset();
+  std::string scratch;
+  asn_primitive::ReadOctets(buf, tag, length, kTagOctetString, "OCTET STRING", scratch);
+  value.Set(scratch.data(), scratch.size());
+  bytesDecoded += buf.Offset() - start;
 }
 }  // namespace
 
 void AsnOcts::BDecContent(AsnBuf& buf, AsnTag tag, unsigned long length, unsigned long& bytesDecoded) {
-  DecodeOctets(*this, buf, tag, length, bytesDecoded, buf.ItemStart());
+  DecodeOctets(*this, buf, tag, length, bytesDecoded);
 }
 
 void AsnOcts::BDec(AsnBuf& buf, unsigned long& bytesDecoded, NIClass_EncodingFormatEnum) {
   const AsnHeader header = BDecHeader(buf, bytesDecoded, kTagOctetString, kTagOctetStringConstructed);
   if (header.status != AsnHeader::kComplete) AsnThrowHeaderError(header, kTagOctetString, buf);
-  DecodeOctets(*this, buf, header.tag, header.length, bytesDecoded, header.start);
+  DecodeOctets(*this, buf, header.tag, header.length, bytesDecoded);
 }
 
 namespace {
