@@ -117,7 +117,7 @@ inline std::vector<std::vector<std::string>> Golden(const std::string& name) {
       rows.back().push_back(line.substr(start, bar - start));
     }
   }
-  EXPECT_GT(rows.size(), 10u) << name;
+  EXPECT_FALSE(rows.empty()) << name;
   return rows;
 }
 
