@@ -2,8 +2,8 @@
 // (integer boundaries, empty, binary and long strings, absent and present
 // optional members, empty and long lists): BER -> JSON -> BER gives the same
 // octets in both forms and both layouts, and the list streams read what the
-// whole-value codecs write, the JSON one fed a few octets at a time.
-#include <dlfcn.h>
+// whole-value codecs write, the JSON one fed a few octets at a time; a list's
+// catalogue entry names the element type it makes.
 #include <gtest/gtest.h>
 
 #include <cstdint>
@@ -90,7 +90,6 @@ void Fill(AsnType& value, int variant, int depth) {
 }
 
 TEST(AsnJsonRoundTrip, EveryCataloguedTypeKeepsItsOctets) {
-  ASSERT_NE(dlopen(TN_QPROBE_LIBRARY, RTLD_NOW), nullptr) << dlerror();  // the test module's types too
   int checked = 0;
   for (const AsnCatalogueEntry& entry : AsnCatalogue::All()) {
     for (int variant = 0; variant < kVariants; ++variant) {
@@ -108,6 +107,9 @@ TEST(AsnJsonRoundTrip, EveryCataloguedTypeKeepsItsOctets) {
           EXPECT_EQ(AsnEncodeValue(*back), ber) << json;
           EXPECT_EQ(AsnJsonToBer(*std::unique_ptr<AsnType>(entry.create()), json, form), ber);
         }
+      }
+      if (entry.createElement != nullptr) {
+        EXPECT_EQ(std::unique_ptr<AsnType>(entry.createElement())->typeName(), entry.elementName);
       }
       const auto* list = dynamic_cast<const AsnListBase*>(made.get());
       if (list != nullptr && !list->OwnTags().Wrapped() && !list->SortedInDer()) {

@@ -2,7 +2,6 @@
 // the encodings of tests/ber/accepted.golden and the refusals of
 // tests/ber/refused.golden, the value classes with their own codec among them
 // (with the nesting limit, whose inputs are made here), integers at every content length, the decode budget and printing.
-#include <dlfcn.h>
 #include <gtest/gtest.h>
 
 #include <climits>
@@ -33,18 +32,12 @@ using test_bytes::Hex;
 using test_bytes::ThrownMessage;
 using test_bytes::ToHex;
 
-// The catalogue's entry of a type, the test module's types included; null for a primitive.
-const AsnCatalogueEntry* Entry(const std::string& type) {
-  static void* const qprobe = dlopen(TN_QPROBE_LIBRARY, RTLD_NOW);
-  return qprobe != nullptr ? AsnCatalogue::Find(type) : nullptr;
-}
-
 std::unique_ptr<AsnType> Create(const std::string& type) {
   if (type == "AsnOcts") return std::make_unique<AsnOcts>("previous");
   if (type == "AsnInt") return std::make_unique<AsnInt>(12345);
   if (type == "AsnTinyInt") return std::make_unique<AsnTinyInt>(12345);
   if (type == "AsnBool") return std::make_unique<AsnBool>();
-  if (const AsnCatalogueEntry* entry = Entry(type)) return std::unique_ptr<AsnType>(entry->create());
+  if (const AsnCatalogueEntry* entry = AsnCatalogue::Find(type)) return std::unique_ptr<AsnType>(entry->create());
   if (std::unique_ptr<AsnType> kind = test_kinds::Create(type)) return kind;
   throw std::runtime_error("no type " + type);
 }
@@ -71,7 +64,7 @@ void ExpectAccepted(const std::string& type, const std::string& input, const std
     EXPECT_EQ(ToHex(AsnEncodeValue(*value)), ToHex(Hex(der)));
   }
   test_bytes::ExpectEveryPrefixRefused([&] { return Create(type); }, octets);
-  const AsnCatalogueEntry* entry = Entry(type);
+  const AsnCatalogueEntry* entry = AsnCatalogue::Find(type);
   if (entry == nullptr || entry->createElement == nullptr) return;
   AsnBerListReader reader(Trickle(octets, 2), entry->createElement, entry->name);
   std::string content;
@@ -86,7 +79,7 @@ void ExpectRefused(const std::string& input, const std::string& message) {
   const std::string type = message.substr(0, message.find_first_of(".[:"));
   const std::string octets = Hex(input);
   EXPECT_EQ(ThrownMessage([&] { DecodeExact(*Create(type), octets); }), message);
-  const AsnCatalogueEntry* entry = Entry(type);
+  const AsnCatalogueEntry* entry = AsnCatalogue::Find(type);
   if (entry == nullptr || entry->createElement == nullptr) return;
   EXPECT_EQ(ThrownMessage([&] {
               AsnVisitEncodedList(octets, entry->createElement, entry->name, [](AsnType&, unsigned long) {});

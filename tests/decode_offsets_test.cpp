@@ -12,7 +12,6 @@
 #include <vector>
 
 #include "test_bytes.h"
-#include "tests/qprobe/qprobe.h"
 #include "tn_platform/asn/asn_decode_error.h"
 #include "tn_platform/asn/asn_value_io.h"
 #include "tn_qmodules/asn_catalogue.h"
@@ -67,15 +66,6 @@ Tlv Read(const std::string& bytes, std::size_t& at) {
   return item;
 }
 
-std::string LengthOctets(std::size_t length, unsigned zeros) {
-  if (length < 128 && zeros == 0) return std::string(1, static_cast<char>(length));
-  std::string octets;
-  for (std::size_t rest = length; rest != 0; rest >>= 8) octets.insert(octets.begin(), static_cast<char>(rest & 0xFF));
-  if (octets.empty()) octets.push_back('\0');
-  octets.insert(0, zeros, '\0');
-  return static_cast<char>(0x80 | octets.size()) + octets;
-}
-
 // Encodes `item` (lengths minimal unless asked otherwise) and records sizes.
 std::string Encode(Tlv& item) {
   std::string content = item.content;
@@ -83,7 +73,7 @@ std::string Encode(Tlv& item) {
     content.clear();
     for (Tlv& inner : item.items) content += Encode(inner);
   }
-  const std::string header = item.identifier + LengthOctets(content.size(), item.zeroLengthOctets);
+  const std::string header = item.identifier + test_bytes::LengthOctets(content.size(), item.zeroLengthOctets);
   item.headerSize = header.size();
   item.size = header.size() + content.size();
   return header + content;
@@ -251,7 +241,7 @@ const struct Sample {
     {"QAsnPortUseStateList", "3020301e3019020203e90201018001ff020103810301117002010282027032020103"},
     {"AsnSingleReturn", "300a0101ff8005fde78ee600"},
     {"QAsnTinyIntList", "301d02010002017f020200800201800202ff7f02047fffffff020480000000"},
-    {"CodecProbe (the test module's, not catalogued here)", "301601 01FF 0202FF7F A003040163 A10402 02012C 9F28016E"},
+    {"CodecProbe", "301601 01FF 0202FF7F A003040163 A10402 02012C 9F28016E"},
     {"QAsnColumn", "3003040141"},
 };
 
@@ -266,8 +256,7 @@ TEST(DecodeOffsets, EveryMalformedInputNamesTheItemItBreaks) {
   std::vector<std::string> misses;
   for (const Sample& sample : kSamples) {
     SCOPED_TRACE(sample.type);
-    const AsnCatalogueEntry* entry = AsnCatalogue::Find(sample.type);
-    AsnType* (*create)() = entry != nullptr ? entry->create : CreateAsnValue<qprobe::CodecProbe>;
+    AsnType* (*const create)() = AsnCatalogue::Find(sample.type)->create;
     const std::string valid = Hex(sample.hex);
     for (const Mutation& m : Mutations(valid)) {
       ++inputs;

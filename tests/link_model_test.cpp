@@ -177,46 +177,15 @@ std::string Describe(const CLinkMgrModel& m) {
                       m.strRemark)));
 }
 
-// A QAsnLinkInfoList of two links encoded once by pyasn1 0.6.3 (BER): the
-// pyasn1 type of QAsnLinkInfoList was built from the module texts by the
-// Registry of tools/interop/asn_module.py, filled with the values below and
-// written out with pyasn1.codec.ber.encoder.encode:
-//   1: linkResID "LINK=7"; strText1..7 "t1".."t7"; tinyValue1..5 0x12345, -2,
-//      -7, 4, 12; src "NE=1001,SH=1,SL=3,PP=2" (MOC PP, neID 1001); dst
-//      "NE=1002,GRP=2,SUBGRP=3,LP=5" (MOC LP, neID 1002); spareValue 00 FF;
-//      attrList BuildTime_t=1500000000, srcNeName=NE-A, dstNeName=NE-B,
-//      P2MPLable=-1, a_oneID=42, MidNe=9, srcPortInfoType=3; intValue1..3 -1,
-//      -3, 100000; optTinyValue 9.
-//   2: linkResID "LINK=8"; strText2 "b", strText7 "g", the others empty;
-//      tinyValue1..5 1..5; src "NE=1003" (MOC NE, neID 5); dst "" (MOC FR,
-//      neID 1004); spareValue empty; attrList BuildTime_t=7; intValues 0; no
-//      optTinyValue.
-constexpr const char* kPyasn1LinkList =
-    "3082019630820121301104064c494e4b3d3704044c494e4b0201000402743104027432040274330402743402030123450201fe30200416"
-    "4e453d313030312c53483d312c534c3d332c50503d3204025050020203e93025041b4e453d313030322c4752503d322c5355424752503d"
-    "332c4c503d3504024c50020203ea0201f9020104040200ffa081833019040b4275696c6454696d655f74040a3135303030303030303030"
-    "1104097372634e654e616d6504044e452d41301104096473744e654e616d6504044e452d42300f040950324d504c61626c6504022d3130"
-    "0d0407615f6f6e65494404023432300a04054d69644e650401393014040f737263506f7274496e666f547970650401330201ff0201fd02"
-    "030186a004027435040274360402743702010c810109306f301104064c494e4b3d3804044c494e4b0201000400040162040004000201010"
-    "20102301004074e453d3130303304024e45020105300a040004024652020203ec0201030201040400a0123010040b4275696c6454696d65"
-    "5f7404013702010002010002010004000400040167020105";
-
-// Describe() of the two models the list must give (33751045 is 0x2030005).
-constexpr const char* kExpectedModels[] = {
-    R"((0, "t4", (1001, 42, 1, 3, -1, 2, 0, 1, "NE=1001,SH=1,SL=3,PP=2", "PP"), )"
-    R"((1002, 0, -1, -1, 2, 33751045, 3, 2, "NE=1002,GRP=2,SUBGRP=3,LP=5", "LP"), )"
-    R"(9029, 65534, 65535, 0, "t2", "t1", "t3", 4, 12, -7, 1500000000, 0, "t7", 9, "LINK=7", "", "NE-A", "", "", "", )"
-    R"("NE-B", "", "", "", 3, 0, -1, "t5", "t6", "", "", "", "", -3, 100000, -1, 12, 9, ""))",
-    R"((0, "", (1003, 0, -1, -1, -1, 0, -1, 0, "NE=1003", "NE"), (1004, 0, -1, -1, -1, 0, -1, 0, "", ""), )"
-    R"(1, 2, 0, 0, "b", "", "", 4, 5, 3, 7, 0, "g", 0, "LINK=8", "", "", "", "", "", "", "", "", "", 0, 0, -1, )"
-    R"("", "", "", "", "", "", 0, 0, 0, 5, 0, ""))",
-};
-
-// The list appends to the models already there, each from an Init() model, and
+// The list of tests/interop/pyasn1_link_list.golden, encoded by pyasn1. The
+// list appends to the models already there, each from an Init() model, and
 // leaves the list's cursor at its end.
 TEST(Convert2LinkMgrModelList, DecodesIndependentEncoding) {
+  const std::vector<std::vector<std::string>> rows = test_bytes::Golden("interop/pyasn1_link_list.golden");
+  ASSERT_EQ(rows.size(), 3u);
+  const std::string octets = test_bytes::Hex(rows[0][0]);
   qinventorylinkexterior::QAsnLinkInfoList list;
-  AsnDecodeValue(list, test_bytes::Hex(kPyasn1LinkList));
+  AsnDecodeValue(list, octets);
   ASSERT_EQ(list.Count(), 2u);
   ASSERT_NE(list.First()->spareValue.data(), nullptr);
   EXPECT_EQ(test_bytes::ToHex(list.First()->spareValue.view()), "00 FF");
@@ -227,9 +196,10 @@ TEST(Convert2LinkMgrModelList, DecodesIndependentEncoding) {
   ASSERT_EQ(models.size(), 3u);
   auto model = models.begin();
   EXPECT_EQ((model++)->strLinkFDN, "old");
-  for (const char* expected : kExpectedModels) EXPECT_EQ(Describe(*model++), expected);
+  EXPECT_EQ(Describe(*model++), rows[1][0]);
+  EXPECT_EQ(Describe(*model++), rows[2][0]);
   // Our encoder gives the same octets back.
-  EXPECT_EQ(test_bytes::ToHex(AsnEncodeValue(list)), test_bytes::ToHex(test_bytes::Hex(kPyasn1LinkList)));
+  EXPECT_EQ(test_bytes::ToHex(AsnEncodeValue(list)), test_bytes::ToHex(octets));
 }
 
 }  // namespace

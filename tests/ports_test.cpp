@@ -160,48 +160,17 @@ TEST(Convert2MapCpPortIndex2State, KeepsCallerEntriesAndResetsWorkingIndex) {
 
 // ---- identifier texts ------------------------------------------------------------
 
-// What parses, with its MOC (also what the text form of GetMOC gives): a VALUE
-// may be empty and keeps further "=" and blanks. Refused, with no MOC: empty
-// pairs, no "=", an empty or not upper-case KEY.
-TEST(StrUIDParser, ParseAndMoc) {
-  const std::tuple<const char*, bool, const char*> cases[] = {{"NE=1,SL=3,PP=2", true, "PP"},
-                                                              {"NE=", true, "NE"},
-                                                              {"A_1=x=y", true, "A_1"},
-                                                              {"NE=1,SG=a b", true, "SG"},
-                                                              {"", true, ""},
-                                                              {"NE=1,", false, ""},
-                                                              {",NE=1", false, ""},
-                                                              {"NE=1,,PP=2", false, ""},
-                                                              {"NE", false, ""},
-                                                              {"=1", false, ""},
-                                                              {"ne=1", false, ""},
-                                                              {"N E=1", false, ""},
-                                                              {"NE-X=1", false, ""}};
-  for (const auto& [text, parses, moc] : cases) {
-    SCOPED_TRACE(text);
-    StrUIDParser parser;
-    EXPECT_EQ(parser.Parse(text), parses);
-    EXPECT_EQ(parser.GetMOC(), moc);
-    EXPECT_EQ(StrUIDParser::GetMOC(text), moc);
-  }
-}
-
-TEST(StrUIDParser, GetValueAndFailedParseForgetsEarlierText) {
+// Parsing, the MOC and GetValue against a plain reading of the identifier
+// syntax are uid_parser_fuzz's (its seeds text_* and numbers hold the edge
+// texts). Here what one text cannot show: a failed parse forgets the text
+// before it, and a KEY matches whole.
+TEST(StrUIDParser, FailedParseForgetsEarlierTextAndKeysMatchWhole) {
   StrUIDParser parser;
-  ASSERT_TRUE(parser.Parse("NE=1001,SH=01,X=-1,Y=1a,Z=,BIG=18446744073709551615,OVER=18446744073709551616,NE=9"));
-  EXPECT_EQ(parser.PairCount(), 8u);
-  // Key, occurrence and the number read; 7: left as it was ("N" is no prefix of "NE").
-  const std::tuple<const char*, unsigned, std::uint64_t> cases[] = {
-      {"NE", 0, 1001}, {"NE", 1, 9},   {"NE", 2, 7},           {"SH", 0, 1}, {"X", 0, 7}, {"Y", 0, 7},
-      {"Z", 0, 7},     {"OVER", 0, 7}, {"BIG", 0, UINT64_MAX}, {"PP", 0, 7}, {"N", 0, 7}};
-  for (const auto& [key, occurrence, expected] : cases) {
-    std::uint64_t number = 7;
-    EXPECT_EQ(parser.GetValue(number, key, occurrence), expected != 7) << key << occurrence;
-    EXPECT_EQ(number, expected) << key << occurrence;
-  }
-  EXPECT_FALSE(parser.Parse("bad"));
-  EXPECT_EQ(parser.GetMOC(), "");
+  ASSERT_TRUE(parser.Parse("NE=1001,PP=2"));
   std::uint64_t number = 5;
+  EXPECT_FALSE(parser.GetValue(number, "N", 0));
+  EXPECT_FALSE(parser.Parse("bad"));
+  EXPECT_EQ(std::make_tuple(parser.GetMOC(), parser.PairCount()), std::make_tuple(std::string(), std::size_t{0}));
   EXPECT_FALSE(parser.GetValue(number, "NE", 0));
   EXPECT_EQ(number, 5u);
 }

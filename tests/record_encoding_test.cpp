@@ -1,5 +1,5 @@
 // The record encoder (a sizing pass, then one front-to-back write): exact
-// bytes against a plain tag-length-value composition for lengths on both
+// bytes against a plain tag-length-value composition (test_bytes::Tlv) for lengths on both
 // sides of every form boundary, nesting deep enough to take many noted
 // lengths, and values put in front of what a buffer already holds. Integers
 // at every content length are in ber_vectors_test.cpp.
@@ -15,20 +15,8 @@
 namespace {
 
 using test_bytes::Hex;
+using test_bytes::Tlv;
 using test_bytes::ToHex;
-
-// One tag-length-value with the shortest definite length, written the
-// plain way, as the reference the encoder must match.
-std::string Tlv(const char* tagHex, const std::string& content) {
-  std::string length;
-  if (content.size() < 128) {
-    length.push_back(static_cast<char>(content.size()));
-  } else {
-    for (std::size_t rest = content.size(); rest != 0; rest >>= 8) length.insert(length.begin(), static_cast<char>(rest));
-    length.insert(length.begin(), static_cast<char>(0x80 | length.size()));
-  }
-  return Hex(tagHex) + length + content;
-}
 
 // Text of `size` octets that differ from their neighbours.
 std::string Text(std::size_t size) {
@@ -43,7 +31,7 @@ TEST(RecordEncoding, OctetStringsOfEveryShortLengthAndAcrossTheLengthForms) {
     SCOPED_TRACE(size);
     qcommon::QAsnColumn column;
     column.strCondition.Set(Text(size).data(), size);
-    EXPECT_EQ(AsnEncodeValue(column), Tlv("30", Tlv("04", Text(size))));
+    EXPECT_EQ(AsnEncodeValue(column), Tlv("\x30", Tlv("\x04", Text(size))));
   }
 }
 
@@ -66,19 +54,19 @@ TEST(RecordEncoding, NestedRecordsAndListsMatchThePlainComposition) {
     qcommon::QAsnNameAndValueString* entry = record.attributes.GetOrCreate().Append();
     entry->name.Set(Text(i).data(), i);
     entry->value.Set(Text(5 * i).data(), 5 * i);
-    attributes += Tlv("30", Tlv("04", Text(i)) + Tlv("04", Text(5 * i)));
+    attributes += Tlv("\x30", Tlv("\x04", Text(i)) + Tlv("\x04", Text(5 * i)));
   }
   for (int i = 0; i < 3; ++i) {
     qprobe::QProbePart* part = record.parts.GetOrCreate().Append();
     part->name.Set(Text(i + 1).data(), i + 1);
     part->weight = -i;
-    parts += Tlv("30", Tlv("04", Text(i + 1)) + Tlv("02", std::string(1, static_cast<char>(-i))));
+    parts += Tlv("\x30", Tlv("\x04", Text(i + 1)) + Tlv("\x02", std::string(1, static_cast<char>(-i))));
   }
-  const std::string owner = Tlv("30", Tlv("04", Text(130)) + Tlv("04", "NE") + Tlv("02", Hex("03 E9")));
+  const std::string owner = Tlv("\x30", Tlv("\x04", Text(130)) + Tlv("\x04", "NE") + Tlv("\x02", Hex("03 E9")));
   const std::string expected =
-      Tlv("30", Tlv("01", Hex("FF")) + Tlv("02", Hex("FB")) + Tlv("02", Hex("01 00 00 00 00 00")) +
-                    Tlv("04", Text(300)) + owner + Tlv("80", "n") + Tlv("81", Hex("01 11 70")) +
-                    Tlv("A2", attributes) + Tlv("A3", parts));
+      Tlv("\x30", Tlv("\x01", Hex("FF")) + Tlv("\x02", Hex("FB")) + Tlv("\x02", Hex("01 00 00 00 00 00")) +
+                    Tlv("\x04", Text(300)) + owner + Tlv("\x80", "n") + Tlv("\x81", Hex("01 11 70")) +
+                    Tlv("\xA2", attributes) + Tlv("\xA3", parts));
   EXPECT_EQ(ToHex(AsnEncodeValue(record)), ToHex(expected));
 
   qprobe::QProbeRecord back;
@@ -95,20 +83,20 @@ TEST(RecordEncoding, PutsEachValueInFrontOfWhatTheBufferHolds) {
   std::string elements;
   for (int i = 0; i < 20; ++i) {
     list.Append()->name.Set(Text(i).data(), i);
-    elements += Tlv("30", Tlv("04", Text(i)) + Tlv("04", ""));
+    elements += Tlv("\x30", Tlv("\x04", Text(i)) + Tlv("\x04", ""));
   }
   qcommon::QAsnColumn column;
   column.strCondition.Set("c");
 
   const std::string idBytes = AsnEncodeValue(id);
   const std::string listBytes = AsnEncodeValue(list);
-  EXPECT_EQ(listBytes, Tlv("30", elements));
+  EXPECT_EQ(listBytes, Tlv("\x30", elements));
   AsnBuf buf(4);  // grows on the way, keeping what is written
   unsigned long written = id.BEnc(buf, NIClass_BER);
   written += list.BEnc(buf, NIClass_BER);
   written += column.BEncContent(buf, NIClass_BER);  // members only
   written += list.BEncContent(buf, NIClass_BER);    // elements only
-  const std::string expected = elements + Tlv("04", "c") + listBytes + idBytes;
+  const std::string expected = elements + Tlv("\x04", "c") + listBytes + idBytes;
   EXPECT_EQ(ToHex(buf.EncodedBytes()), ToHex(expected));
   EXPECT_EQ(written, expected.size());
 

@@ -23,6 +23,7 @@
 namespace {
 
 using test_bytes::Hex;
+using test_bytes::Tlv;
 
 // The bound the README states, for any input.
 constexpr unsigned long long kBytesPerInputOctet = 23;
@@ -32,15 +33,6 @@ constexpr unsigned long long kFixedBytes = 4096;
 // as it comes: up to 3 x input for a moment), and the fixed part.
 constexpr unsigned long long kBytesPerElement = 256;
 constexpr unsigned long long kBudgetedBytesPerInputOctet = 3;
-
-std::string Length(std::size_t length) {
-  if (length < 0x80) return std::string(1, static_cast<char>(length));
-  std::string octets;
-  for (; length != 0; length >>= 8) octets.insert(octets.begin(), static_cast<char>(length & 0xFF));
-  return static_cast<char>(0x80 | octets.size()) + octets;
-}
-
-std::string Tlv(const std::string& tag, const std::string& content) { return tag + Length(content.size()) + content; }
 
 // `element` repeated to at most `size` octets (at least once).
 std::string Repeated(const std::string& element, std::size_t size) {

@@ -21,13 +21,20 @@ unsigned long AsnOcts::BEnc(AsnBuf& buf, NIClass_EncodingFormatEnum) {
 }
 
 namespace {
-// The content of an OCTET STRING whose header was read, in either form.
+// The content of an OCTET STRING whose header was read. The constructed form
+// goes to the one segment reader of the string types; the primitive form,
+// every decoded string's, is read here without its scratch text.
 void DecodeOctets(AsnOcts& value, AsnBuf& buf, AsnTag tag, unsigned long length, unsigned long& bytesDecoded) {
+  if (!TagIsConstructed(tag)) {
+    const std::string_view octets = asn_primitive::ReadPrimitive(buf, tag, length, "OCTET STRING");
+    value.Set(octets.data(), octets.size());
+    bytesDecoded += length;
+    return;
+  }
   const std::size_t start = buf.Offset();
   std::string scratch;
-  const std::string_view octets =
-      asn_primitive::ReadOctets(buf, tag, length, kTagOctetString, "OCTET STRING", scratch);
-  value.Set(octets.data(), octets.size());
+  asn_primitive::ReadOctets(buf, tag, length, kTagOctetString, "OCTET STRING", scratch);
+  value.Set(scratch.data(), scratch.size());
   bytesDecoded += buf.Offset() - start;
 }
 }  // namespace

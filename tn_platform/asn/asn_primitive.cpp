@@ -51,6 +51,11 @@ namespace asn_primitive {
 
 void Refuse(std::size_t itemStart, const std::string& what) { AsnThrowDecodeError(itemStart, what); }
 
+void RefuseIndefinite(std::size_t itemStart, const char* typeName, bool segment) {
+  AsnThrowDecodeError(itemStart,
+                      std::string("indefinite length on a primitive ") + typeName + (segment ? " segment" : ""));
+}
+
 namespace {
 
 // Appends the segments of a constructed value of content `length` (or
@@ -79,9 +84,7 @@ void ReadSegments(AsnBuf& buf, unsigned long length, AsnTag segmentTag, const ch
       ReadSegments(buf, header.length, segmentTag, typeName, out, segments);
       continue;
     }
-    if (header.length == kIndefiniteLength) {
-      AsnThrowDecodeError(header.start, std::string("indefinite length on a primitive ") + typeName + " segment");
-    }
+    if (header.length == kIndefiniteLength) RefuseIndefinite(header.start, typeName, true);
     const unsigned char* octets = buf.GetSeg(header.length);
     if (octets == nullptr) BDecLenPastInput(buf, header.length);
     if (segments != nullptr) segments->push_back(Segment{header.start, out.size()});
@@ -98,15 +101,6 @@ std::string_view ReadOctets(AsnBuf& buf, AsnTag tag, unsigned long length, AsnTa
   scratch.clear();
   ReadSegments(buf, length, segmentTag, typeName, scratch, segments);
   return scratch;
-}
-
-std::string_view ReadPrimitive(AsnBuf& buf, AsnTag, unsigned long length, const char* typeName) {
-  if (length == kIndefiniteLength) {
-    AsnThrowDecodeError(buf.ItemStart(), std::string("indefinite length on a primitive ") + typeName);
-  }
-  const unsigned char* octets = buf.GetSeg(length);
-  if (octets == nullptr) BDecLenPastInput(buf, length);
-  return std::string_view(reinterpret_cast<const char*>(octets), length);
 }
 
 void PrintHex(std::ostream& os, std::string_view octets) {

@@ -63,7 +63,7 @@ class AsnPrimitive : public AsnType {
   AsnPrimitive& operator=(const AsnPrimitive&) = default;
 };
 
-// Helpers for the classes' content decoders.
+// Helpers for the classes' content decoders (AsnOcts reads its segments here too).
 namespace asn_primitive {
 
 // The content octets of a string type whose header was read: the primitive
@@ -78,10 +78,19 @@ struct Segment {
 };
 std::string_view ReadOctets(AsnBuf& buf, AsnTag tag, unsigned long length, AsnTag segmentTag, const char* typeName,
                             std::string& scratch, std::vector<Segment>* segments = nullptr);
-// The content of a type that is always primitive.
-std::string_view ReadPrimitive(AsnBuf& buf, AsnTag tag, unsigned long length, const char* typeName);
 // Throws an AsnDecodeError placed at `itemStart`.
 [[noreturn]] void Refuse(std::size_t itemStart, const std::string& what);
+// Throws: the indefinite length on a primitive value of `typeName`, or on a
+// primitive segment of one, whose item starts at `itemStart`.
+[[noreturn]] void RefuseIndefinite(std::size_t itemStart, const char* typeName, bool segment);
+// The content of the primitive form (a view into the input). Inline: every
+// decoded string and number of the primitive kinds is read here.
+inline std::string_view ReadPrimitive(AsnBuf& buf, AsnTag, unsigned long length, const char* typeName) {
+  if (length == kIndefiniteLength) RefuseIndefinite(buf.ItemStart(), typeName, false);
+  const unsigned char* octets = buf.GetSeg(length);
+  if (octets == nullptr) BDecLenPastInput(buf, length);
+  return std::string_view(reinterpret_cast<const char*>(octets), length);
+}
 // Writes `octets` as 'hex'H.
 void PrintHex(std::ostream& os, std::string_view octets);
 // Writes `text` as a cstring: "text", a quote doubled.
