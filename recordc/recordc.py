@@ -53,6 +53,7 @@ from asn_tags import wire_tags  # noqa: E402
 from record_subset import Subset  # noqa: E402
 import cpp_classes  # noqa: E402
 from cpp_kinds import OWN_CODEC_CLASSES, header_of, needs_class_of_its_own, number, value_class  # noqa: E402
+from cpp_constraints import member_bounds  # noqa: E402
 from cpp_defaults import default_body  # noqa: E402
 from cpp_names import NameTable, cpp_name  # noqa: E402
 from cpp_tags import bare_tags, is_context_implicit, tagging, written_tags  # noqa: E402
@@ -329,6 +330,9 @@ class Compiler(object):
                         self.headers.add("tn_platform/asn/asn_json_reader.h")
                 lines.append('    lines.Add("%s", &%s::%s, %s, %s%s);\n' %
                              (member.name, name, field, number_text, tagging(wire, own) or "AsnTagging()", maker))
+            bounds = None if choice else member_bounds(member.type, value)
+            if bounds is not None:
+                lines.append('    lines.Constrain("%s", &%s::%s, %s);\n' % (member.name, name, field, bounds))
         if unknown_at == len(node.components):
             lines.append("    lines.Extensions(&%s::%s);\n" % (name, UNKNOWN_MEMBERS))
         if unknown_at is not None:

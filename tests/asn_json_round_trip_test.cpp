@@ -18,6 +18,7 @@
 #include "tn_platform/asn/asn_int.h"
 #include "tn_platform/asn/asn_json_list_reader.h"
 #include "tn_platform/asn/asn_choice.h"
+#include "tn_platform/asn/asn_constraint_check.h"
 #include "tn_platform/asn/asn_json_reader.h"
 #include "tn_platform/asn/asn_json_writer.h"
 #include "tn_platform/asn/asn_list_base.h"
@@ -73,6 +74,7 @@ void Fill(AsnType& value, int variant, int depth) {
       for (const AsnMemberStep& member : record.Plan().members) {
         if (member.optional && (variant == 0 || depth > kDeepest)) continue;
         Fill(*member.ValueOrCreateIn(&record), variant, depth + 1);
+        AsnFitToBounds(member, *member.ValueIn(&record), [&](AsnType& element) { Fill(element, variant, depth + 2); });
       }
       break;
     }

@@ -9,6 +9,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "structured_types.h"
 #include "test_bytes.h"
@@ -110,6 +111,12 @@ const Vector kVectors[] = {
      R"({"label":"61","next":{"label":"62"},"branch":{"head":{"label":"63"},"more":[{"label":"64"}]}})",
      R"({|label '61'H /* "a" */,|next {|label '62'H /* "b" */|},|branch {|head {|label '63'H /* "c" */|},|more {|{|)"
      R"(label '64'H /* "d" */|}|}|}|})"},
+    // Constrained members at their bounds; 4 characters of 2 octets each; an
+    // extensible constraint takes a value outside its root.
+    {"Limits", "30 1F 02 03 00 FF FF 02 01 FB 0C 08 C3 A9 C3 A9 C3 A9 C3 A9 04 02 78 79 30 00 02 01 0B 03 02 00 FF", "",
+     R"({"port":65535,"level":"-5","name":"éééé","code":"xy","ports":[],"open":"11","flags":"11111111"})",
+     R"({"port":65535,"level":-5,"name":"éééé","code":"7879","ports":[],"open":11,"flags":{"value":"ff","length":8}})",
+     R"({|port 65535,|level -5,|name "éééé",|code '7879'H /* "xy" */,|ports {},|open 11,|flags '11111111'B|})"},
 };
 
 std::string Repeat(const std::string& text, int times) {
@@ -190,6 +197,17 @@ TEST(StructuredTypes, RefusedEncodings) {
       {"Numbers", "30 00",
        "Numbers: wrong tag [UNIVERSAL 16] constructed (SEQUENCE), expected [UNIVERSAL 17] "
        "constructed (SET) at offset 0"},
+      // Values outside their constraints, placed at the member.
+      {"Limits", "30 10 02 03 01 11 70 02 01 FB 0C 02 61 62 04 02 78 79",
+       "Limits.port: value 70000 is outside 0..65535 at offset 2"},
+      {"Limits", "30 0E 02 01 50 02 01 FA 0C 02 61 62 04 02 78 79", "Limits.level: value -6 is outside -5..MAX at offset 5"},
+      {"Limits", "30 16 02 01 50 02 01 FB 0C 0A C3 A9 C3 A9 C3 A9 C3 A9 C3 A9 04 02 78 79",
+       "Limits.name: size 5 is outside SIZE (1..4) at offset 8"},
+      {"Limits", "30 0F 02 01 50 02 01 FB 0C 02 61 62 04 03 78 79 7A", "Limits.code: size 3 is outside SIZE (2) at offset 12"},
+      {"Limits", "30 19 02 01 50 02 01 FB 0C 02 61 62 04 02 78 79 30 09 02 01 01 02 01 02 02 01 03",
+       "Limits.ports: size 3 is outside SIZE (0..2) at offset 16"},
+      {"Limits", "30 12 02 01 50 02 01 FB 0C 02 61 62 04 02 78 79 03 02 01 FE",
+       "Limits.flags: size 7 is outside SIZE (8) at offset 16"},
       // Without an extension marker an unknown member is refused as before.
       {"AppRecord", "63 06 02 01 01 89 01 05",
        "AppRecord: content left over after the last member (tag [9] primitive) at offset 5"},
@@ -225,6 +243,8 @@ TEST(StructuredTypes, RefusedJson) {
       {"Config", R"({"name":"n","...":[{"ber":"040100"}]})",
        "Config....: an unknown member with the tag of name at offset 18"},
       {"Shape", R"({"...":{"ber":"800101"}})", "Shape....: an unknown alternative with the tag of circle at offset 7"},
+      {"Limits", R"({"port":80,"level":0,"name":"","code":"xy"})",
+       "Limits.name: size 0 is outside SIZE (1..4) at offset 28"},
       {"Holder", R"({"id":1,"shape":{"circle":"x"},"shapes":[]})",
        "Holder.shape.circle: expected an integer, found the string \"x\" at offset 26"},
   };
@@ -290,6 +310,21 @@ TEST(StructuredTypes, ReflectionOfTypesThatHoldThemselves) {
   EXPECT_EQ(node->FindAttribute("branch")->type.Class(), branch);
   EXPECT_EQ(branch->FindAttribute("head")->type.Class(), node);
   EXPECT_EQ(filter->FindAttribute("not")->type.Class(), filter);
+}
+
+// A decode may take values outside their constraints and report them;
+// encoding refuses such a value.
+TEST(StructuredTypes, ConstraintViolationsAcceptedOnRequest) {
+  Limits limits;
+  std::vector<AsnConstraintViolation> violations;
+  AsnDecodeBudget options;
+  options.violations = &violations;
+  AsnDecodeValue(limits, Hex("30 10 02 03 01 11 70 02 01 FA 0C 02 61 62 04 02 78 79"), options);
+  ASSERT_EQ(violations.size(), 2u);
+  EXPECT_EQ(violations[0].path + ": " + violations[0].message, "Limits.port: value 70000 is outside 0..65535");
+  EXPECT_EQ(violations[1].path + ": " + violations[1].message, "Limits.level: value -6 is outside -5..MAX");
+  EXPECT_EQ(ThrownMessage([&] { AsnEncodeValue(limits); }),
+            "Limits.port: value 70000 is outside 0..65535: not encoded");
 }
 
 TEST(StructuredTypes, ChoiceHoldsOneAlternative) {

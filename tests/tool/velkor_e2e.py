@@ -157,6 +157,17 @@ class Velkor(unittest.TestCase):
                     for written in (out, compact):
                         self.assertTrue(matches(json.loads(written), expected), written.decode())
 
+    def test_constraint_violations_refused_or_reported(self):
+        if not PROBE:
+            self.skipTest("the test module was not given")
+        load, limits = ["--module", PROBE], "30 10 02 03 01 11 70 02 01 fa 0c 02 61 62 04 02 78 79"
+        code, _, err = run(load + ["decode", "Limits", "--hex"], limits)
+        self.assertEqual((code, err), (1, "velkor: decode: Limits.port: value 70000 is outside 0..65535 at offset 2\n"))
+        code, out, err = run(load + ["decode", "Limits", "--hex", "--compact", "--accept-constraint-violations"], limits)
+        self.assertEqual((code, json.loads(out)["port"], err.splitlines()), (0, 70000, [
+            "velkor: decode: warning: Limits.port: value 70000 is outside 0..65535",
+            "velkor: decode: warning: Limits.level: value -6 is outside -5..MAX"]))
+
     def test_failures_give_one_line_and_the_exit_code(self):
         for row in golden("failures.golden"):
             exit_code, args, stdin, line = row.split(" | ", 3)

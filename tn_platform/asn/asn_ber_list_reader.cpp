@@ -108,6 +108,7 @@ AsnType* AsnBerListReader::DecodeElement() {
   for (;;) {
     const std::string_view available = m_window->Available();
     AsnBuf buf(reinterpret_cast<const unsigned char*>(available.data()), available.size());
+    if (m_acceptViolations) buf.AcceptConstraintViolations();
     unsigned long octets = 0;
     try {
       // The element sits inside the list, which is open around it as in a

@@ -34,6 +34,9 @@ class AsnBerListReader {
   // one, once the list's end and the end of the input are checked. Throws
   // AsnDecodeError*.
   AsnType* Next();
+  // Takes element values outside their constraints instead of refusing
+  // them; the caller lists them (AsnFindConstraintViolations).
+  void AcceptConstraintViolations() { m_acceptViolations = true; }
   // Elements returned so far.
   unsigned long Count() const { return m_index; }
   // Octets of the input consumed so far.
@@ -51,6 +54,7 @@ class AsnBerListReader {
   AsnTag m_listTag;
   enum class State { kStart, kElements, kDone } m_state = State::kStart;
   bool m_indefinite = false;
+  bool m_acceptViolations = false;
   unsigned long m_length = 0;    // the content length, when definite
   unsigned long m_consumed = 0;  // content octets decoded so far
   unsigned long m_index = 0;

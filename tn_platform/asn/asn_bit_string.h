@@ -56,6 +56,7 @@ class AsnBitString : public AsnPrimitive {
   unsigned long ContentLength() const override;
   unsigned char* WriteContent(unsigned char* out) const override;
   void AssignFrom(const AsnPrimitive& other) override;
+  unsigned long ConstraintSize() const override { return BitCount(); }
   void WriteJson(AsnJsonOut& out) const override;
   void ReadJson(AsnJsonIn& in) override;
 

@@ -189,6 +189,10 @@ class AsnBuf {
     if (m_elementsLeft == 0) ThrowTooManyElements();
     --m_elementsLeft;
   }
+  // Whether this decode takes member values outside their bounds
+  // (asn_bounds.h) instead of refusing them: its caller reports them.
+  void AcceptConstraintViolations() { m_acceptViolations = true; }
+  bool AcceptsConstraintViolations() const { return m_acceptViolations; }
 
  private:
   [[noreturn]] static void ThrowTooDeep(std::size_t start);
@@ -208,6 +212,7 @@ class AsnBuf {
   std::size_t m_itemStart = 0;
   AsnOpenValues m_open;
   std::size_t m_elementLimit = ~std::size_t{0};
+  bool m_acceptViolations = false;
   std::size_t m_elementsLeft = ~std::size_t{0};
 };
 

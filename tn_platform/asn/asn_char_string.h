@@ -51,6 +51,12 @@ class AsnCharString : public AsnPrimitive {
   unsigned long ContentLength() const override;
   unsigned char* WriteContent(unsigned char* out) const override;
   void AssignFrom(const AsnPrimitive& other) override { m_text = static_cast<const AsnCharString&>(other).m_text; }
+  // Characters: the UTF-8 lead octets of the text.
+  unsigned long ConstraintSize() const override {
+    unsigned long characters = 0;
+    for (const char c : m_text) characters += (static_cast<unsigned char>(c) & 0xC0) != 0x80;
+    return characters;
+  }
   void WriteJson(AsnJsonOut& out) const override { out.String(m_text); }
   void ReadJson(AsnJsonIn& in) override;
 

@@ -10,6 +10,7 @@
 
 #include "tn_platform/asn/asn_any.h"
 #include "tn_platform/asn/asn_choice.h"
+#include "tn_platform/asn/asn_constraint_check.h"
 #include "tn_platform/asn/asn_decode_error.h"
 #include "tn_platform/asn/asn_json_either_form.h"
 #include "tn_platform/asn/asn_json_shape.h"
@@ -89,6 +90,9 @@ class ValueSink {
   Record OpenRecord(Slot slot) { return slot; }
   Slot Member(Record record, std::size_t, const AsnMemberStep& member) { return member.ValueOrCreateIn(record); }
   void Absent(Record record, const AsnMemberStep& member) { member.ResetIn(record); }
+  std::string BoundsViolation(Slot slot, const AsnMemberStep& member) {
+    return AsnBoundsViolation(member.bounds, member.kind, *slot);
+  }
   void Default(Record record, const AsnMemberStep& member) { AsnApplyDefault(member, record); }
   void CloseRecord(Record) {}
   // A CHOICE's value replaces the alternative it held.
@@ -158,6 +162,8 @@ class BerSink {
     return member.tag;
   }
   void Absent(Record&, const AsnMemberStep&) {}
+  // A record with bounds on a member is read into a value (AsnJsonShape::berDirect).
+  std::string BoundsViolation(Slot, const AsnMemberStep&) { return std::string(); }
   void CloseRecord(const Record& record) { Close(record.place); }
   // Never met: a type with DEFAULT members, unknown ones or CHOICEs is read
   // into a value (AsnJsonShape::berDirect).
@@ -333,7 +339,14 @@ class AsnJsonGrammar : public JsonText {
             ExpectLiteral("null");
             m_sink.Absent(record, member);
           } else {
-            Read(*shape.members[index], m_sink.Member(record, index, member), depth + shape.memberLevels[index]);
+            const char* const valueAt = (SkipBlanks(), m_at);
+            const Slot slot = m_sink.Member(record, index, member);
+            Read(*shape.members[index], slot, depth + shape.memberLevels[index]);
+            if (member.bounds.Active()) {
+              const std::string violation = m_sink.BoundsViolation(slot, member);
+              // A value read up to the end of the text may go on in text not read yet.
+              if (!violation.empty()) FailAt(m_at >= m_end ? m_at : valueAt, violation);
+            }
           }
         } catch (AsnDecodeError* error) {
           error->AddMember(member.name);

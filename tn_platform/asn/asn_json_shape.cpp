@@ -84,7 +84,8 @@ const AsnJsonShape& Build(ShapeCache& cache, const AsnType& value) {
       const AsnJsonShape& memberShape = Build(cache, *member);
       shape.members.push_back(&memberShape);
       shape.memberLevels.push_back(static_cast<unsigned char>(AsnConstructedLevels(step.tags)));
-      shape.berDirect = shape.berDirect && !step.tags.Wrapped() && memberShape.berDirect;
+      // A member with bounds is checked on the value read: no direct BER.
+      shape.berDirect = shape.berDirect && !step.tags.Wrapped() && !step.bounds.Active() && memberShape.berDirect;
     }
     if (plan.extensible) {
       const std::unique_ptr<AsnType> record(value.Clone());

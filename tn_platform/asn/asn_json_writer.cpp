@@ -10,6 +10,7 @@
 
 #include "tn_platform/asn/asn_bool.h"
 #include "tn_platform/asn/asn_choice.h"
+#include "tn_platform/asn/asn_constraint_check.h"
 #include "tn_platform/asn/asn_int.h"
 #include "tn_platform/asn/asn_list_base.h"
 #include "tn_platform/asn/asn_json_tokens.h"
@@ -447,6 +448,7 @@ void FillEveryMember(AsnType& value, FillPath& path, unsigned depth) {
         member.ResetIn(&record);
       } else {
         FillEveryMember(held, path, depth - 1);
+        AsnFitToBounds(member, held, [&](AsnType& element) { FillEveryMember(element, path, depth - 1); });
       }
     }
     path.pop_back();

@@ -42,6 +42,9 @@ class AsnPrimitive : public AsnType {
   virtual unsigned char* WriteContent(unsigned char* out) const = 0;
   // Takes the value of `other`, a value of the same class.
   virtual void AssignFrom(const AsnPrimitive& other) = 0;
+  // The size a SIZE constraint measures: the content's octets, unless the
+  // type counts characters or bits.
+  virtual unsigned long ConstraintSize() const { return ContentLength(); }
   // JSON in the form `out.Jer()` / `in.Jer()` says.
   virtual void WriteJson(AsnJsonOut& out) const = 0;
   virtual void ReadJson(AsnJsonIn& in) = 0;

@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "tn_platform/asn/asn_bounds.h"
 #include "tn_platform/asn/asn_tagging.h"
 #include "tn_platform/asn/asn_type.h"
 #include "tn_platform/asn/ber.h"
@@ -75,6 +76,7 @@ struct AsnMemberStep {
   // value equal to it has too).
   std::shared_ptr<const AsnType> defaultValue;
   std::string defaultEncoding;
+  AsnBounds bounds;  // the member's value or size constraint, if it has one
 
   bool Matches(AsnTag candidate) const { return candidate == tag || candidate == otherForm; }
   // A mandatory open value (AsnAny): any tag is its.

@@ -5,6 +5,7 @@
 #include "tn_platform/asn/asn_any.h"
 #include "tn_platform/asn/asn_bool.h"
 #include "tn_platform/asn/asn_choice.h"
+#include "tn_platform/asn/asn_constraint_check.h"
 #include "tn_platform/asn/asn_decode_error.h"
 #include "tn_platform/asn/asn_explicit_tags.h"
 #include "tn_platform/asn/asn_int.h"
@@ -304,7 +305,12 @@ void AsnSequence::DecodeMembers(const AsnRecordPlan& plan, AsnBuf& buf, unsigned
         // past the input; a constructed one (a list, a record, a segmented
         // OCTET STRING) reads up to its end, its items checked against it.
         const AsnMemberStep& step = members[index];
-        AsnDecodeMemberValue(buf, step, step.ValueOrCreateIn(base), header, counted);
+        AsnType* const value = step.ValueOrCreateIn(base);
+        AsnDecodeMemberValue(buf, step, value, header, counted);
+        if (step.bounds.Active() && !buf.AcceptsConstraintViolations()) {
+          const std::string violation = AsnBoundsViolation(step.bounds, step.kind, *value);
+          if (!violation.empty()) AsnThrowDecodeError(memberStart, violation);
+        }
         if (isSet) {
           seen.Mark(index);
         } else {

@@ -13,6 +13,7 @@ std::size_t AsnDecodeFront(AsnType& value, std::string_view bytes) {
 std::size_t AsnDecodeFront(AsnType& value, std::string_view bytes, const AsnDecodeBudget& budget) {
   AsnBuf buf(reinterpret_cast<const unsigned char*>(bytes.data()), bytes.size());
   buf.LimitListElements(budget.maxListElements);
+  if (budget.violations != nullptr) buf.AcceptConstraintViolations();
   unsigned long bytesDecoded = 0;
   try {
     try {
@@ -28,6 +29,7 @@ std::size_t AsnDecodeFront(AsnType& value, std::string_view bytes, const AsnDeco
     error->AddTypeName(value.typeName());
     throw;
   }
+  if (budget.violations != nullptr) *budget.violations = AsnFindConstraintViolations(value);
   return buf.Offset();
 }
 

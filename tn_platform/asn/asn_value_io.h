@@ -6,7 +6,9 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
+#include <vector>
 
+#include "tn_platform/asn/asn_constraint_check.h"
 #include "tn_platform/asn/asn_type.h"
 
 // What one whole-value decode may build. Without a budget a decode takes at
@@ -18,9 +20,14 @@
 // ones included) is refused with an AsnDecodeError about the first element
 // too many ("more than N list elements, the decode's budget"); the elements
 // made so far go with the value or with its next decode.
+//
+// A member value outside its constraint (asn_constraint_check.h) is refused
+// like any other fault, unless `violations` is given: the decode then
+// accepts such values and lists each there (path and message), in order.
 struct AsnDecodeBudget {
   static constexpr std::size_t kUnlimited = ~std::size_t{0};
   std::size_t maxListElements = kUnlimited;
+  std::vector<AsnConstraintViolation>* violations = nullptr;
 };
 
 // Decodes exactly one complete value from `bytes`. Throws AsnDecodeError* (a

@@ -21,6 +21,11 @@
 //
 //   lines.Extensions(&Record::unknown);
 //
+// A member whose value or size is constrained has a line after its own that
+// gives the bounds (asn_bounds.h), checked both ways (asn_constraint_check.h):
+//
+//   lines.Constrain("port", &Record::port, AsnBounds::Values(0, 65535));
+//
 // AsnRecord runs the lines to register the class with the reflection library
 // (an attribute with name, offset, number and type description per member),
 // to make the codec's member plan, and as the encoder, the decoder's fast
@@ -150,6 +155,15 @@ class AsnMemberLines {
   void Add(const char* name, Member Record::*member, short number, const AsnTagging& tags,
            AsnDefaultMaker<Member> makeDefault = nullptr) {
     AddLine(name, member, number, tags, makeDefault);
+  }
+  // The bounds of the member the line before added.
+  template <class Member>
+  void Constrain(const char* name, Member Record::*member, const AsnBounds& bounds) {
+    if (m_plan == nullptr) return;
+    if (m_plan->members.empty() || m_plan->members.back().offset != MemberPosition(m_probe, member)) {
+      throw std::logic_error(std::string(name) + ": a constraint line comes right after its member's line");
+    }
+    m_plan->members.back().bounds = bounds;
   }
   // Unknown members are kept in `member` and go here among the members.
   template <class List>

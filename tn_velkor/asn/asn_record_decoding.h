@@ -78,6 +78,11 @@ class AsnFlatMemberLines {
   void Add(const char*, Member Record::*, short, const AsnTagging&, AsnDefaultMaker<Member> = nullptr) {
     m_flat = false;
   }
+  // A record with constrained members, too (the generic decoder checks them).
+  template <class Member>
+  void Constrain(const char*, Member Record::*, const AsnBounds&) {
+    m_flat = false;
+  }
   template <class List>
   void Extensions(List Record::*) {
     m_flat = false;
@@ -155,6 +160,10 @@ class AsnFastDecodeLines {
   // Never in a record the fast path takes.
   template <class Member>
   void Add(const char*, Member Record::*, short, const AsnTagging&, AsnDefaultMaker<Member> = nullptr) {
+    m_ok = false;
+  }
+  template <class Member>
+  void Constrain(const char*, Member Record::*, const AsnBounds&) {
     m_ok = false;
   }
   template <class List>

@@ -6,6 +6,7 @@
 #pragma once
 #pragma GCC visibility push(default)
 
+#include "tn_platform/asn/asn_constraint_check.h"
 #include "tn_platform/asn/asn_encode_sizes.h"
 #include "tn_platform/asn/asn_value_encoding.h"
 #include "tn_platform/refl/may_null_pointer.h"
@@ -78,6 +79,16 @@ class AsnMeasureLines {
       m_length += AsnChainSize(AsnMemberTagsOf<Member>(tags), *value, m_sizes);
     }
   }
+  // The sizing pass, which every encoding runs first, refuses a value
+  // outside its bounds.
+  template <class Member>
+  void Constrain(const char* name, Member Record::*member, const AsnBounds& bounds) {
+    using Value = typename AsnMemberTraits<Member>::Value;
+    if (const auto* value = AsnPresentValue(m_record.*member)) {
+      const std::string violation = AsnBoundsViolation(bounds, AsnMemberKindFor<Value>(), *value);
+      if (!violation.empty()) AsnThrowEncodeViolation(Record::kClassName, name, violation);
+    }
+  }
   template <class List>
   void Extensions(List Record::*member) {
     if (m_selection.TakeUnknownMembers()) m_length += (m_record.*member).MeasureContent(m_sizes);
@@ -120,6 +131,8 @@ class AsnWriteLines {
       m_out = AsnWriteChain(m_out, AsnMemberTagsOf<Member>(tags), *value, m_sizes);
     }
   }
+  template <class Member>
+  void Constrain(const char*, Member Record::*, const AsnBounds&) {}
   template <class List>
   void Extensions(List Record::*member) {
     if (m_selection.TakeUnknownMembers()) m_out = (m_record.*member).WriteContent(m_out, m_sizes);
@@ -148,6 +161,8 @@ class AsnDefaultLines {
       if (makeDefault != nullptr) makeDefault(m_record.*member);
     }
   }
+  template <class Member>
+  void Constrain(const char*, Member Record::*, const AsnBounds&) {}
   template <class List>
   void Extensions(List Record::*) {}
 

@@ -37,6 +37,7 @@
 
 #include "tn_platform/asn/asn_big_int.h"
 #include "tn_platform/asn/asn_choice.h"
+#include "tn_platform/asn/asn_constraint_check.h"
 #include "tn_platform/asn/asn_bool.h"
 #include "tn_qmodules/asn_catalogue.h"
 #include "tn_platform/asn/asn_int.h"
@@ -111,6 +112,9 @@ void Fill(AsnType& value, const Context& context, bool full, unsigned depth = 0)
     for (const AsnMember& member : AsnMembersOf(*record)) {
       if ((full && depth + 1 < kEnding) || !member.IsOptional()) {
         Fill(*member.ValueOrCreate(), Context{member.Name(), context.k}, full, depth + 1);
+        AsnFitToBounds(member.Step(), *member.Value(), [&](AsnType& element) {
+          Fill(element, Context{member.Name(), context.k}, full, depth + 2);
+        });
       }
     }
   } else if (auto* list = dynamic_cast<AsnListBase*>(&value)) {

@@ -103,6 +103,8 @@ void AddInspectCommands(CLI::App& app, Runners& runners) {
                   "Write JER, the JSON encoding rules of ASN.1 (X.697) that other ASN.1 tools read (implies --json)");
     sub->add_flag("--lines", options->lines,
                   "A list type: one element per line (JSON Lines; implies --json)");
+    sub->add_flag("--accept-constraint-violations", options->acceptViolations,
+                  "Take values outside their constraints, with a warning on stderr for each");
     runners[sub] = {"decode", [=](std::ostream& out) { velkor::RunDecode(*options, out); },
                     std::shared_ptr<const std::string>(options, &options->io.output)};
   }

@@ -143,6 +143,17 @@ std::optional<AsnTag> StreamedListTag(const AsnCatalogueEntry& entry, bool writi
   return tags.Outer();
 }
 
+// Reports values taken outside their constraints, one warning line each;
+// `where` names a record of a capture ("record 3: "), `path` replaces the
+// type name the paths start with (a list's element: "QList[4]").
+void WarnViolations(const std::vector<AsnConstraintViolation>& violations, const std::string& where,
+                    std::size_t typeNameLength = 0, const std::string& path = std::string()) {
+  for (const AsnConstraintViolation& violation : violations) {
+    const std::string at = path.empty() ? violation.path : path + violation.path.substr(typeNameLength);
+    std::cerr << "velkor: decode: warning: " << where << at << ": " << violation.message << std::endl;
+  }
+}
+
 // Decodes a list type one element at a time, writing each as it comes.
 void DecodeListStream(const DecodeOptions& options, const AsnCatalogueEntry& entry, AsnTag listTag,
                       std::ostream& out) {
@@ -161,10 +172,15 @@ void DecodeListStream(const DecodeOptions& options, const AsnCatalogueEntry& ent
     source = InputSource(options.io.input, head);
   }
   AsnBerListReader reader(std::move(source), entry.createElement, entry.name, listTag);
+  if (options.acceptViolations) reader.AcceptConstraintViolations();
   RunWriter writer(layout, FormOf(options.jer), entry.name, out);
   Progress progress("decode", InputSize(options.io.input));
   try {
     while (const AsnType* element = reader.Next()) {
+      if (options.acceptViolations) {
+        WarnViolations(AsnFindConstraintViolations(*element), "", std::string(element->typeName()).size(),
+                       entry.name + "[" + std::to_string(reader.Count() - 1) + "]");
+      }
       writer.Write(*element);
       progress.Update(reader.Count(), reader.Offset());
     }
@@ -250,11 +266,13 @@ void RunDecode(const DecodeOptions& options, std::ostream& out) {
     const std::unique_ptr<AsnType> value = CreateCatalogued(options.type);
     const std::string_view rest = std::string_view(bytes).substr(offset);
     ++count;
+    std::vector<AsnConstraintViolation> violations;
+    std::vector<AsnConstraintViolation>* const accepted = options.acceptViolations ? &violations : nullptr;
     try {
       if (options.all) {
-        offset += DecodeFrontBytes(*value, rest, offset);
+        offset += DecodeFrontBytes(*value, rest, offset, accepted);
       } else {
-        DecodeBytes(*value, rest);
+        DecodeBytes(*value, rest, accepted);
         offset = bytes.size();
       }
     } catch (const ToolError& error) {
@@ -272,6 +290,7 @@ void RunDecode(const DecodeOptions& options, std::ostream& out) {
       offset += *size;
       continue;
     }
+    WarnViolations(violations, options.all ? "record " + std::to_string(count) + ": " : std::string());
     if (indentedSingle) {
       out << AsnToJson(*value, FormOf(options.jer), AsnJsonLayout::kIndented) << '\n';
     } else {

@@ -42,10 +42,11 @@ struct DecodeOptions {
   bool keepGoing = false;  // with `all`: report a broken record and go on
   bool jer = false;        // JER (X.697) instead of the readable JSON; implies `json`
   bool lines = false;      // a list type: one element per line (JSON Lines); implies `json`
+  bool acceptViolations = false;  // take values outside their constraints, each reported on stderr
 };
 
 // `velkor decode TYPE [FILE] [--all] [--json] [--compact] [--keep-going]
-// [--jer] [--lines]`. A list type (without `all`) is decoded and written one
+// [--jer] [--lines] [--accept-constraint-violations]`. A list type (without `all`) is decoded and written one
 // element at a time, so memory stays bounded by the largest element.
 void RunDecode(const DecodeOptions& options, std::ostream& out);
 

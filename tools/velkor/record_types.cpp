@@ -151,17 +151,22 @@ std::unique_ptr<AsnType> CreateCatalogued(std::string_view name) {
   return std::unique_ptr<AsnType>(entry->create());
 }
 
-void DecodeBytes(AsnType& value, std::string_view bytes) {
+void DecodeBytes(AsnType& value, std::string_view bytes, std::vector<AsnConstraintViolation>* violations) {
+  AsnDecodeBudget options;
+  options.violations = violations;
   try {
-    AsnDecodeValue(value, bytes);
+    AsnDecodeValue(value, bytes, options);
   } catch (CSM_Exception* exception) {
     ThrowBadInput(DecodeErrorMessage(exception, 0));
   }
 }
 
-std::size_t DecodeFrontBytes(AsnType& value, std::string_view bytes, std::size_t base) {
+std::size_t DecodeFrontBytes(AsnType& value, std::string_view bytes, std::size_t base,
+                             std::vector<AsnConstraintViolation>* violations) {
+  AsnDecodeBudget options;
+  options.violations = violations;
   try {
-    return AsnDecodeFront(value, bytes);
+    return AsnDecodeFront(value, bytes, options);
   } catch (CSM_Exception* exception) {
     ThrowBadInput(DecodeErrorMessage(exception, base));
   }

@@ -7,7 +7,9 @@
 #include <ostream>
 #include <string>
 #include <string_view>
+#include <vector>
 
+#include "tn_platform/asn/asn_constraint_check.h"
 #include "tn_platform/asn/asn_type.h"
 #include "tn_qmodules/asn_catalogue.h"
 #include "tools/velkor/json.h"
@@ -26,13 +28,16 @@ std::unique_ptr<AsnType> CreateCatalogued(std::string_view name);
 const AsnCatalogueEntry& CatalogueEntryOf(std::string_view name);
 
 // Decodes `bytes` as one complete `value`. Throws ToolError(bad input) with the
-// runtime's message, which names the record, member and byte offset.
-void DecodeBytes(AsnType& value, std::string_view bytes);
+// runtime's message, which names the record, member and byte offset. With
+// `violations`, values outside their constraints are taken and listed there.
+void DecodeBytes(AsnType& value, std::string_view bytes,
+                 std::vector<AsnConstraintViolation>* violations = nullptr);
 
 // Decodes one value from the front of `bytes`; returns the octets it took.
 // Throws as DecodeBytes, with offsets counted from `base` octets before
 // `bytes` (the value's place in a capture).
-std::size_t DecodeFrontBytes(AsnType& value, std::string_view bytes, std::size_t base = 0);
+std::size_t DecodeFrontBytes(AsnType& value, std::string_view bytes, std::size_t base = 0,
+                             std::vector<AsnConstraintViolation>* violations = nullptr);
 
 // The BER encoding of `value` (the runtime's encoder is not const, but
 // encoding leaves the value as it was).
