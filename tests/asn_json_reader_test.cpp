@@ -5,7 +5,6 @@
 // rules, in both directions.
 #include <gtest/gtest.h>
 
-#include <cctype>
 #include <memory>
 #include <string>
 
@@ -35,45 +34,23 @@ std::string Refusal(const char* type, AsnJsonForm form, const std::string& text)
 constexpr AsnJsonForm kJer = AsnJsonForm::kJer;
 constexpr AsnJsonForm kReadable = AsnJsonForm::kReadable;
 
-// "\xHH" in a golden text stands for that octet.
-std::string Unescaped(const std::string& text) {
-  std::string octets;
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    const auto hex = [&text](std::size_t at) { return at < text.size() && std::isxdigit(static_cast<unsigned char>(text[at])); };
-    const bool escape = text.compare(i, 2, "\\x") == 0 && hex(i + 2) && hex(i + 3);
-    octets += escape ? test_bytes::Hex(text.substr(i + 2, 2)) : text.substr(i, 1);
-    i += escape ? 3 : 0;
-  }
-  return octets;
-}
-
 TEST(AsnJsonReader, RefusesWithPathAndOffset) {
   for (const std::vector<std::string>& row : test_bytes::Golden("json/refused.golden")) {
     ASSERT_EQ(row.size(), 4u);
-    const std::string text = Unescaped(row[2]);
-    EXPECT_EQ(Refusal(row[0].c_str(), row[1] == "readable" ? kReadable : kJer, text), Unescaped(row[3])) << text;
+    const std::string text = test_bytes::Unescaped(row[2]);
+    EXPECT_EQ(Refusal(row[0].c_str(), row[1] == "readable" ? kReadable : kJer, text), test_bytes::Unescaped(row[3]))
+        << text;
   }
 }
 
-// The indented layout, as the tool prints it.
+// tests/json/indented.golden.
 TEST(AsnJsonWriter, IndentsOneMemberOrElementALine) {
-  const struct {
-    const char* type;
-    const char* ber;
-    const char* json;
-  } cases[] = {
-      {"QAsnColumn", "30 04 04 02 00 FF", "{\n  \"strCondition\": {\n    \"hex\": \"00ff\"\n  }\n}"},
-      {"QAsnNVSList", "30 00", "[]"},
-      {"QAsnTinyIntList", "30 06 02 01 01 02 01 02", "[\n  1,\n  2\n]"},
-      {"QAsnErrInfo", "30 05 30 00 02 01 00", "{\n  \"objID\": [],\n  \"errCode\": 0\n}"},
-  };
-  for (const auto& row : cases) {
-    const std::unique_ptr<AsnType> value = Create(row.type);
-    AsnDecodeValue(*value, test_bytes::Hex(row.ber));
-    EXPECT_EQ(AsnToJson(*value, kReadable, AsnJsonLayout::kIndented), row.json) << row.ber;
+  for (const std::vector<std::string>& row : test_bytes::Golden("json/indented.golden")) {
+    const std::unique_ptr<AsnType> value = Create(row[0]);
+    AsnDecodeValue(*value, test_bytes::Hex(row[1]));
+    EXPECT_EQ(AsnToJson(*value, kReadable, AsnJsonLayout::kIndented), test_bytes::Unescaped(row[2])) << row[1];
   }
 }
-
 
 TEST(AsnJsonWriter, EscapesControlCharactersAndQuotes) {
   std::string out;

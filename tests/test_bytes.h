@@ -1,7 +1,7 @@
-// Helpers shared by the tests: octets written as hex text, items written the
-// plain way, the outcome of a call that may throw the runtime's
-// CSM_Exception*, decoding from a block of exactly the input's size, and the
-// rows of a golden file.
+// Helpers shared by the tests: octets written as hex text, golden texts with
+// escaped octets, items written the plain way, the outcome of a call that may
+// throw the runtime's CSM_Exception*, decoding from a block of exactly the
+// input's size, and the rows of a golden file.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -46,6 +46,20 @@ inline std::string ToHex(std::string_view octets) {
     text.push_back(kDigits[static_cast<unsigned char>(c) & 0xF]);
   }
   return text;
+}
+
+// A golden file's text with each "\xHH" made that octet.
+inline std::string Unescaped(std::string_view text) {
+  std::string octets;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    const auto hex = [&text](std::size_t at) {
+      return at < text.size() && std::isxdigit(static_cast<unsigned char>(text[at]));
+    };
+    const bool escape = text.compare(i, 2, "\\x") == 0 && hex(i + 2) && hex(i + 3);
+    octets += escape ? Hex(text.substr(i + 2, 2)) : std::string(text.substr(i, 1));
+    i += escape ? 3 : 0;
+  }
+  return octets;
 }
 
 // Definite length octets: the short form below 128, else the long form, in
