@@ -31,6 +31,14 @@ Values ValuesOf(const AsnList<AsnTinyInt>& list) {
   return values;
 }
 
+// The numbers of a golden cell ("-": none).
+Values ValuesIn(const std::string& cell) {
+  Values values;
+  std::istringstream numbers(cell);
+  for (int number; numbers >> number;) values.push_back(number);
+  return values;
+}
+
 // BDec itself, from a heap block of exactly the input's size (a read past the
 // end is an AddressSanitizer error); `bytesDecoded` is advanced even on a throw.
 void Decode(AsnType& value, const std::string& octets, unsigned long& bytesDecoded) {
@@ -40,54 +48,29 @@ void Decode(AsnType& value, const std::string& octets, unsigned long& bytesDecod
   value.BDec(buf, bytesDecoded, NIClass_BER);
 }
 
-// BDec itself (the bytes against every decoder are in ber_vectors_test.cpp):
-// the running count gains the whole value, or on a failure its tag and length
-// octets, never the content. A wrong tag leaves the list alone and throws the
-// list's own exception; otherwise the elements decoded before the failure
-// stay, a failing element was appended first, and the error (an
-// AsnDecodeError) names the element by its index.
+// BDec itself (the bytes against every decoder are in ber_vectors_test.cpp),
+// over tests/ber/list_bdec.golden: the running count gains the whole value,
+// or on a failure its tag and length octets, never the content. A wrong tag
+// leaves the list alone and throws the list's own exception; otherwise the
+// elements decoded before the failure stay, a failing element was appended
+// first, and the error (an AsnDecodeError) names the element by its index.
 TEST(AsnSeqOf, DecodesAndOnBadInputKeepsTheElementsDecodedSoFar) {
-  const char* const kWrongTag = "AsnList::BDec: ERROR tag on SEQUENCE OF is wrong.";
-  const struct {
-    const char* input;
-    const char* error;
-    Values left;
-    unsigned long counted;
-  } cases[] = {
-      {"30 07 02 01 05 02 02 00 80", nullptr, {5, 128}, 9},
-      {"30 80 02 01 05 00 00", nullptr, {5}, 7},
-      {"31 03 02 01 05", kWrongTag, {7}, 1},  // SET OF
-      {"04 00", kWrongTag, {7}, 1},
-      {"10 00", kWrongTag, {7}, 1},  // primitive form of the SEQUENCE number
-      {"", kWrongTag, {7}, 1},       // empty input reads as tag 0
-      {"3F 20 00", kWrongTag, {7}, 2},
-      {"30 80 02 01 05", "input ends before the end-of-contents octets at offset 5", {5}, 2},
-      {"30 80 02 01 05 00", "input ends in the end-of-contents octets at offset 6", {5}, 2},
-      {"30 04 02 01 05", "input ends 1 octet short of the value at offset 5", {5, 0}, 2},
-      // A length past the input: the elements are read as far as it goes.
-      {"30 81 05 02 01 05", "input ends 2 octets short of the value at offset 6", {5, 0}, 3},
-      {"30 05 02 01 05 02 00", "[1]: INTEGER without content octets at offset 5", {5, 0}, 2},
-      // An element running past the list is refused by the list itself.
-      {"30 02 02 01 05", "[0]: element runs past the end of its list (content length 2) at offset 2", {0}, 2},
-      {"30 03 04 01 61",
-       "[0]: wrong tag [UNIVERSAL 4] primitive (OCTET STRING), expected [UNIVERSAL 2] primitive (INTEGER) at offset 2",
-       {0},
-       2},
-  };
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.input);
+  for (const std::vector<std::string>& row : test_bytes::Golden("ber/list_bdec.golden")) {
+    SCOPED_TRACE(row[0]);
     QAsnTinyIntList list = ListOf({7});
     unsigned long bytesDecoded = 10;
     std::unique_ptr<CSM_Exception> error;
     try {
-      Decode(list, Hex(c.input), bytesDecoded);
+      Decode(list, row[0] == "-" ? "" : Hex(row[0]), bytesDecoded);
     } catch (CSM_Exception* raw) {
       error.reset(raw);
     }
-    EXPECT_EQ(error != nullptr ? error->Message() : "no exception", c.error != nullptr ? c.error : "no exception");
-    EXPECT_EQ(ValuesOf(list), c.left);
-    EXPECT_EQ(bytesDecoded, 10 + c.counted);
-    if (c.error == kWrongTag) {
+    const bool wrongTag = row[1] == "WRONG TAG";
+    EXPECT_EQ(error != nullptr ? error->Message() : "-",
+              wrongTag ? "AsnList::BDec: ERROR tag on SEQUENCE OF is wrong." : row[1]);
+    EXPECT_EQ(ValuesOf(list), ValuesIn(row[2]));
+    EXPECT_EQ(bytesDecoded, 10 + std::stoul(row[3]));
+    if (wrongTag && error != nullptr) {
       EXPECT_EQ(error->ErrorCode(), -54);
       EXPECT_EQ(error->Location(), 250);
       EXPECT_EQ(error->Context(), "");
@@ -105,24 +88,12 @@ TEST(AsnSeqOf, DecodesAndOnBadInputKeepsTheElementsDecodedSoFar) {
   EXPECT_EQ(std::make_tuple(ValuesOf(list), bytesDecoded, buf.ReadError()), std::make_tuple(Values{}, 2ul, true));
 }
 
+// tests/ber/printed_lists.golden.
 TEST(AsnList, Prints) {
-  const struct {
-    Values values;
-    unsigned long level;
-    bool lineBreak;
-    std::string printed;
-  } cases[] = {
-      {{}, 1, true, ""},
-      {{5, -3}, 1, true, "\n  - 5\n  - -3"},
-      {{5, -3}, 0, true, "\n- 5\n- -3"},
-      {{5, -3}, 1, false, "- 5- -3"},
-      {{9}, 39, true, "\n" + std::string(78, ' ') + "- 9"},
-      {{9}, 1000, true, "\n" + std::string(78, ' ') + "- 9"},  // deeper levels keep the deepest indent
-  };
-  for (const auto& c : cases) {
+  for (const std::vector<std::string>& row : test_bytes::Golden("ber/printed_lists.golden")) {
     std::ostringstream os;
-    ListOf(c.values).Print(os, c.level, c.lineBreak);
-    EXPECT_EQ(os.str(), c.printed);
+    ListOf(ValuesIn(row[0])).Print(os, std::stoul(row[1]), row[2] == "yes");
+    EXPECT_EQ(os.str(), row[3] == "-" ? "" : test_bytes::Unescaped(row[3])) << row[0] << " " << row[1];
   }
 }
 

@@ -1,9 +1,12 @@
-// Tag and length coding: exact octets both ways, and the exact error for every
-// malformed identifier or length (tests/ber/headers.golden).
+// Tag and length coding: exact octets both ways (tests/ber/written_headers.golden),
+// and the exact error for every malformed identifier or length
+// (tests/ber/headers.golden).
 #include "tn_platform/asn/ber.h"
 
 #include <gtest/gtest.h>
 
+#include <map>
+#include <string>
 #include <tuple>
 #include <vector>
 
@@ -66,30 +69,33 @@ TEST(Ber, DecodesTagsLengthsAndEndOfContents) {
   }
 }
 
-TEST(Ber, EncodesTagsAndReadsThemBack) {
-  const struct {
-    AsnTagClass tagClass;
-    bool constructed;
-    unsigned number;
-    const char* octets;  // empty: the number does not fit
-  } cases[] = {
-      {AsnTagClass::kUniversal, true, 16, "30"},           {AsnTagClass::kContext, true, 30, "BE"},
-      {AsnTagClass::kContext, false, 31, "9F 1F"},         {AsnTagClass::kApplication, false, 127, "5F 7F"},
-      {AsnTagClass::kApplication, false, 128, "5F 81 00"}, {AsnTagClass::kPrivate, true, 16383, "FF FF 7F"},
-      {AsnTagClass::kPrivate, true, 16384, "FF 81 80 00"}, {AsnTagClass::kPrivate, true, (1u << 21) - 1, "FF FF FF 7F"},
-      {AsnTagClass::kContext, false, 1u << 21, ""},
-  };
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.number);
-    const AsnTag tag = MakeTag(c.tagClass, c.constructed, c.number);
-    if (*c.octets == '\0') {
+// tests/ber/written_headers.golden: a tag is read back to itself; BEncDefLen
+// writes the shortest length, BEncDefLenImpl always the long form.
+TEST(Ber, EncodesTagsAndLengths) {
+  const std::map<std::string, AsnTagClass> classes = {{"universal", AsnTagClass::kUniversal},
+                                                      {"application", AsnTagClass::kApplication},
+                                                      {"context", AsnTagClass::kContext},
+                                                      {"private", AsnTagClass::kPrivate}};
+  for (const std::vector<std::string>& row : test_bytes::Golden("ber/written_headers.golden")) {
+    SCOPED_TRACE(row[0] + " " + row[1] + " " + row[2]);
+    if (row[0] == "length") {
+      const unsigned long length = std::stoul(row[1]);
+      EXPECT_EQ(Encoded([&](AsnBuf& buf) { return BEncDefLen(buf, length); }), row[2]);
+      EXPECT_EQ(Written(AsnLengthOctets(length), [&](unsigned char* out) { return AsnWriteLength(out, length); }),
+                row[2]);
+      EXPECT_EQ(Encoded([&](AsnBuf& buf) { return BEncDefLenImpl(buf, length); }), row[3]);
+      continue;
+    }
+    const unsigned number = static_cast<unsigned>(std::stoul(row[3]));
+    const AsnTag tag = MakeTag(classes.at(row[1]), row[2] == "constructed", number);
+    if (row[4] == "-") {
       EXPECT_EQ(tag, 0u);
       continue;
     }
-    EXPECT_EQ(Encoded([&](AsnBuf& buf) { return BEncTag(buf, tag); }), c.octets);
-    EXPECT_EQ(Written(AsnIdentifierOctets(tag), [&](unsigned char* out) { return AsnWriteTag(out, tag); }), c.octets);
-    EXPECT_EQ(TagNumber(tag), c.number);
-    const std::vector<unsigned char> input = Input(c.octets);
+    EXPECT_EQ(Encoded([&](AsnBuf& buf) { return BEncTag(buf, tag); }), row[4]);
+    EXPECT_EQ(Written(AsnIdentifierOctets(tag), [&](unsigned char* out) { return AsnWriteTag(out, tag); }), row[4]);
+    EXPECT_EQ(TagNumber(tag), number);
+    const std::vector<unsigned char> input = Input(row[4]);
     AsnBuf buf(input.data(), input.size());
     unsigned long consumed = 0;
     EXPECT_EQ(BDecTag(buf, consumed), tag);
@@ -97,31 +103,6 @@ TEST(Ber, EncodesTagsAndReadsThemBack) {
   }
   EXPECT_EQ(TagToString(kTagSequence), "[UNIVERSAL 16] constructed");
   EXPECT_EQ(TagToString(MakeTag(AsnTagClass::kApplication, true, 200)), "[APPLICATION 200] constructed");
-}
-
-// BEncDefLen writes the shortest form; BEncDefLenImpl always the long form.
-TEST(Ber, EncodesDefiniteLengths) {
-  const struct {
-    unsigned long length;
-    const char* shortest;
-    const char* longForm;
-  } cases[] = {
-      {0, "00", "81 00"},  // BEncDefLenImpl(0) once wrote no length octets at all
-      {127, "7F", "81 7F"},
-      {128, "81 80", "81 80"},
-      {255, "81 FF", "81 FF"},
-      {256, "82 01 00", "82 01 00"},
-      {65536, "83 01 00 00", "83 01 00 00"},
-      {1UL << 32, "85 01 00 00 00 00", "85 01 00 00 00 00"},
-      {~0UL - 1, "88 FF FF FF FF FF FF FF FE", "88 FF FF FF FF FF FF FF FE"},
-  };
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.length);
-    EXPECT_EQ(Encoded([&](AsnBuf& buf) { return BEncDefLen(buf, c.length); }), c.shortest);
-    EXPECT_EQ(Written(AsnLengthOctets(c.length), [&](unsigned char* out) { return AsnWriteLength(out, c.length); }),
-              c.shortest);
-    EXPECT_EQ(Encoded([&](AsnBuf& buf) { return BEncDefLenImpl(buf, c.length); }), c.longForm);
-  }
 }
 
 }  // namespace

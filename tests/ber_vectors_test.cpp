@@ -1,7 +1,8 @@
 // The BER codec against vectors, for primitives, records and lists alike:
 // the encodings of tests/ber/accepted.golden and the refusals of
 // tests/ber/refused.golden, the value classes with their own codec among them
-// (with the nesting limit, whose inputs are made here), integers at every content length, the decode budget and printing.
+// (with the nesting limit, whose inputs are made here), integers at every
+// content length, the decode budget and printing.
 #include <gtest/gtest.h>
 
 #include <climits>
@@ -113,35 +114,18 @@ TEST(BerVectors, RefusesWithTheExactMessage) {
   ExpectRefused(Nested(10000, "30 80"), "QAsnColumn.strCondition: " + tooDeep);  // without exhausting the stack
 }
 
-// Minimal two's complement, cross-checked with pyasn1's encoder: alone and as
-// a record's member (the record encoder writes it on its own path). AsnTinyInt
-// refuses what takes more than 32 bits.
+// tests/ber/integers.golden: alone and as a record's member (the record
+// encoder writes it on its own path); AsnTinyInt refuses what takes more than
+// 32 bits.
 TEST(BerVectors, IntegersAtEveryContentLength) {
-  const std::pair<long long, const char*> cases[] = {
-      {0, "00"},
-      {-1, "FF"},
-      {127, "7F"},
-      {128, "00 80"},
-      {-128, "80"},
-      {-129, "FF 7F"},
-      {32767, "7F FF"},
-      {32768, "00 80 00"},
-      {-32769, "FF 7F FF"},
-      {INT_MAX, "7F FF FF FF"},
-      {INT_MIN, "80 00 00 00"},
-      {2147483648LL, "00 80 00 00 00"},
-      {-2147483649LL, "FF 7F FF FF FF"},
-      {LLONG_MAX, "7F FF FF FF FF FF FF FF"},
-      {LLONG_MIN, "80 00 00 00 00 00 00 00"},
-  };
-  for (const auto& [number, content] : cases) {
-    SCOPED_TRACE(number);
-    const std::string tlv = '\x02' + std::string(1, static_cast<char>(Hex(content).size())) + Hex(content);
+  for (const std::vector<std::string>& row : Golden("ber/integers.golden")) {
+    SCOPED_TRACE(row[0]);
+    const long long number = std::stoll(row[0]);
+    const std::string tlv = test_bytes::Tlv("\x02", Hex(row[1]));
     EXPECT_EQ(ToHex(AsnEncodeValue(AsnInt(number))), ToHex(tlv));
     qprobe::CodecProbe probe;  // flag FALSE, big
     probe.big = number;
-    EXPECT_EQ(ToHex(AsnEncodeValue(probe)), ToHex('\x30' + std::string(1, static_cast<char>(tlv.size() + 3)) +
-                                                  Hex("01 01 00") + tlv));
+    EXPECT_EQ(ToHex(AsnEncodeValue(probe)), ToHex(test_bytes::Tlv("\x30", Hex("01 01 00") + tlv)));
     for (const char* type : {"AsnInt", "AsnTinyInt"}) {
       const std::unique_ptr<AsnType> back = Create(type);
       const bool fits = std::string(type) == "AsnInt" || (number >= INT_MIN && number <= INT_MAX);
@@ -157,61 +141,30 @@ TEST(BerVectors, IntegersAtEveryContentLength) {
   }
 }
 
-// One element too many is refused at that element, nested lists counting with
-// the outer one; each decode has a budget of its own.
+// tests/ber/budget.golden; each decode has a budget of its own.
 TEST(BerVectors, RefusesTheFirstListElementBeyondTheBudget) {
-  const char* threePairs = "30 12 30 04 04 00 04 00 30 04 04 00 04 00 30 04 04 00 04 00";
-  const char* errInfoList = "30 0D 30 0B 30 06 02 01 01 02 01 02 02 01 00";  // one entry, objID of two
-  const struct {
-    const char* type;
-    const char* input;
-    std::size_t maxListElements;
-    const char* expected;
-  } cases[] = {
-      {"QAsnNVSList", threePairs, 3, "no exception"},
-      {"QAsnNVSList", threePairs, 2, "QAsnNVSList[2]: more than 2 list elements, the decode's budget at offset 14"},
-      {"QAsnNVSList", threePairs, 0, "QAsnNVSList[0]: more than 0 list elements, the decode's budget at offset 2"},
-      {"QAsnNVSList", "30 00", 0, "no exception"},
-      {"QAsnErrInfoList", errInfoList, 3, "no exception"},
-      {"QAsnErrInfoList", errInfoList, 2,
-       "QAsnErrInfoList[0].objID[1]: more than 2 list elements, the decode's budget at offset 9"},
-      {"QAsnTinyIntList", "30 80 02 01 01 02 01 02 00 00", 1,
-       "QAsnTinyIntList[1]: more than 1 list elements, the decode's budget at offset 5"},
-      {"QAsnUniResID", "30 08 04 01 41 04 00 02 01 07", 0, "no exception"},
-      {"QAsnErrInfoReturn", "30 0A 02 01 01 A0 05 30 03 30 00 02", 0,
-       "QAsnErrInfoReturn.errInfoList[0]: more than 0 list elements, the decode's budget at offset 7"},
-  };
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.input);
-    const std::unique_ptr<AsnType> value = Create(c.type);
-    EXPECT_EQ(ThrownMessage([&] { AsnDecodeValue(*value, Hex(c.input), AsnDecodeBudget{c.maxListElements}); }),
-              c.expected);
+  for (const std::vector<std::string>& row : Golden("ber/budget.golden")) {
+    SCOPED_TRACE(row[1]);
+    const std::unique_ptr<AsnType> value = Create(row[0]);
+    EXPECT_EQ(ThrownMessage([&] { AsnDecodeValue(*value, Hex(row[1]), AsnDecodeBudget{std::stoul(row[2])}); }),
+              row[3]);
   }
-  const std::string pairs = Hex(threePairs);
+  const std::string pairs = Hex(Golden("ber/budget.golden")[0][1]);
   const std::unique_ptr<AsnType> list = Create("QAsnNVSList");
   EXPECT_NE(ThrownMessage([&] { AsnDecodeValue(*list, pairs, AsnDecodeBudget{2}); }), "no exception");
   EXPECT_EQ(ThrownMessage([&] { AsnDecodeValue(*list, pairs); }), "no exception");
   EXPECT_EQ(AsnDecodeFront(*list, pairs + pairs.substr(0, 8), AsnDecodeBudget{3}), pairs.size());
 }
 
-// OCTET STRING prints as quoted text when it is UTF-8 text without control
-// characters, else as hex; printing leaves the stream's fill alone.
+// OCTET STRING as tests/ber/printed_octets.golden; printing leaves the
+// stream's fill alone.
 TEST(BerVectors, Prints) {
-  const std::pair<std::string, const char*> octs[] = {
-      {"", "\"\""},
-      {"say \"hi\"", "\"say \"\"hi\"\"\""},
-      {std::string("a\0b", 3), "'610062'H"},
-      {"\xFF\x0A", "'FF0A'H"},
-      {"gr\xC3\xBC\xC3\x9F", "\"gr\xC3\xBC\xC3\x9F\""},
-      {"\xC3\x28", "'C328'H"},  // a broken sequence
-      {"\xC0\xAF", "'C0AF'H"},  // not the shortest form
-      {"\xC2\x85", "'C285'H"},  // a C1 control
-  };
-  for (const auto& [content, printed] : octs) {
+  for (const std::vector<std::string>& row : Golden("ber/printed_octets.golden")) {
+    const std::string content = row[0] == "-" ? "" : Hex(row[0]);
     std::ostringstream os;
     os << std::setfill('*');
     AsnOcts(content.data(), content.size()).Print(os, 0, false);
-    EXPECT_EQ(os.str(), printed);
+    EXPECT_EQ(os.str(), row[1]);
     EXPECT_EQ(os.fill(), '*');
   }
   std::ostringstream os;

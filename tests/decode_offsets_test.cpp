@@ -1,10 +1,10 @@
-// Error offsets as a property. Valid encodings of catalogued types are made
-// malformed on purpose (cut, given extra octets, wrong tags, tags in the high
-// form, inserted items, non-minimal integers, changed lengths), each knowing
-// from this test's own reading of the octets which item it breaks. Every one
-// must be refused with its error placed exactly at that item, or at the end
-// of the input for a cut one. Long-form lengths that are not minimal must
-// decode to the same value.
+// Error offsets as a property. Valid encodings of catalogued types
+// (tests/ber/offset_samples.golden) are made malformed on purpose (cut, given
+// extra octets, wrong tags, tags in the high form, inserted items,
+// non-minimal integers, changed lengths), each knowing from this test's own
+// reading of the octets which item it breaks. Every one must be refused with
+// its error placed exactly at that item, or at the end of the input for a cut
+// one. Long-form lengths that are not minimal must decode to the same value.
 #include <gtest/gtest.h>
 
 #include <memory>
@@ -228,23 +228,6 @@ std::vector<Mutation> Mutations(const std::string& valid) {
   return out;
 }
 
-// The samples: every optional member present somewhere, lists empty and full,
-// long-form lengths, a high tag number, 32- and 64-bit integers, BOOLEANs.
-const struct Sample {
-  const char* type;
-  std::string hex;
-} kSamples[] = {
-    {"QAsnUniResID", "301b040c4e453d313030312c53483d3104025050020203e98003534e31"},
-    {"QAsnErrInfoReturn", "30250201fea020301630070201070202012c80026e65020105810462757379300630000202ff7f"},
-    {"QAsnNVSList", "3017300f04044d656d6f040773706c69636564300404000400"},
-    {"QAsnNVSList", "30818f30818c0404" + std::string("4d656d6f") + "048183" + std::string(2 * 131, '6')},
-    {"QAsnPortUseStateList", "3020301e3019020203e90201018001ff020103810301117002010282027032020103"},
-    {"AsnSingleReturn", "300a0101ff8005fde78ee600"},
-    {"QAsnTinyIntList", "301d02010002017f020200800201800202ff7f02047fffffff020480000000"},
-    {"CodecProbe", "301601 01FF 0202FF7F A003040163 A10402 02012C 9F28016E"},
-    {"QAsnColumn", "3003040141"},
-};
-
 std::string Describe(const Mutation& m, const std::string& message) {
   return m.kind + ": " + ToHex(m.bytes.substr(0, 48)) + (m.bytes.size() > 48 ? " ..." : "") + " -> " + message +
          " (expected " + (m.expected == kDecodes ? std::string("to decode") : "offset " + std::to_string(m.expected)) +
@@ -254,10 +237,10 @@ std::string Describe(const Mutation& m, const std::string& message) {
 TEST(DecodeOffsets, EveryMalformedInputNamesTheItemItBreaks) {
   std::size_t inputs = 0;
   std::vector<std::string> misses;
-  for (const Sample& sample : kSamples) {
-    SCOPED_TRACE(sample.type);
-    AsnType* (*const create)() = AsnCatalogue::Find(sample.type)->create;
-    const std::string valid = Hex(sample.hex);
+  for (const std::vector<std::string>& sample : test_bytes::Golden("ber/offset_samples.golden")) {
+    SCOPED_TRACE(sample[0]);
+    AsnType* (*const create)() = AsnCatalogue::Find(sample[0])->create;
+    const std::string valid = Hex(sample[1]);
     for (const Mutation& m : Mutations(valid)) {
       ++inputs;
       const std::unique_ptr<AsnType> value(create());

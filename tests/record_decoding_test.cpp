@@ -4,6 +4,8 @@
 // decoded into a fresh record or into one whose optional members are set.
 #include <gtest/gtest.h>
 
+#include <functional>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -82,67 +84,39 @@ void ExpectSameAsGeneric(const std::string& valid, Fill&& fill) {
   }
 }
 
-void FillUniResId(qcommon::QAsnUniResID& id) {
-  id.strFDN.Set("old");
-  id.neID = 99;
-  id.poSerialNum.GetOrCreate().Set("old serial");
-}
-
-void FillPortIndex(qcommon::QAsnPortIndex& index) {
-  index.level2SubID.GetOrCreate() = 5;
-  index.level3SubID.GetOrCreate() = 6;
-  index.strIndexText.GetOrCreate().Set("old");
-}
-
+// The records of tests/ber/fast_path.golden, each decoded first into a record
+// whose members hold other values.
 TEST(RecordDecoding, FastPathDecidesAsTheGenericDecoderDoes) {
-  const char* const uniResIds[] = {
-      "30 0C 04 01 41 04 01 42 02 01 05 80 01 43",     // every member
-      "30 09 04 01 41 04 00 02 02 00 80",              // no serial, an empty MOC, 128
-      "30 0E 04 00 04 00 02 04 80 00 00 00 80 02 53 4E",  // INT_MIN
-      "30 81 09 04 01 41 04 01 42 02 01 FF",           // a long-form record length
-      "30 0B 04 00 04 00 02 05 00 80 00 00 00",        // refused: five octets in 32 bits
-      "30 08 04 00 04 00 02 02 00 7F",                 // refused: not minimal
+  const std::map<std::string, std::function<void(const std::string&)>> checks = {
+      {"QAsnUniResID", [](const std::string& valid) {
+         ExpectSameAsGeneric<qcommon::QAsnUniResID>(valid, [](qcommon::QAsnUniResID& id) {
+           id.strFDN.Set("old");
+           id.neID = 99;
+           id.poSerialNum.GetOrCreate().Set("old serial");
+         });
+       }},
+      {"QAsnPortIndex", [](const std::string& valid) {
+         ExpectSameAsGeneric<qcommon::QAsnPortIndex>(valid, [](qcommon::QAsnPortIndex& index) {
+           index.level2SubID.GetOrCreate() = 5;
+           index.level3SubID.GetOrCreate() = 6;
+           index.strIndexText.GetOrCreate().Set("old");
+         });
+       }},
+      {"AsnSingleReturn", [](const std::string& valid) {
+         ExpectSameAsGeneric<AsnSingleReturn>(valid, [](AsnSingleReturn& r) { r.retCode.GetOrCreate() = 3; });
+       }},
+      {"QAsnErrInfo", [](const std::string& valid) {
+         ExpectSameAsGeneric<qcommon::QAsnErrInfo>(valid, [](qcommon::QAsnErrInfo& info) {
+           info.objID.Append()->Set(9);
+           info.objName.GetOrCreate().Set("old");
+           info.strOperDesc.GetOrCreate().Set("old");
+         });
+       }},
+      {"QProbePart", [](const std::string& valid) {
+         ExpectSameAsGeneric<qprobe::QProbePart>(valid, [](qprobe::QProbePart& p) { p.weight = 1; });
+       }},
   };
-  for (const char* hex : uniResIds) ExpectSameAsGeneric<qcommon::QAsnUniResID>(Hex(hex), FillUniResId);
-
-  const char* const portIndexes[] = {
-      "30 12 02 01 01 02 01 02 80 01 03 02 01 04 81 01 05 02 01 06",  // both sub-levels
-      "30 0F 02 01 01 02 01 02 02 01 04 02 01 06 82 01 78",           // only the text
-      "30 0C 02 01 01 02 01 02 02 01 04 02 01 06",                     // no optional member
-  };
-  for (const char* hex : portIndexes) ExpectSameAsGeneric<qcommon::QAsnPortIndex>(Hex(hex), FillPortIndex);
-
-  const char* const singleReturns[] = {
-      "30 06 01 01 FF 80 01 05",                          // TRUE, a code
-      "30 03 01 01 00",                                   // FALSE, no code
-      "30 07 01 02 00 FF 80 01 05",                       // refused: a BOOLEAN of two octets
-      "30 0E 01 01 00 80 09 00 80 00 00 00 00 00 00 00",  // refused: nine octets in 64 bits
-  };
-  for (const char* hex : singleReturns) {
-    ExpectSameAsGeneric<AsnSingleReturn>(Hex(hex), [](AsnSingleReturn& r) { r.retCode.GetOrCreate() = 3; });
-  }
-
-  // A list member: checked whole before anything is stored.
-  const char* const errInfos[] = {
-      "30 0B 30 03 02 01 05 80 01 41 02 01 07",                 // objID {5}, objName, errCode
-      "30 0E 30 03 02 01 05 80 01 41 02 01 07 81 01 44",        // and strOperDesc
-      "30 05 30 00 02 01 07",                                   // an empty objID
-      "30 0B 30 06 02 01 01 02 01 02 02 01 07",                 // objID {1, 2}
-      "30 0C 30 04 02 02 00 05 80 01 41 02 01 07",              // refused: an element not minimal
-  };
-  for (const char* hex : errInfos) {
-    ExpectSameAsGeneric<qcommon::QAsnErrInfo>(Hex(hex), [](qcommon::QAsnErrInfo& info) {
-      info.objID.Append()->Set(9);
-      info.objName.GetOrCreate().Set("old");
-      info.strOperDesc.GetOrCreate().Set("old");
-    });
-  }
-
-  // An octet string and a 64-bit integer.
-  qprobe::QProbePart part;
-  part.name.Set("p");
-  part.weight = -(1LL << 40);
-  ExpectSameAsGeneric<qprobe::QProbePart>(AsnEncodeValue(part), [](qprobe::QProbePart& p) { p.weight = 1; });
+  for (const std::vector<std::string>& row : test_bytes::Golden("ber/fast_path.golden")) checks.at(row[0])(Hex(row[1]));
 }
 
 }  // namespace
