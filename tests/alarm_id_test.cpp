@@ -5,9 +5,9 @@
 #include <climits>
 #include <map>
 #include <string>
-#include <tuple>
 #include <utility>
 
+#include "tests/test_bytes.h"
 #include "tn_velkor/ns_velkor.h"
 
 namespace {
@@ -35,34 +35,14 @@ TEST(AlarmIdCompose, FromMapAndFaultReport) {
   EXPECT_EQ(ns_velkor::GetCombineStrByAsnOtherFaultRptAtrcAsNewAlarmID(&record), "3--1");
 }
 
-// Sentinels standing for "unchanged" in the split table.
-constexpr int kOldFault = 111;
-constexpr int kOldGroup = 222;
-
+// tests/conversions/alarm_id_split.golden.
 TEST(AlarmIdSplit, WellFormedAndMalformedTexts) {
-  const std::tuple<std::string, int, int> cases[] = {
-      {"12-34", 12, 34},
-      {"", kOldFault, kOldGroup},                    // nothing to read: both unchanged
-      {"12", 12, kOldGroup},                         // no separator: group unchanged
-      {"12-", 12, kOldGroup},                        // nothing after the separator: unchanged
-      {"12 34", 12, kOldGroup},                      // a blank is no separator
-      {"12x-34", 12, 34},                            // junk after a number is skipped up to the separator
-      {"x-34", 0, kOldGroup},                        // unreadable fault: 0, and the group is not read
-      {"12-x", 12, 0},                               // unreadable group: 0
-      {"12--34", 12, -34},                           // negative group
-      {"+5-7", 5, 7},                                // explicit plus
-      {"\t12\n-\t34\n", 12, 34},                     // any white space around the numbers
-      {"2147483648-1", INT_MAX, kOldGroup},          // overflow clamps and stops
-      {"-2147483649-1", INT_MIN, kOldGroup},         // underflow likewise
-      {"12-2147483648", 12, INT_MAX},                // overflow in the group
-      {"-", 0, kOldGroup},                           // a lone separator is a failed number
-      {"-2147483648-2147483647", INT_MIN, INT_MAX},  // the extremes come back
-  };
-  for (const auto& [text, fault, group] : cases) {
+  for (const std::vector<std::string>& row : test_bytes::Golden("conversions/alarm_id_split.golden")) {
+    const std::string text = row[0] == "-" ? "" : test_bytes::Unescaped(row[0]);
     SCOPED_TRACE("text \"" + text + "\"");
-    AlarmMap map{{"sFaultID", kOldFault}, {"lAlarmGroupID", kOldGroup}, {"third", 3}};
+    AlarmMap map{{"sFaultID", 111}, {"lAlarmGroupID", 222}, {"third", 3}};
     ns_velkor::GetMapKeyValueByNewAlarmID(text, map);
-    EXPECT_EQ(map, (AlarmMap{{"sFaultID", fault}, {"lAlarmGroupID", group}, {"third", 3}}));
+    EXPECT_EQ(map, (AlarmMap{{"sFaultID", std::stoi(row[1])}, {"lAlarmGroupID", std::stoi(row[2])}, {"third", 3}}));
   }
 
   AlarmMap missing{{"lAlarmGroupID", 8}};  // missing entries are created with zero

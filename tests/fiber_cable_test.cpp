@@ -1,7 +1,6 @@
 // Fiber cables to fiber records and back, and fiber information templates.
 #include <gtest/gtest.h>
 
-#include <cmath>
 #include <cstdint>
 #include <limits>
 #include <optional>
@@ -10,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "tests/test_bytes.h"
 #include "tests/trace_capture.h"
 #include "tn_platform/asn/asn_member.h"
 #include "tn_velkor/ns_velkor.h"
@@ -232,25 +232,17 @@ TEST(Convert2FiberCable, RoundTripThroughBerRestoresWhatTravels) {
   EXPECT_EQ(Own(target), Own(before));  // maintenanceState etc. are not read back
 }
 
+// tests/conversions/fix_fiber_param.golden.
 TEST(TEFiberCable, FixInvalidFiberParam) {
-  constexpr double kInf = std::numeric_limits<double>::infinity();
   using Values = std::tuple<double, float, int>;  // doubleValue, floatValue, hybridMaxCapacity
-  const std::tuple<Values, bool, Values> cases[] = {
-      {{1.0, -0.1f, -1}, false, {1.0, -0.1f, -1}},
-      {{-0.0, -7.0f, 100}, false, {-0.0, -7.0f, 100}},  // -0.0 is not negative
-      {{-0.5, 0.0f, -1}, true, {1.0, 0.0f, -1}},
-      {{std::nan(""), 0.0f, -1}, true, {1.0, 0.0f, -1}},
-      {{kInf, 0.0f, -1}, true, {1.0, 0.0f, -1}},
-      {{2.0, std::numeric_limits<float>::infinity(), -1}, true, {2.0, -0.1f, -1}},
-      {{2.0, 0.0f, -2}, true, {2.0, 0.0f, -1}},
-      {{-kInf, std::nanf(""), std::numeric_limits<int>::min()}, true, {1.0, -0.1f, -1}},
-  };
-  for (const auto& [values, changed, fixed] : cases) {
-    SCOPED_TRACE(::testing::PrintToString(values));
+  for (const std::vector<std::string>& row : test_bytes::Golden("conversions/fix_fiber_param.golden")) {
+    SCOPED_TRACE(row[0] + " " + row[1] + " " + row[2]);
     TEFiberCable cable;
-    std::tie(cable.doubleValue, cable.floatValue, cable.hybridMaxCapacity) = values;
-    EXPECT_EQ(cable.FixInvalidFiberParam(), changed);
-    EXPECT_EQ(Values(cable.doubleValue, cable.floatValue, cable.hybridMaxCapacity), fixed);
+    std::tie(cable.doubleValue, cable.floatValue, cable.hybridMaxCapacity) =
+        Values(std::stod(row[0]), std::stof(row[1]), std::stoi(row[2]));
+    EXPECT_EQ(cable.FixInvalidFiberParam(), row[3] == "true");
+    EXPECT_EQ(Values(cable.doubleValue, cable.floatValue, cable.hybridMaxCapacity),
+              Values(std::stod(row[4]), std::stof(row[5]), std::stoi(row[6])));
   }
 }
 

@@ -128,30 +128,20 @@ TEST(Convert2LinkMgrModel, RecordComponents) {
             std::make_tuple(4, -70000, -70000, 5, -2147483648.0, "tw", 0));
 }
 
+// tests/conversions/link_ends.golden; the oneIDs come from the attributes.
 TEST(Convert2LinkMgrModel, LinkEnds) {
-  // what, strFDN, strMOC, neID -> nodeID, strPortMOC, portID of both ends
-  const std::tuple<const char*, const char*, const char*, int, std::uint64_t, const char*, std::uint64_t> cases[] = {
-      {"node end", "NE=1001", "NE", 7, 1001, "NE", 0},
-      {"ONE end reads ONE", "NE=3,ONE=44", "ONE", 7, 44, "ONE", 0},
-      {"other class as FR", "NE=9,FR=1", "FRX", 7, 9, "FR", 0},
-      {"port end with R1 id", "NE=5,GRP=2,SUBGRP=3,PP=0x", "PP", 7, 5, "PP", 0x2030000},
-      {"neID fallback", "XX=1", "NE", 1004, 1004, "XX", 0},
-      {"neID fallback, no text", "", "PP", 0xFFFFFF, 0xFFFFFF, "", 0},
-      {"neID too large", "XX=1", "NE", 0x1000000, 0, "XX", 0},
-      {"negative neID", "XX=1", "NE", -1, 0, "XX", 0},
-      {"SDH end keeps fallbacks", "NE=1,SDH=1", "PP", 6, 6, "SDH", 0},
-      {"unparsable text", "ne=1", "NE", 8, 8, "", 0},
-  };
-  for (const auto& [what, fdn, moc, neID, nodeID, portMOC, portID] : cases) {
-    SCOPED_TRACE(what);
+  const auto text = [](const std::string& cell) { return cell == "-" ? std::string() : cell; };
+  for (const std::vector<std::string>& row : test_bytes::Golden("conversions/link_ends.golden")) {
+    SCOPED_TRACE(row[0] + " " + row[1] + " " + row[2]);
     QAsnLinkInfo record;
-    SetResID(record.srcResID, fdn, moc, neID);
-    SetResID(record.dstResID, fdn, moc, neID);
+    SetResID(record.srcResID, text(row[0]).c_str(), row[1].c_str(), std::stoi(row[2]));
+    SetResID(record.dstResID, text(row[0]).c_str(), row[1].c_str(), std::stoi(row[2]));
     SetAttributes(record, {{"a_oneID", "31"}, {"z_oneID", "-1"}});
     CLinkMgrModel model;
     ns_velkor::Convert2LinkMgrModel(record, model);
     for (const CLinkPortIndex* end : {&model.srcPortIndex, &model.dstPortIndex}) {
-      EXPECT_EQ(std::make_tuple(end->nodeID, end->strPortMOC, end->portID), std::make_tuple(nodeID, portMOC, portID));
+      EXPECT_EQ(std::make_tuple(end->nodeID, end->strPortMOC, end->portID),
+                std::make_tuple(std::stoull(row[3]), text(row[4]), std::stoull(row[5], nullptr, 16)));
     }
     EXPECT_EQ(model.srcPortIndex.oneID, 31u);
     EXPECT_EQ(model.dstPortIndex.oneID, UINT64_MAX);

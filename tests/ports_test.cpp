@@ -6,10 +6,12 @@
 #include <cstdint>
 #include <map>
 #include <optional>
+#include <sstream>
 #include <string>
 #include <tuple>
 #include <vector>
 
+#include "tests/test_bytes.h"
 #include "tn_platform/uid/str_uid_parser.h"
 #include "tn_velkor/ns_velkor.h"
 
@@ -113,34 +115,23 @@ TNCPPortIndex Port(int level1, int level4) {
   return TNCPPortIndex{static_cast<std::uint64_t>(level1), 0, 0, static_cast<std::uint64_t>(level4), -1, -1, ""};
 }
 
+// tests/conversions/port_use_states.golden.
 TEST(Convert2MapCpPortIndex2State, MaskSelectsStatesAndLastWins) {
-  struct Case {
-    const char* what;
-    std::vector<std::tuple<int, int, int>> elements;
-    unsigned short mask;
-    PortStateMap expected;
-  };
-  const Case cases[] = {
-      {"mask 0 selects nothing", {{1, 1, 0}, {1, 2, 1}}, 0, {}},
-      {"bit n selects state n",
-       {{1, 0, 0}, {1, 1, 1}, {1, 2, 2}, {1, 3, 3}, {1, 4, 4}},
-       0b10101,
-       {{Port(1, 0), 0}, {Port(1, 2), 2}, {Port(1, 4), 4}}},
-      {"states 5 and up never", {{1, 5, 5}, {1, 6, 15}, {1, 7, 0x7FFF}}, 0xFFFF, {}},
-      {"low 16 bits of the state",
-       {{1, 1, 0x10003}, {1, 2, -1}, {1, 3, 0x10000}},
-       0xFFFF,
-       {{Port(1, 1), 3}, {Port(1, 3), 0}}},
-      {"last of equal indexes wins", {{2, 2, 1}, {2, 2, 3}}, 0b1010, {{Port(2, 2), 3}}},
-      {"unselected later one does not overwrite", {{2, 2, 3}, {2, 2, 1}}, 0b1000, {{Port(2, 2), 3}}},
-  };
-  for (const Case& c : cases) {
-    SCOPED_TRACE(c.what);
+  for (const std::vector<std::string>& row : test_bytes::Golden("conversions/port_use_states.golden")) {
+    SCOPED_TRACE(row[0] + " mask " + row[1]);
     qinventoryport::QAsnPortUseStateList list;
-    Fill(list, c.elements);
+    std::istringstream elements(row[0]);
+    int level1, level4, state;
+    for (char slash; elements >> level1 >> slash >> level4 >> slash >> state;) Fill(list, {{level1, level4, state}});
     PortStateMap map;
-    ns_velkor::Convert2MapCpPortIndex2State(list, map, c.mask);
-    EXPECT_EQ(map, c.expected);
+    ns_velkor::Convert2MapCpPortIndex2State(list, map, static_cast<unsigned short>(std::stoul(row[1], nullptr, 16)));
+    std::string text;
+    for (const auto& [index, selected] : map) {
+      EXPECT_EQ(index, Port(static_cast<int>(index.level1ID), static_cast<int>(index.level4ID)));  // nothing else set
+      text += (text.empty() ? "" : " ") + std::to_string(index.level1ID) + "/" + std::to_string(index.level4ID) + "=" +
+              std::to_string(selected);
+    }
+    EXPECT_EQ(text.empty() ? "-" : text, row[2]);
   }
 }
 
@@ -190,48 +181,19 @@ CLinkPortIndex MarkedIndex() {
   return idx;
 }
 
+// tests/conversions/link_port_by_moc.golden.
 TEST(Convert2LinkPortIndexByQAsnUniRes, DecidesByMoc) {
-  constexpr LinkPortKind kNone = LinkPortKind::kNone;
-  struct Case {
-    std::optional<std::string> fdn;  // nullopt: strFDN without content
-    const char* moc;
-    bool acceptNode, result;
-    std::uint64_t nodeID, portID;
-    const char *portFDN, *portMOC;
-    LinkPortKind kind;
-  };
-  const Case cases[] = {
-      // Refused before anything is set.
-      {std::nullopt, "NE", true, false, 77, 88, "prev", "prevMOC", kNone},
-      {"NE", "NE", true, false, 77, 88, "prev", "prevMOC", kNone},         // no "="
-      {"NE=1,pp=2", "FR", true, false, 77, 88, "prev", "prevMOC", kNone},  // lower-case class
-      // Data whose text is empty (it starts with a NUL) parses: marked "--" and refused.
-      {std::string("\0NE=1", 5), "NE", true, false, 77, 88, "--", "prevMOC", kNone},
-      // Node ends.
-      {"NE=1001", "NE", true, true, 1001, 88, "NE=1001", "NE", kNone},
-      {"NE=9,ONE=5", "ONE", true, true, 5, 88, "NE=9,ONE=5", "ONE", kNone},
-      {"NE=9,FR=3", "FR", true, true, 9, 88, "NE=9,FR=3", "FR", kNone},  // every class but ONE reads NE
-      {"NE=1,PP=2", "PP", true, true, 1, 88, "NE=1,PP=2", "PP", kNone},  // node path wins
-      {"NE=1001", "NE", false, false, 77, 88, "NE=1001", "prevMOC", kNone},
-      {"NE=1001", "NEX", true, false, 77, 88, "NE=1001", "prevMOC", kNone},  // exact match only
-      // Port ends.
-      {"NE=1,PP=2", "FR", true, true, 1, 2, "NE=1,PP=2", "PP", LinkPortKind::kPhysical},
-      {"NE=1,LP=3", "NE", true, true, 1, 3, "NE=1,LP=3", "LP", LinkPortKind::kLogical},
-      {"NE=1,SERIAL=4", "FR", false, true, 1, 4, "NE=1,SERIAL=4", "SERIAL", LinkPortKind::kSerial},
-      {"NE=1,SUBIF=5", "FR", true, true, 1, 5, "NE=1,SUBIF=5", "SUBIF", LinkPortKind::kSubInterface},
-      // SDH anywhere in the class, and unknown classes.
-      {"NE=1,SDH=2", "FR", true, false, 77, 88, "NE=1,SDH=2", "prevMOC", kNone},
-      {"NE=1,XSDHY=2", "FR", true, false, 77, 88, "NE=1,XSDHY=2", "prevMOC", kNone},  // SDH inside the class
-      {"NE=1,PP2=2", "FR", true, false, 77, 88, "NE=1,PP2=2", "prevMOC", kNone},      // near a port class
-  };
-  for (const Case& c : cases) {
-    SCOPED_TRACE(c.fdn.value_or("(no data)") + " / " + c.moc);
+  for (const std::vector<std::string>& row : test_bytes::Golden("conversions/link_port_by_moc.golden")) {
+    SCOPED_TRACE(row[0] + " / " + row[1]);
     qcommon::QAsnUniResID res;
-    if (c.fdn) res.strFDN.Set(c.fdn->data(), c.fdn->size());
+    const std::string fdn = test_bytes::Unescaped(row[0]);
+    if (row[0] != "-") res.strFDN.Set(fdn.data(), fdn.size());
     CLinkPortIndex idx = MarkedIndex();
-    EXPECT_EQ(ns_velkor::Convert2LinkPortIndexByQAsnUniRes(res, idx, c.moc, c.acceptNode), c.result);
+    EXPECT_EQ(ns_velkor::Convert2LinkPortIndexByQAsnUniRes(res, idx, row[1].c_str(), row[2] == "yes"),
+              row[3] == "true");
     EXPECT_EQ(std::make_tuple(idx.nodeID, idx.portID, idx.strPortFDN, idx.strPortMOC, idx.portKind),
-              std::make_tuple(c.nodeID, c.portID, c.portFDN, c.portMOC, c.kind));
+              std::make_tuple(std::stoull(row[4]), std::stoull(row[5]), row[6], row[7],
+                              static_cast<LinkPortKind>(std::stoi(row[8]))));
   }
 }
 
@@ -249,23 +211,14 @@ TEST(CLinkPortIndexFill, SucceedsOnNodeAndPortElseFallsBack) {
             std::make_tuple(5u, -1, -1, -1, 0u, 0, "SERIAL", "prev"));
 }
 
+// tests/conversions/r1_link_port_id.golden.
 TEST(GetR1LinkPortId, PacksSubGroupAndGroup) {
-  const std::tuple<std::int32_t, std::int32_t, std::uint64_t, std::uint64_t> cases[] = {
-      // subGroupNo, groupNo, portID, expected
-      {0, 2, 0x12345, 0x12345},                 // no sub-group: port unchanged, group ignored
-      {3, -1, 0x12345, 0x32345},                // sub-group over the low 16 bits of the port
-      {3, 2, 0x12345, 0x2032345},               // group in bits 24-31
-      {0x1FF, 2, 7, 0x2FF0007},                 // the group replaces the sub-group's upper bits
-      {-1, 2, 0x100000001ULL, 0x100000001ULL},  // all 64 bits kept
-      {0x12345, -1, 0xFFFF, 0x2345FFFF},        // sub-group keeps its low 16 bits
-      {-2, 0x1AB, 0x10001, 0xABFE0001},         // group keeps its low 8 bits
-  };
-  for (const auto& [subGroup, group, portID, expected] : cases) {
+  for (const std::vector<std::string>& row : test_bytes::Golden("conversions/r1_link_port_id.golden")) {
     CLinkPortIndex idx;
-    idx.subGroupNo = subGroup;
-    idx.groupNo = group;
-    idx.portID = portID;
-    EXPECT_EQ(ns_velkor::GetR1LinkPortId(idx), expected) << subGroup << " " << group << " " << portID;
+    idx.subGroupNo = static_cast<std::int32_t>(std::stol(row[0], nullptr, 16));
+    idx.groupNo = static_cast<std::int32_t>(std::stol(row[1], nullptr, 16));
+    idx.portID = std::stoull(row[2], nullptr, 16);
+    EXPECT_EQ(ns_velkor::GetR1LinkPortId(idx), std::stoull(row[3], nullptr, 16)) << row[0] << " " << row[1];
   }
 }
 
