@@ -33,7 +33,6 @@ namespace {
 using namespace std::string_literals;
 using ns_velkor::Convert2Num;
 using ns_velkor::Convert2Str;
-using test_bytes::ToHex;
 
 TEST(ValueText, ExactValues) {
   const std::pair<std::string, std::string> cases[] = {
@@ -78,35 +77,18 @@ TEST(ValueText, IgnoresTheGlobalLocale) {
 
 // ---- against the reference -------------------------------------------------------
 
-template <class T>
-std::string Bits(T value) {
-  return ToHex(std::string_view(reinterpret_cast<const char*>(&value), sizeof(T)));
-}
-
-template <class T>
-bool NumAgrees(const std::string& text) {
-  const T fast = Convert2Num<T>(text);
-  const T reference = value_text_oracle::StreamConvert2Num<T>(text);
-  if (std::memcmp(&fast, &reference, sizeof(T)) == 0) return true;
-  ADD_FAILURE() << "Convert2Num<" << typeid(T).name() << "> of [" << ToHex(text) << "]: " << Bits(fast) << " != stream "
-                << Bits(reference);
-  return false;
-}
-
 // Reads `text` as every instantiated type; true when all agree with the stream.
 bool AllNumsAgree(const std::string& text) {
-  return NumAgrees<int>(text) & NumAgrees<long>(text) & NumAgrees<unsigned long>(text) &
-         NumAgrees<unsigned short>(text) & NumAgrees<float>(text) & NumAgrees<double>(text);
+  const bool agree = value_text_oracle::AllNumsAgree(text);
+  if (!agree) ADD_FAILURE() << "Convert2Num of [" << test_bytes::ToHex(text) << "] differs from the stream";
+  return agree;
 }
 
 template <class T>
 bool StrAgrees(T value) {
-  const std::string fast = Convert2Str<T>(value);
-  const std::string reference = value_text_oracle::StreamConvert2Str<T>(value);
-  if (fast == reference) return true;
-  ADD_FAILURE() << "Convert2Str<" << typeid(T).name() << ">(" << Bits(value) << "): \"" << fast << "\" != stream \""
-                << reference << '"';
-  return false;
+  const bool agree = value_text_oracle::StrAgrees(value);
+  if (!agree) ADD_FAILURE() << "Convert2Str<" << typeid(T).name() << "> of " << value << " differs from the stream";
+  return agree;
 }
 
 // Runs `check` until it has failed ten times, so one fault does not flood the log.
@@ -186,16 +168,10 @@ TEST(ValueTextDifferential, ReadsGeneratedTextsLikeTheStream) {
 }
 
 TEST(ValueTextDifferential, ReadsLimitsAndRangeEdgesLikeTheStream) {
-  // clang-format off
-  std::vector<std::string> texts = {
-      "1e", "1e+", "1e-", ".", "-", "+", "-.", ".e5", "5.", "5.e3", "-0", "-0.0e0", "0e999999999999", "-1e-400",
-      "1e-400", "1e-46", "-1e-46", "1e39", "-1e39", "3.4028235e38", "3.40282357e38", "1.7976931348623157e308",
-      "1.7976931348623159e308", "-1.7976931348623159e308", "2.4703282292062327e-324", "2.4703282292062328e-324",
-      "4.9406564584124654e-324", "1.401298464324817e-45", "7.006492321624085e-46", "7.006492321624086e-46",
-      "0.000000000000000000000000000000000000000000000000001e-300", "1e-2147483649", "1e2147483648",
-      "1000000000000000000000000000000000000000e-2147483647", "inf", "nan", "-nan", "infinity", "0x1p3", "1,5", "1 5",
-      "1.5.5", "1e5e5", "1e+-5", "1E5", "1e0005"};
-  // clang-format on
+  std::vector<std::string> texts;
+  for (const std::vector<std::string>& row : test_bytes::Golden("conversions/number_texts.golden")) {
+    texts.push_back(row[0]);
+  }
   for (const __int128 limit :
        {__int128{0}, __int128{std::numeric_limits<int>::min()}, __int128{std::numeric_limits<int>::max()},
         __int128{std::numeric_limits<long>::min()}, __int128{std::numeric_limits<long>::max()},
