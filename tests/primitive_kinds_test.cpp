@@ -5,6 +5,7 @@
 // JSON and value notation.
 #include <gtest/gtest.h>
 
+#include <map>
 #include <memory>
 #include <sstream>
 #include <string>
@@ -138,64 +139,32 @@ class KindsProbe final : public AsnRecord<KindsProbe> {
   }
 };
 
-// Every member present: NULL, blue, {digitalSignature}, 1.2.840.113549,
-// 0.5, 2^64, "név", a time, an open INTEGER 5, flags '1'B, parameters NULL
-// in [1] EXPLICIT, a path of two identifiers (1.2 and 2.999.1), a NULL marker.
-constexpr char kProbeDer[] =
-    "30 4F 05 00 0A 01 02 03 02 07 80 06 06 2A 86 48 86 F7 0D 09 03 80 FF 01 02 09 01 00 00 00 00 00 00 00 00 "
-    "0C 04 6E C3 A9 76 18 0F 32 30 32 34 30 32 32 39 31 32 30 30 30 30 5A 02 01 05 80 02 07 80 A1 02 05 00 "
-    "A2 08 06 01 2A 06 03 88 37 01 83 00";
-
+// tests/kinds/probe.golden: DER and BER decode to the value that encodes as
+// the DER, reads back from its JSON, writes the JER and prints as given, and
+// so does a copy; a mandatory open value takes any tag, an explicit tag must
+// hold a value.
 TEST(PrimitiveKinds, InsideRecordsAndLists) {
+  std::map<std::string, std::vector<std::string>> golden;
+  for (const std::vector<std::string>& row : test_bytes::Golden("kinds/probe.golden")) golden[row[0]] = row;
+  const std::string der = golden["der"][1];
   KindsProbe probe;
-  AsnDecodeValue(probe, Hex(kProbeDer));
-  EXPECT_EQ(ToHex(AsnEncodeValue(probe)), kProbeDer);
-  EXPECT_EQ(probe.colour.Name(), std::string("blue"));
-  ASSERT_NE(probe.path.Get(), nullptr);
-  EXPECT_EQ(probe.path.Get()->Count(), 2u);
-  ASSERT_NE(probe.parameters.Get(), nullptr);
-  EXPECT_EQ(ToHex(probe.parameters.Get()->Encoding()), "05 00");
-
-  // The same record in BER: segmented and indefinite forms, members in the
-  // other form where the kind allows it.
-  KindsProbe fromBer;
-  AsnDecodeValue(fromBer,
-                 Hex("30 80 05 00 0A 01 02 23 80 03 02 07 80 00 00 06 06 2A 86 48 86 F7 0D 09 03 A0 FF 08 "
-                     "02 09 01 00 00 00 00 00 00 00 00 2C 80 04 01 6E 04 03 C3 A9 76 00 00 "
-                     "18 0F 32 30 32 34 30 32 32 39 31 32 30 30 30 30 5A 02 01 05 A0 80 03 02 07 80 00 00 "
-                     "A1 80 05 00 00 00 A2 08 06 01 2A 06 03 88 37 01 83 00 00 00"));
-  EXPECT_EQ(ToHex(AsnEncodeValue(fromBer)), kProbeDer);
-
+  for (const char* form : {"ber", "der"}) {
+    ASSERT_EQ(ThrownMessage([&] { AsnDecodeValue(probe, Hex(golden[form][1])); }), "no exception") << form;
+    EXPECT_EQ(ToHex(AsnEncodeValue(probe)), der) << form;
+  }
   for (const AsnJsonForm form : {AsnJsonForm::kReadable, AsnJsonForm::kJer}) {
     const std::string json = AsnToJson(probe, form);
     KindsProbe read;
     ASSERT_EQ(ThrownMessage([&] { AsnReadJson(read, json, form); }), "no exception") << json;
-    EXPECT_EQ(ToHex(AsnEncodeValue(read)), kProbeDer) << json;
-    EXPECT_EQ(ToHex(AsnJsonToBer(KindsProbe(), json, form)), kProbeDer) << json;
+    EXPECT_EQ(ToHex(AsnEncodeValue(read)), der) << json;
+    EXPECT_EQ(ToHex(AsnJsonToBer(KindsProbe(), json, form)), der) << json;
   }
-  EXPECT_EQ(AsnToJson(probe, AsnJsonForm::kJer),
-            "{\"nothing\":null,\"colour\":\"blue\",\"usage\":{\"value\":\"80\",\"length\":1},"
-            "\"algorithm\":\"1.2.840.113549\",\"ratio\":0.5,\"serial\":18446744073709551616,\"name\":\"n\xC3\xA9v\","
-            "\"at\":\"20240229120000Z\",\"extra\":\"020105\",\"flags\":{\"value\":\"80\",\"length\":1},"
-            "\"parameters\":\"0500\",\"path\":[\"1.2\",\"2.999.1\"],\"marker\":null}");
-
+  EXPECT_EQ(AsnToJson(probe, AsnJsonForm::kJer), golden["jer"][1]);
   KindsProbe copy;
   copy = probe;
-  EXPECT_EQ(ToHex(AsnEncodeValue(copy)), kProbeDer);
-  EXPECT_EQ(Printed(probe),
-            "KindsProbe {\n  nothing NULL\n  colour blue\n  usage { digitalSignature }\n"
-            "  algorithm { 1 2 840 113549 }\n  ratio 0.5\n  serial 18446744073709551616\n  name \"n\xC3\xA9v\"\n"
-            "  at \"20240229120000Z\"\n  extra '020105'H\n  flags '1'B\n  parameters '0500'H\n"
-            "  path {\n    - { 1 2 }\n    - { 2 999 1 }\n  }\n  marker NULL\n}");
-
-  // A mandatory open value takes any tag; an explicit tag must hold a value.
-  EXPECT_EQ(ThrownMessage([&] {
-              AsnDecodeValue(probe, Hex("30 4D 05 00 0A 01 02 03 02 07 80 06 06 2A 86 48 86 F7 0D 09 03 80 FF 01 "
-                                        "02 09 01 00 00 00 00 00 00 00 00 0C 04 6E C3 A9 76 18 0F 32 30 32 34 30 "
-                                        "32 32 39 31 32 30 30 30 30 5A 02 01 05 80 02 07 80 A1 00 "
-                                        "A2 08 06 01 2A 06 03 88 37 01 83 00"));
-            }),
-            "KindsProbe.parameters: explicit tag without the value it holds at offset 65");
+  EXPECT_EQ(ToHex(AsnEncodeValue(copy)), der);
+  EXPECT_EQ(Printed(copy), test_bytes::Unescaped(golden["notation"][1]));
+  EXPECT_EQ(ThrownMessage([&] { AsnDecodeValue(probe, Hex(golden["refused"][1])); }), golden["refused"][2]);
 }
 
 }  // namespace
