@@ -1,6 +1,6 @@
-// The value classes with their own codec, for tests that name them: what
-// generated code would add to them (an enumeration's names, a bit string's
-// named bits), and a value of any of them made by its name.
+// The value classes with their own codec, for tests and fuzz targets that name
+// them: what generated code would add to them (an enumeration's names, a bit
+// string's named bits), and a value of any of them made by its name.
 #pragma once
 
 #include <functional>
@@ -55,11 +55,12 @@ class KeyUsage final : public AsnBitString {
   const char* typeName() const override { return kTypeName; }
 };
 
-// A new value of the type named `type`: one of the runtime's classes above or
-// the ones here; null for another name.
-inline std::unique_ptr<AsnType> Create(const std::string& type) {
+// The runtime's classes above and the ones here, by name, each with a
+// function that makes a new value of it.
+inline const std::map<std::string, std::function<AsnType*()>>& Kinds() {
   static const std::map<std::string, std::function<AsnType*()>> kTypes = {
       {"AsnNull", [] { return new AsnNull; }},
+      {"AsnEnumerated", [] { return new AsnEnumerated; }},
       {"Colour", [] { return new Colour; }},
       {"OpenColour", [] { return new OpenColour; }},
       {"AsnBitString", [] { return new AsnBitString; }},
@@ -89,8 +90,13 @@ inline std::unique_ptr<AsnType> Create(const std::string& type) {
       {"AsnTime", [] { return new AsnTime; }},
       {"AsnAny", [] { return new AsnAny; }},
   };
-  const auto found = kTypes.find(type);
-  return found == kTypes.end() ? nullptr : std::unique_ptr<AsnType>(found->second());
+  return kTypes;
+}
+
+// A new value of the type named `type`; null for a name Kinds() does not hold.
+inline std::unique_ptr<AsnType> Create(const std::string& type) {
+  const auto found = Kinds().find(type);
+  return found == Kinds().end() ? nullptr : std::unique_ptr<AsnType>(found->second());
 }
 
 }  // namespace test_kinds
