@@ -8,7 +8,6 @@ MODULE_LIBRARY: the test interface module (tests/qprobe), loaded with --module.
 """
 
 import atexit
-import base64
 import json
 import os
 import shutil
@@ -285,22 +284,10 @@ class Velkor(unittest.TestCase):
                          (b"     0   4  [UNIVERSAL 16] constructed (SEQUENCE), length 65004\n", -signal.SIGPIPE))
 
     def test_every_hex_form_and_base64(self):
-        octets = bytes.fromhex(PORT_HEX)
-        pairs = ["%02x" % octet for octet in octets]
-
-        def dump(line):  # one line per 16 octets, as the dump tools write them
-            return "".join(line(at, octets[at:at + 16]) for at in range(0, len(octets), 16))
-        encoded = base64.b64encode(octets).decode()
-        forms = [("--hex", text) for text in (
-            " ".join(pairs), ":".join(pairs), ", ".join(pairs), " ".join("0x" + p for p in pairs),
-            ",".join("0x%x" % octet for octet in octets), PORT_HEX.upper(), "\r\n".join(pairs),
-            dump(lambda at, row: "%08x: %s  %s\n" % (at, row.hex(" ", -2), row.decode("latin-1"))),  # xxd
-            dump(lambda at, row: "%07o %s\n" % (at, row.hex(" "))) + "%07o\n" % len(octets),  # od -t x1
-            dump(lambda at, row: "%08x  %s  |%s|\n" % (at, row.hex(" "), row.decode("latin-1"))))]  # hexdump -C
-        forms += [("--base64", text) for text in (encoded, encoded.rstrip("="),
-                                                  "-----BEGIN X-----\n%s\n-----END X-----\n" % encoded)]
-        for flag, text in forms:
+        for row in golden("text_forms.golden"):
+            flag, text = row.split(" | ", 1)
             with self.subTest(text=text):
+                text = text.encode().decode("unicode_escape")
                 self.assertEqual(json.loads(ok(["decode", "QAsnPortIndex", flag, "--json"], text)), PORT)
 
     def test_json_lines_64_bit_integers_and_keep_going(self):
