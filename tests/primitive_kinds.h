@@ -1,6 +1,5 @@
 // The value classes with their own codec, for tests and fuzz targets that name
-// them: what generated code would add to them (an enumeration's names, a bit
-// string's named bits), and a value of any of them made by its name.
+// them: a value of any of them made by its name.
 #pragma once
 
 #include <functional>
@@ -8,6 +7,7 @@
 #include <memory>
 #include <string>
 
+#include "tests/qprobe/qkinds.h"
 #include "tn_platform/asn/asn_any.h"
 #include "tn_platform/asn/asn_big_int.h"
 #include "tn_platform/asn/asn_bit_string.h"
@@ -20,51 +20,17 @@
 
 namespace test_kinds {
 
-// What generated code supplies: an enumeration's names, a bit string's named bits.
-class Colour : public AsnEnumerated {
- public:
-  static constexpr char kTypeName[] = "Colour";
-  const AsnEnumeratedName* Names(std::size_t& count) const override {
-    static const AsnEnumeratedName kNames[] = {{0, "red"}, {1, "green"}, {2, "blue"}};
-    count = 3;
-    return kNames;
-  }
-  bool Extensible() const override { return false; }
-  AsnType* Clone() const override { return new Colour(*this); }
-  const char* typeName() const override { return kTypeName; }
-};
-
-// Colour, ... : numbers beyond the names are kept.
-class OpenColour final : public Colour {
- public:
-  static constexpr char kTypeName[] = "OpenColour";
-  bool Extensible() const override { return true; }
-  AsnType* Clone() const override { return new OpenColour(*this); }
-  const char* typeName() const override { return kTypeName; }
-};
-
-class KeyUsage final : public AsnBitString {
- public:
-  static constexpr char kTypeName[] = "KeyUsage";
-  const AsnNamedBit* NamedBits(std::size_t& count) const override {
-    static const AsnNamedBit kBits[] = {{0, "digitalSignature"}, {1, "nonRepudiation"}, {2, "keyEncipherment"}};
-    count = 3;
-    return kBits;
-  }
-  AsnType* Clone() const override { return new KeyUsage(*this); }
-  const char* typeName() const override { return kTypeName; }
-};
-
-// The runtime's classes above and the ones here, by name, each with a
-// function that makes a new value of it.
+// The runtime's classes above and the generated ones of tests/qprobe/qkinds.asn
+// that add names (an extensible ENUMERATED, one that is not, a named BIT
+// STRING), by name, each with a function that makes a new value of it.
 inline const std::map<std::string, std::function<AsnType*()>>& Kinds() {
   static const std::map<std::string, std::function<AsnType*()>> kTypes = {
       {"AsnNull", [] { return new AsnNull; }},
       {"AsnEnumerated", [] { return new AsnEnumerated; }},
-      {"Colour", [] { return new Colour; }},
-      {"OpenColour", [] { return new OpenColour; }},
+      {"QKindColour", [] { return new qkinds::QKindColour; }},
+      {"QKindsRecord_shade", [] { return new qkinds::QKindsRecord_shade; }},
       {"AsnBitString", [] { return new AsnBitString; }},
-      {"KeyUsage", [] { return new KeyUsage; }},
+      {"QKindUsage", [] { return new qkinds::QKindUsage; }},
       {"AsnOid", [] { return new AsnOid; }},
       {"AsnRelativeOid", [] { return new AsnRelativeOid; }},
       {"AsnReal", [] { return new AsnReal; }},

@@ -25,8 +25,6 @@ using test_bytes::Hex;
 using test_bytes::ThrownMessage;
 using test_bytes::ToHex;
 
-using test_kinds::Colour;
-using test_kinds::KeyUsage;
 
 std::unique_ptr<AsnType> Create(const std::string& type) { return test_kinds::Create(type); }
 
@@ -98,8 +96,8 @@ class KindsProbe final : public AsnRecord<KindsProbe> {
  public:
   static constexpr char kClassName[] = "KindsProbe";
   AsnNull nothing;
-  Colour colour;
-  KeyUsage usage;
+  qkinds::QKindColour colour;
+  qkinds::QKindUsage usage;
   AsnOid algorithm;
   AsnReal ratio;
   AsnBigInt serial;
