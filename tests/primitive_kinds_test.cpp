@@ -1,8 +1,8 @@
 // The value classes with their own codec (AsnPrimitive), against the vectors
 // of tests/kinds/ ({type, BER, DER, readable JSON, JER, value notation}) and
 // its JSON refusals in their exact words (their BER refusals are rows of
-// tests/ber/refused.golden), and a record that holds every kind, through BER,
-// JSON and value notation.
+// tests/ber/refused.golden), and a record that holds every kind
+// (tests/kinds/kinds_probe.asn), through BER, JSON and value notation.
 #include <gtest/gtest.h>
 
 #include <map>
@@ -13,18 +13,16 @@
 
 #include "primitive_kinds.h"
 #include "test_bytes.h"
+#include "tests/kinds/kinds_probe.h"
 #include "tn_platform/asn/asn_json_reader.h"
 #include "tn_platform/asn/asn_json_writer.h"
 #include "tn_platform/asn/asn_value_io.h"
-#include "tn_velkor/asn/asn_list.h"
-#include "tn_velkor/asn/asn_record.h"
 
 namespace {
 
 using test_bytes::Hex;
 using test_bytes::ThrownMessage;
 using test_bytes::ToHex;
-
 
 std::unique_ptr<AsnType> Create(const std::string& type) { return test_kinds::Create(type); }
 
@@ -83,65 +81,12 @@ TEST(PrimitiveKinds, RefusedJson) {
   }
 }
 
-// A record with every kind, written as generated code writes it.
-class OidList final : public AsnSeqOf<AsnOid> {
- public:
-  static constexpr char kTypeName[] = "OidList";
-  static constexpr char kQualifiedName[] = "test::OidList";
-  AsnType* Clone() const override { return new OidList(*this); }
-  const char* typeName() const override { return kTypeName; }
-};
-
-class KindsProbe final : public AsnRecord<KindsProbe> {
- public:
-  static constexpr char kClassName[] = "KindsProbe";
-  AsnNull nothing;
-  qkinds::QKindColour colour;
-  qkinds::QKindUsage usage;
-  AsnOid algorithm;
-  AsnReal ratio;
-  AsnBigInt serial;
-  AsnUtf8String name;
-  AsnGeneralizedTime at;
-  AsnAny extra;
-  refl::MayNullPointer<AsnBitString> flags;
-  refl::MayNullPointer<AsnAny> parameters;
-  refl::MayNullPointer<OidList> path;
-  refl::MayNullPointer<AsnNull> marker;
-
-  KindsProbe() { Constructor(*this); }
-  KindsProbe(const KindsProbe& other) : AsnRecord() { CopyConstructor(*this, other); }
-  ~KindsProbe() override { Destructor(*this); }
-  KindsProbe& operator=(const KindsProbe& other) {
-    Assign(*this, other);
-    return *this;
-  }
-
- private:
-  friend class AsnRecord<KindsProbe>;
-  template <class Lines>
-  static void DescribeMembers(Lines& lines) {
-    lines.Add("nothing", &KindsProbe::nothing);
-    lines.Add("colour", &KindsProbe::colour);
-    lines.Add("usage", &KindsProbe::usage);
-    lines.Add("algorithm", &KindsProbe::algorithm);
-    lines.Add("ratio", &KindsProbe::ratio);
-    lines.Add("serial", &KindsProbe::serial);
-    lines.Add("name", &KindsProbe::name);
-    lines.Add("at", &KindsProbe::at);
-    lines.Add("extra", &KindsProbe::extra);
-    lines.Add("flags", &KindsProbe::flags, 0);
-    lines.Add("parameters", &KindsProbe::parameters, 1);
-    lines.Add("path", &KindsProbe::path, 2);
-    lines.Add("marker", &KindsProbe::marker, 3);
-  }
-};
-
-// tests/kinds/probe.golden: DER and BER decode to the value that encodes as
-// the DER, reads back from its JSON, writes the JER and prints as given, and
-// so does a copy; a mandatory open value takes any tag, an explicit tag must
-// hold a value.
+// tests/kinds/probe.golden, on the record of tests/kinds/kinds_probe.asn: DER
+// and BER decode to the value that encodes as the DER, reads back from its
+// JSON, writes the JER and prints as given, and so does a copy; a mandatory
+// open value takes any tag, an explicit tag must hold a value.
 TEST(PrimitiveKinds, InsideRecordsAndLists) {
+  using kindsprobe::KindsProbe;
   std::map<std::string, std::vector<std::string>> golden;
   for (const std::vector<std::string>& row : test_bytes::Golden("kinds/probe.golden")) golden[row[0]] = row;
   const std::string der = golden["der"][1];
