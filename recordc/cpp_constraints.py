@@ -6,7 +6,7 @@ the last. Extensible constraints accept every value and are not checked,
 nor are the forms not turned into bounds here (permitted alphabets,
 patterns, WITH COMPONENTS, CONTAINING, constraints on list elements)."""
 
-from cpp_kinds import CLASSES, INT32, INT64, bounds_of
+from cpp_kinds import CLASSES, INT32, INT64, bounds_of, narrowed
 
 SIZED = {"OCTET STRING", "BIT STRING", "SEQUENCE OF", "SET OF"} | {
     kind for kind, (_, header) in CLASSES.items() if header == "asn_char_string.h"}
@@ -20,18 +20,6 @@ def constraint_chain(node):
         node = node.target.type
         found += node.constraints
     return node, found
-
-
-def narrowed(constraints, read):
-    """(lower, upper) of what every constraint lets through, None for an open side."""
-    lower, upper = None, None
-    for constraint in constraints:
-        low, high = read(constraint)
-        if low is not None:
-            lower = low if lower is None else max(lower, low)
-        if high is not None:
-            upper = high if upper is None else min(upper, high)
-    return lower, upper
 
 
 def size_of(constraint):

@@ -92,14 +92,22 @@ def bounds_of(constraint):
     return None, None
 
 
+def narrowed(constraints, read):
+    """(lower, upper) of what every constraint lets through, as `read` bounds
+    each (serial constraints: each narrows the last); None for an open side."""
+    lower, upper = None, None
+    for constraint in constraints:
+        low, high = read(constraint)
+        if low is not None:
+            lower = low if lower is None else max(lower, low)
+        if high is not None:
+            upper = high if upper is None else min(upper, high)
+    return lower, upper
+
+
 def integer_bounds(node):
     """(lower, upper) of an INTEGER's values, each None when open."""
-    lower, upper = None, None
-    for constraint in node.constraints:  # serial constraints: each narrows the last
-        inner = bounds_of(constraint)
-        lower = inner[0] if lower is None else (lower if inner[0] is None else max(lower, inner[0]))
-        upper = inner[1] if upper is None else (upper if inner[1] is None else min(upper, inner[1]))
-    return lower, upper
+    return narrowed(node.constraints, bounds_of)
 
 
 def fits(bounds, limits):

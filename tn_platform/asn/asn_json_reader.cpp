@@ -339,7 +339,7 @@ class AsnJsonGrammar : public JsonText {
             ExpectLiteral("null");
             m_sink.Absent(record, member);
           } else {
-            const char* const valueAt = (SkipBlanks(), m_at);
+            const char* const valueAt = member.bounds.Active() ? (SkipBlanks(), m_at) : nullptr;
             const Slot slot = m_sink.Member(record, index, member);
             Read(*shape.members[index], slot, depth + shape.memberLevels[index]);
             if (member.bounds.Active()) {
