@@ -235,7 +235,8 @@ TEST(DecodeOffsets, EveryMalformedInputNamesTheItemItBreaks) {
     if (++misses > 25) return;
     ADD_FAILURE() << m.kind << ": " << ToHex(m.bytes.substr(0, 48)) << (m.bytes.size() > 48 ? " ..." : "") << " -> "
                   << message << " (expected "
-                  << (m.expected == kDecodes ? std::string("to decode") : "offset " + std::to_string(m.expected)) << ")";
+                  << (m.expected == kDecodes ? std::string("to decode") : "offset " + std::to_string(m.expected))
+                  << ")";
   };
   for (const std::vector<std::string>& sample : test_bytes::Golden("ber/offset_samples.golden")) {
     SCOPED_TRACE(sample[0]);
